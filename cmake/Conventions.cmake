@@ -1,0 +1,26 @@
+# morlaine_conventions: what every target of this project is compiled with.
+add_library(morlaine_conventions INTERFACE)
+
+target_compile_features(morlaine_conventions INTERFACE cxx_std_20)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+target_compile_options(morlaine_conventions INTERFACE
+    -Wall
+    -Wextra
+    -Wpedantic
+    -Wconversion
+    -Wshadow
+    -Werror
+)
+
+target_compile_definitions(morlaine_conventions INTERFACE
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_FOREACH
+    QT_NO_KEYWORDS
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    QT_NO_URL_CAST_FROM_STRING
+)
+
+target_include_directories(morlaine_conventions INTERFACE "${PROJECT_SOURCE_DIR}/src")

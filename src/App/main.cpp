@@ -1,0 +1,7 @@
+#include "App/MorlaineApp.h"
+
+int main(int argc, char* argv[])
+{
+    morlaine::MorlaineApp app(argc, argv);
+    return app.run();
+}

@@ -1,0 +1,12 @@
+#include <QCoreApplication>
+#include <QStandardPaths>
+
+#include <gmock/gmock.h>
+
+int main(int argc, char* argv[])
+{
+    testing::InitGoogleMock(&argc, argv);
+    QStandardPaths::setTestModeEnabled(true);
+    const QCoreApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
