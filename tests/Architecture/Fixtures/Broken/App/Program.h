@@ -1,0 +1,5 @@
+#pragma once
+
+#include "Platform/Linux/LinuxFileSystem.h"
+#include "UI/Views/MainView.h"
+#include SOME_HEADER

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "UI/Views/MainView.h"
+
+#include <QWidget>

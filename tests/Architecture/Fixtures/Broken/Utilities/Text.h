@@ -1,0 +1,5 @@
+#pragma once
+
+#include "Platform/FileSystem.h"
+
+#include <qwidget.h>

@@ -1,0 +1,4 @@
+#pragma once
+
+#include "Platform/FileSystem.h"
+#include "Utilities/Text.h"

@@ -1,0 +1,5 @@
+#include "Platform/Linux/LinuxFileSystem.h"
+
+#include <QFile>
+
+#include <sys/stat.h>

@@ -1,0 +1,3 @@
+#pragma once
+
+#include "Platform/FileSystem.h"

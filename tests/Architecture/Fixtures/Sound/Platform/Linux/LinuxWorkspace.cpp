@@ -1,0 +1,3 @@
+#include "Platform/FileSystem.h"
+
+#include <QDesktopServices>

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "Core/Models/Node.h"
+
+#include <rapidjson/reader.h>

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "UI/Views/MainViewModel.h"
+
+#include <QtWidgets/QWidget>

@@ -1,0 +1,3 @@
+#include "UI/Views/MainViewModel.h"
+
+#include "MainViewModel.moc"

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "Services/Search.h"
+
+#include <QObject>

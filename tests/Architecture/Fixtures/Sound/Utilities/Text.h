@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QString>
+#include <QtCore/qglobal.h>
+#include <QtMath>
+#include <queue>
