@@ -1,0 +1,83 @@
+#include "GeneratedTree.h"
+
+#include <array>
+#include <random>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace morlaine::bench {
+
+namespace {
+
+constexpr int fileCount = 200'000;
+constexpr int deepest = 12;
+constexpr std::array<std::string_view, 10> extensions{"jpg",  "mp4", "so",  "h",  "txt",
+                                                      "json", "zip", "png", "py", "dat"};
+
+/// Numbers that are the same with every standard library.
+class Dice {
+public:
+    [[nodiscard]] int below(int limit) { return static_cast<int>(m_generator() % static_cast<unsigned>(limit)); }
+
+private:
+    std::mt19937 m_generator{20'010'101};
+};
+
+std::string nameOf(int number, Dice& dice)
+{
+    static constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz_-";
+    std::string name;
+    for (int length = 4 + dice.below(16); length > 0; --length) {
+        name += letters[static_cast<std::size_t>(dice.below(static_cast<int>(letters.size())))];
+    }
+    return name + std::to_string(number);
+}
+
+void makeFile(const std::filesystem::path& path, off_t size)
+{
+    const int descriptor = ::open(path.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+    if (descriptor < 0 || ::ftruncate(descriptor, size) != 0) {
+        throw std::system_error(errno, std::generic_category(), path.native());
+    }
+    ::close(descriptor);
+}
+
+struct Branch {
+    std::filesystem::path path;
+    int depth;
+};
+
+} // namespace
+
+void makeGeneratedTree(const std::filesystem::path& folder)
+{
+    const std::filesystem::path finished = folder.native() + ".finished";
+    if (std::filesystem::exists(finished)) {
+        return;
+    }
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    Dice dice;
+    std::vector<Branch> branches{{folder, 0}};
+    for (int number = 0; number < fileCount;) {
+        const Branch branch = branches[static_cast<std::size_t>(dice.below(static_cast<int>(branches.size())))];
+        if (branch.depth < deepest) {
+            const Branch deeper{branch.path / nameOf(number, dice), branch.depth + 1};
+            std::filesystem::create_directory(deeper.path);
+            branches.push_back(deeper);
+        }
+        const int width = dice.below(50) == 0 ? 1000 : dice.below(16);
+        for (int i = 0; i < width && number < fileCount; ++i, ++number) {
+            const std::string_view extension = extensions[static_cast<std::size_t>(dice.below(extensions.size()))];
+            makeFile(branch.path / (nameOf(number, dice) + '.' + std::string(extension)), dice.below(1 << 20));
+        }
+    }
+    makeFile(finished, 0);
+}
+
+} // namespace morlaine::bench

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <filesystem>
+
+namespace morlaine::bench {
+
+/// Makes a tree of 200,000 sparse files in `folder`, the same at every call: folders of very different widths, nested
+/// up to a dozen deep, with names of about twenty bytes. A tree that an earlier run finished there is used again.
+void makeGeneratedTree(const std::filesystem::path& folder);
+
+} // namespace morlaine::bench

@@ -1,0 +1,46 @@
+#include "GeneratedTree.h"
+#include "JsonBenchmark.h"
+#include "ScanBenchmark.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view treeFlag = "--tree=";
+
+/// Takes the flag out of the arguments; without one, a tree is generated beside the program.
+std::string treeFromArguments(int& argc, char** argv)
+{
+    const auto isTreeFlag = [](std::string_view argument) { return argument.starts_with(treeFlag); };
+    char** const flag = std::find_if(argv + 1, argv + argc, isTreeFlag);
+    if (flag != argv + argc) {
+        std::string tree(std::string_view(*flag).substr(treeFlag.size()));
+        std::rotate(flag, flag + 1, argv + argc);
+        --argc;
+        return tree;
+    }
+    const std::filesystem::path tree =
+        std::filesystem::read_symlink("/proc/self/exe").parent_path() / "bench-data" / "tree";
+    morlaine::bench::makeGeneratedTree(tree);
+    return tree.native();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const std::string tree = treeFromArguments(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    morlaine::bench::registerScanBenchmarks(tree);
+    morlaine::bench::registerJsonBenchmarks(tree);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

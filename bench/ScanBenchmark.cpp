@@ -1,0 +1,93 @@
+#include "ScanBenchmark.h"
+
+#include "Core/Scanner/DiskWalk.h"
+#include "Measurements.h"
+
+#include <benchmark/benchmark.h>
+
+#include <stdexcept>
+#include <vector>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+namespace morlaine::bench {
+
+namespace {
+
+constexpr int pairsOfRuns = 9;
+
+void runDu(const std::string& tree)
+{
+    std::vector<std::string> words{"du", "-sx", tree};
+    std::vector<char*> arguments{words[0].data(), words[1].data(), words[2].data(), nullptr};
+    posix_spawn_file_actions_t actions;
+    ::posix_spawn_file_actions_init(&actions);
+    ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t process = 0;
+    const int failure = ::posix_spawnp(&process, "du", &actions, nullptr, arguments.data(), environ);
+    ::posix_spawn_file_actions_destroy(&actions);
+    if (failure != 0) {
+        throw std::runtime_error("du cannot be started");
+    }
+    ::waitpid(process, nullptr, 0);
+}
+
+/// Must come first in the process: memory that an earlier tree left behind would be used again.
+void scanMemory(benchmark::State& state, const std::string& tree)
+{
+    for (auto _ : state) {
+        const std::int64_t before = residentBytes();
+        const FileNode root = scan(tree);
+        const std::int64_t growth = residentBytes() - before;
+        const std::int64_t nodes = nodesIn(root);
+        state.counters["bytes_per_node"] = static_cast<double>(growth) / static_cast<double>(nodes);
+        state.counters["nodes"] = static_cast<double>(nodes);
+    }
+}
+
+/// Both walk the same warm tree by turns, so that whatever else the machine does falls on both.
+void scanBesideDu(benchmark::State& state, const std::string& tree)
+{
+    std::vector<double> scanSeconds;
+    std::vector<double> duSeconds;
+    std::int64_t nodes = 0;
+    runDu(tree);
+    for (auto _ : state) {
+        std::optional<FileNode> root;
+        scanSeconds.push_back(secondsOf([&] { root = scan(tree); }));
+        duSeconds.push_back(secondsOf([&] { runDu(tree); }));
+        state.SetIterationTime(scanSeconds.back());
+        nodes = nodesIn(*root);
+    }
+    state.SetItemsProcessed(state.iterations() * nodes);
+    state.counters["du_ratio"] = median(scanSeconds) / median(duSeconds);
+    state.counters["scan_ms"] = median(scanSeconds) * 1e3;
+    state.counters["du_ms"] = median(duSeconds) * 1e3;
+}
+
+} // namespace
+
+FileNode scan(const std::string& tree)
+{
+    DiskWalk walk(FileSystem::native(), {}, [](const auto&...) {});
+    return walk.scan(FileUrl::fromPath(tree));
+}
+
+std::int64_t nodesIn(const FileNode& root)
+{
+    return root.fileCount() + root.directoryCount();
+}
+
+void registerScanBenchmarks(const std::string& tree)
+{
+    benchmark::RegisterBenchmark("scan/memory", scanMemory, tree)->Iterations(1)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("scan/besides_du", scanBesideDu, tree)
+        ->Iterations(pairsOfRuns)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+}
+
+} // namespace morlaine::bench

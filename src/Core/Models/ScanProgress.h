@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace morlaine {
+
+/// One snapshot of how far a scan has come.
+struct ScanProgress {
+    std::string currentPath; // exact bytes
+    std::int64_t filesCount = 0;
+    std::int64_t directoriesCount = 0;
+    std::int64_t totalSize = 0; // bytes
+    double elapsedTime = 0;     // seconds
+};
+
+} // namespace morlaine

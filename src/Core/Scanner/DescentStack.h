@@ -1,0 +1,37 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+namespace morlaine {
+
+/// The levels of a descent, each standing on the one below it. However it ends, the topmost level goes first.
+template <typename Level>
+class DescentStack {
+public:
+    DescentStack() = default;
+    DescentStack(const DescentStack&) = delete;
+    DescentStack& operator=(const DescentStack&) = delete;
+    ~DescentStack()
+    {
+        while (!isEmpty()) {
+            m_levels.pop_back();
+        }
+    }
+
+    [[nodiscard]] bool isEmpty() const noexcept { return m_levels.empty(); }
+    [[nodiscard]] Level& top() noexcept { return m_levels.back(); }
+
+    void push(Level&& level) { m_levels.push_back(std::move(level)); }
+    Level pop()
+    {
+        Level level = std::move(m_levels.back());
+        m_levels.pop_back();
+        return level;
+    }
+
+private:
+    std::vector<Level> m_levels;
+};
+
+} // namespace morlaine

@@ -1,0 +1,197 @@
+#include "Core/Scanner/DiskScanner.h"
+
+#include "Core/Scanner/DiskWalk.h"
+
+#include <QTimer>
+
+#include <exception>
+#include <new>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+#include <pthread.h>
+
+namespace morlaine {
+
+namespace {
+
+constexpr std::chrono::milliseconds clockInterval{100};
+
+QString cancellationMessage()
+{
+    return QStringLiteral("Scan cancelled by user.");
+}
+
+QString textOfBytes(const std::string& bytes)
+{
+    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+QString descriptionOf(const std::exception& error)
+{
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
+        return QStringLiteral("There is not enough memory to scan this folder.");
+    }
+    return QString::fromLocal8Bit(error.what());
+}
+
+} // namespace
+
+/// The background half of one scan. It knows the scanner only as something to be named in what it posts: the queue
+/// runs none of that once the scanner is gone.
+class DiskScanner::Walker {
+public:
+    Walker(DiskScanner& scanner, FileUrl url, std::stop_token stopToken)
+        : m_scanner(&scanner)
+        , m_fileSystem(scanner.m_fileSystem)
+        , m_mainThread(scanner.m_mainThread.poster())
+        , m_url(std::move(url))
+        , m_stopToken(std::move(stopToken))
+    {
+    }
+
+    void operator()() const
+    {
+        try {
+            post([root = walk()](DiskScanner& scanner) { scanner.finish(root); });
+        } catch (const ScanCancelled&) {
+            post([](DiskScanner& scanner) { scanner.fail(cancellationMessage()); });
+        } catch (const std::exception& error) {
+            post([message = descriptionOf(error)](DiskScanner& scanner) { scanner.fail(message); });
+        }
+    }
+
+private:
+    [[nodiscard]] FileNode walk() const
+    {
+        DiskWalk walk(m_fileSystem, m_stopToken, [this](const auto&... progress) {
+            post([progress...](DiskScanner& scanner) { scanner.showProgress(progress...); });
+        });
+        return walk.scan(m_url);
+    }
+
+    template <typename Task>
+    void post(Task task) const
+    {
+        m_mainThread.post([scanner = m_scanner, task = std::move(task)] { task(*scanner); });
+    }
+
+    DiskScanner* m_scanner;
+    std::shared_ptr<const FileSystem> m_fileSystem;
+    MainThreadQueue::Poster m_mainThread;
+    FileUrl m_url;
+    std::stop_token m_stopToken;
+};
+
+DiskScanner::DiskScanner(std::shared_ptr<const FileSystem> fileSystem, QObject* parent)
+    : QObject(parent)
+    , m_fileSystem(std::move(fileSystem))
+{
+}
+
+DiskScanner::~DiskScanner()
+{
+    if (m_scanTask) {
+        m_scanTask->request_stop();
+    }
+}
+
+void DiskScanner::startScan(const FileUrl& url)
+{
+    cancelScan();
+    publish(m_currentPath, textOfBytes(url.path()));
+    publish(m_scannedFilesCount, 0);
+    publish(m_scannedDirsCount, 0);
+    publish(m_totalSize, 0);
+    publish(m_elapsedTime, 0.0);
+    publish(m_scanResult, std::nullopt);
+    publish(m_errorMessage, std::nullopt);
+    m_startTime = Clock::now();
+    publish(m_isScanning, true);
+    startClock();
+    startWalk(url);
+}
+
+void DiskScanner::cancelScan()
+{
+    if (m_scanTask) {
+        m_scanTask->request_stop();
+        m_scanTask.reset();
+    }
+    stopClock();
+    publish(m_isScanning, false);
+}
+
+template <typename Property, typename Value>
+void DiskScanner::publish(Property& property, Value&& value)
+{
+    Q_EMIT objectWillChange();
+    property = std::forward<Value>(value);
+}
+
+void DiskScanner::startClock()
+{
+    m_timer = std::make_unique<QTimer>();
+    m_timer->setTimerType(Qt::PreciseTimer);
+    m_timer->setInterval(clockInterval);
+    connect(m_timer.get(), &QTimer::timeout, this, [this] { m_mainThread.post([this] { updateElapsedTime(); }); });
+    m_timer->start();
+}
+
+void DiskScanner::stopClock()
+{
+    m_timer.reset();
+}
+
+void DiskScanner::updateElapsedTime()
+{
+    if (m_startTime) {
+        publish(m_elapsedTime, std::chrono::duration<double>(Clock::now() - *m_startTime).count());
+    }
+}
+
+void DiskScanner::startWalk(const FileUrl& url)
+{
+    m_scanTask.emplace();
+    try {
+        std::thread thread(Walker(*this, url, m_scanTask->get_token()));
+        ::pthread_setname_np(thread.native_handle(), "scan");
+        thread.detach();
+    } catch (const std::system_error& error) {
+        m_mainThread.post([this, message = descriptionOf(error)] { fail(message); });
+    }
+}
+
+void DiskScanner::showProgress(const std::string& path, std::int64_t filesCount, std::int64_t dirsCount,
+                               std::int64_t totalSize)
+{
+    if (!m_isScanning) {
+        return;
+    }
+    publish(m_currentPath, textOfBytes(path));
+    publish(m_scannedFilesCount, filesCount);
+    publish(m_scannedDirsCount, dirsCount);
+    publish(m_totalSize, totalSize);
+}
+
+void DiskScanner::finish(const FileNode& root)
+{
+    publish(m_scanResult, root);
+    cleanup();
+}
+
+void DiskScanner::fail(const QString& message)
+{
+    cleanup();
+    publish(m_errorMessage, message);
+}
+
+void DiskScanner::cleanup()
+{
+    publish(m_isScanning, false);
+    stopClock();
+    updateElapsedTime();
+}
+
+} // namespace morlaine

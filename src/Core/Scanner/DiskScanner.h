@@ -1,0 +1,103 @@
+#pragma once
+
+#include "Core/Models/FileNode.h"
+#include "Platform/FileSystem.h"
+#include "Utilities/MainThreadQueue.h"
+
+#include <QObject>
+#include <QString>
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <stop_token>
+
+class QTimer;
+
+namespace morlaine {
+
+/// Scans one folder at a time into a tree and publishes how far it has come. The walk runs on a background thread;
+/// everything here belongs to the main thread, and published properties change from its event loop only.
+///
+/// A successful scan sets `scanResult` before `isScanning` becomes false; a failed one sets `isScanning` false and
+/// then `errorMessage`. A cancelled one sets `isScanning` false at once, and the message follows when the walk has
+/// stopped. What an earlier scan still has to say is written into the same properties: a message need not belong to
+/// the newest scan, and an earlier scan's end stops the newest one's progress.
+///
+/// Destroying the scanner abandons a running walk, which ends by itself: nothing waits for it.
+class DiskScanner : public QObject {
+    Q_OBJECT
+
+public:
+    explicit DiskScanner(std::shared_ptr<const FileSystem> fileSystem = FileSystem::native(),
+                         QObject* parent = nullptr);
+    ~DiskScanner() override;
+
+    /// Begins a scan of `url`; one that runs is cancelled first. Returns at once.
+    void startScan(const FileUrl& url);
+
+    /// Stops the running scan, if any. Returns at once.
+    void cancelScan();
+
+    [[nodiscard]] bool isScanning() const { return m_isScanning; }
+
+    /// The path last reported by the walk, for showing.
+    [[nodiscard]] const QString& currentPath() const { return m_currentPath; }
+
+    /// Files and packages counted so far.
+    [[nodiscard]] std::int64_t scannedFilesCount() const { return m_scannedFilesCount; }
+
+    /// Folders entered so far, the first included.
+    [[nodiscard]] std::int64_t scannedDirsCount() const { return m_scannedDirsCount; }
+
+    /// Bytes counted so far.
+    [[nodiscard]] std::int64_t totalSize() const { return m_totalSize; }
+
+    /// Seconds since the scan began; exact once it has ended.
+    [[nodiscard]] double elapsedTime() const { return m_elapsedTime; }
+
+    /// The tree of the last finished scan.
+    [[nodiscard]] const std::optional<FileNode>& scanResult() const { return m_scanResult; }
+
+    /// Why the last scan ended without a result.
+    [[nodiscard]] const std::optional<QString>& errorMessage() const { return m_errorMessage; }
+
+Q_SIGNALS:
+    /// A published property is about to change.
+    void objectWillChange();
+
+private:
+    using Clock = std::chrono::steady_clock;
+    class Walker;
+
+    template <typename Property, typename Value>
+    void publish(Property& property, Value&& value);
+
+    void startClock();
+    void stopClock();
+    void updateElapsedTime();
+    void startWalk(const FileUrl& url);
+    void showProgress(const std::string& path, std::int64_t filesCount, std::int64_t dirsCount, std::int64_t totalSize);
+    void finish(const FileNode& root);
+    void fail(const QString& message);
+    void cleanup();
+
+    const std::shared_ptr<const FileSystem> m_fileSystem;
+
+    bool m_isScanning = false;
+    QString m_currentPath = QStringLiteral("");
+    std::int64_t m_scannedFilesCount = 0;
+    std::int64_t m_scannedDirsCount = 0;
+    std::int64_t m_totalSize = 0;
+    double m_elapsedTime = 0;
+    std::optional<FileNode> m_scanResult;
+    std::optional<QString> m_errorMessage;
+
+    std::optional<std::stop_source> m_scanTask;
+    std::optional<Clock::time_point> m_startTime;
+    std::unique_ptr<QTimer> m_timer;
+    MainThreadQueue m_mainThread;
+};
+
+} // namespace morlaine

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "Core/Models/FileNode.h"
+#include "Core/Scanner/DescentStack.h"
+#include "Core/Scanner/ScanStats.h"
+#include "Platform/FileSystem.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <string_view>
+
+namespace morlaine {
+
+/// Thrown out of a walk that was asked to stop.
+struct ScanCancelled {};
+
+/// One walk over a folder: depth first, one item after another, on the thread that calls `scan`. An item that cannot
+/// be read becomes a node of size 0 and the walk goes on. A walk is used once.
+class DiskWalk {
+public:
+    /// Told of progress from the walking thread, at most once in 0.1 seconds: the path of the item last counted (exact
+    /// bytes), files and folders so far, bytes so far.
+    using UpdateCallback = std::function<void(const std::string& path, std::int64_t filesCount, std::int64_t dirsCount,
+                                              std::int64_t totalSize)>;
+
+    DiskWalk(std::shared_ptr<const FileSystem> fileSystem, std::stop_token stopToken, UpdateCallback updateCallback);
+
+    ~DiskWalk();
+    DiskWalk(const DiskWalk&) = delete;
+    DiskWalk& operator=(const DiskWalk&) = delete;
+
+    /// The tree at `url`, which is taken as it stands: a link there is not followed. Throws ScanCancelled soon after
+    /// the stop token was triggered, and whatever the file system throws.
+    [[nodiscard]] FileNode scan(const FileUrl& url);
+
+private:
+    struct Item;
+    struct OpenDirectory;
+    struct OpenPackage;
+
+    [[nodiscard]] FileNode scanNode(const FileUrl& url);
+    [[nodiscard]] std::optional<FileNode> visit(const Item& item);
+    [[nodiscard]] std::optional<FileNode> visitNextEntry();
+    [[nodiscard]] std::optional<FileNode> enterDirectory(const Item& item);
+    [[nodiscard]] FileNode leaveDirectory();
+    [[nodiscard]] FileNode measureFile(const Item& item);
+    [[nodiscard]] FileNode measurePackage(const Item& item);
+
+    [[nodiscard]] std::unique_ptr<Folder> openFolder(const Item& item) const;
+
+    [[nodiscard]] bool isExcluded(std::string_view path, const ResourceValues& resourceValues) const;
+    [[nodiscard]] std::int64_t calculateSizeOfPackage(std::unique_ptr<Folder> package) const;
+
+    void throwIfCancelled() const;
+    void reportAtIntervals(const FileUrl& url);
+
+    const std::shared_ptr<const FileSystem> m_fileSystem;
+    const std::stop_token m_stopToken;
+    const UpdateCallback m_updateCallback;
+
+    ScanStats m_stats;
+    std::string m_rootPath; // standardised, links resolved
+    std::optional<std::uint64_t> m_rootVolumeID;
+    std::string m_path; // of the item under the walk, standardised
+    DescentStack<OpenDirectory> m_openDirectories;
+};
+
+} // namespace morlaine

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "Utilities/FileUrl.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace morlaine {
+
+/// What the file system tells of one item without opening it or following it. A value that the system does not
+/// give is absent; the other flags are false then.
+struct ResourceValues {
+    std::optional<std::int64_t> fileSize;           // bytes of content; absent for a folder
+    std::optional<std::int64_t> totalAllocatedSize; // bytes on the volume, all that belongs to the item
+    std::optional<std::int64_t> allocatedSize;      // bytes on the volume
+    std::optional<std::uint64_t> volumeIdentifier;  // equal for all items of a volume
+    std::optional<bool> isDirectory;
+    bool isPackage = false; // a folder that people take for one thing, such as an application bundle
+    bool isSymbolicLink = false;
+    bool isVolume = false; // something is mounted here
+
+    friend bool operator==(const ResourceValues&, const ResourceValues&) = default;
+};
+
+/// The contents of a folder in the order in which the system listed them, the values of each entry fetched.
+class FolderContents {
+public:
+    struct Entry {
+        std::string_view name;        // exact bytes, valid while the contents live
+        const ResourceValues* values; // null when the entry could not be measured (it has vanished, say)
+    };
+
+    [[nodiscard]] std::size_t size() const noexcept { return m_entries.size(); }
+    [[nodiscard]] Entry operator[](std::size_t index) const noexcept;
+
+    void append(std::string_view name, const std::optional<ResourceValues>& values);
+
+private:
+    struct Stored {
+        std::size_t nameOffset;
+        std::size_t nameLength;
+        std::optional<ResourceValues> values;
+    };
+
+    std::string m_names;
+    std::vector<Stored> m_entries;
+};
+
+/// A folder on the way of a walk. Folders are entered from the one above them, which must outlive them, so that
+/// nothing that happens to the names higher up (one becomes a link, say) leads the walk elsewhere. One thread at a
+/// time for all folders of a walk.
+class Folder {
+public:
+    Folder() = default;
+    virtual ~Folder() = default;
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    /// Everything in the folder but `.` and `..`; nothing when the folder cannot be listed.
+    [[nodiscard]] virtual std::optional<FolderContents> contents() = 0;
+
+    /// The folder of that name in this one. Never fails: what is not there or no folder has no contents.
+    [[nodiscard]] virtual std::unique_ptr<Folder> folder(std::string_view name) = 0;
+};
+
+/// What a walk needs of the operating system. Stateless; any thread.
+class FileSystem {
+public:
+    FileSystem() = default;
+    virtual ~FileSystem() = default;
+    FileSystem(const FileSystem&) = delete;
+    FileSystem& operator=(const FileSystem&) = delete;
+
+    /// The running system's.
+    [[nodiscard]] static std::shared_ptr<const FileSystem> native();
+
+    /// The values of one item; nothing when they cannot be read.
+    [[nodiscard]] virtual std::optional<ResourceValues> resourceValues(const FileUrl& url) const = 0;
+
+    /// The identifier of the volume that holds the item; nothing when it cannot be read.
+    [[nodiscard]] virtual std::optional<std::uint64_t> volumeIdentifier(const FileUrl& url) const = 0;
+
+    /// The folder at which a walk begins.
+    [[nodiscard]] virtual std::unique_ptr<Folder> folder(const FileUrl& url) const = 0;
+
+    /// The same location with the symbolic links in its path followed; the location as it is when that fails.
+    [[nodiscard]] virtual FileUrl resolvingSymlinks(const FileUrl& url) const = 0;
+};
+
+} // namespace morlaine

@@ -1,0 +1,152 @@
+#include "Platform/Linux/LinuxFolder.h"
+
+#include "Platform/Linux/Measure.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace morlaine {
+
+namespace {
+
+constexpr std::size_t mostOpenFolders = 16;
+constexpr std::size_t listingBufferSize = std::size_t{128} * 1024;
+constexpr int openFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+bool isDotOrDotDot(const char* name)
+{
+    return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
+}
+
+} // namespace
+
+LinuxFolder::LinuxFolder(std::string path)
+    : m_parent(nullptr)
+    , m_name(std::move(path))
+    , m_state(std::make_shared<WalkState>())
+{
+    m_state->listingBuffer.resize(listingBufferSize);
+}
+
+LinuxFolder::LinuxFolder(LinuxFolder& parent, std::string_view name)
+    : m_parent(&parent)
+    , m_name(name)
+    , m_state(parent.m_state)
+{
+}
+
+LinuxFolder::~LinuxFolder()
+{
+    if (m_descriptor.isOpen()) {
+        reopenParent();
+        std::erase(m_state->openFolders, this);
+    }
+}
+
+std::optional<FolderContents> LinuxFolder::contents()
+{
+    FolderContents contents;
+    if (!open() || !list(contents)) {
+        return std::nullopt;
+    }
+    return contents;
+}
+
+std::unique_ptr<Folder> LinuxFolder::folder(std::string_view name)
+{
+    return std::make_unique<LinuxFolder>(*this, name);
+}
+
+bool LinuxFolder::open()
+{
+    std::vector<LinuxFolder*> closed;
+    for (LinuxFolder* folder = this; folder != nullptr && !folder->m_descriptor.isOpen(); folder = folder->m_parent) {
+        closed.push_back(folder);
+    }
+    for (; !closed.empty(); closed.pop_back()) {
+        LinuxFolder& folder = *closed.back();
+        FileDescriptor descriptor = folder.openFromParent();
+        if (!descriptor.isOpen()) {
+            return false;
+        }
+        if (folder.m_parent == nullptr) {
+            m_state->volume = volumeOf(descriptor.get());
+        }
+        folder.keep(std::move(descriptor));
+    }
+    return true;
+}
+
+FileDescriptor LinuxFolder::openFromParent() const
+{
+    if (m_parent != nullptr) {
+        return FileDescriptor(::openat(m_parent->m_descriptor.get(), m_name.c_str(), openFlags));
+    }
+    const std::optional<PathStart> start = startOfPath(m_name);
+    return start ? FileDescriptor(::openat(start->anchor(), std::string(start->rest).c_str(), openFlags))
+                 : FileDescriptor();
+}
+
+void LinuxFolder::keep(FileDescriptor descriptor)
+{
+    auto& openFolders = m_state->openFolders;
+    m_descriptor = std::move(descriptor);
+    openFolders.push_back(this);
+    if (openFolders.size() > mostOpenFolders) {
+        openFolders.front()->setAside();
+        openFolders.pop_front();
+    }
+}
+
+void LinuxFolder::setAside()
+{
+    m_identity = identityOf(m_descriptor);
+    m_descriptor = FileDescriptor();
+}
+
+/// Saves the way back from the start of a very deep walk. A folder that was moved meanwhile has another parent.
+void LinuxFolder::reopenParent()
+{
+    if (m_parent == nullptr || m_parent->m_descriptor.isOpen() || !m_parent->m_identity) {
+        return;
+    }
+    FileDescriptor above(::openat(m_descriptor.get(), "..", openFlags));
+    if (above.isOpen() && identityOf(above) == m_parent->m_identity) {
+        m_parent->m_descriptor = std::move(above);
+        m_state->openFolders.push_front(m_parent);
+    }
+}
+
+std::optional<LinuxFolder::Identity> LinuxFolder::identityOf(const FileDescriptor& descriptor)
+{
+    struct stat status;
+    if (::fstat(descriptor.get(), &status) != 0) {
+        return std::nullopt;
+    }
+    return Identity{status.st_dev, status.st_ino};
+}
+
+bool LinuxFolder::list(FolderContents& contents)
+{
+    std::vector<char>& buffer = m_state->listingBuffer;
+    for (;;) {
+        const ssize_t length = ::getdents64(m_descriptor.get(), buffer.data(), buffer.size());
+        if (length <= 0) {
+            return length == 0;
+        }
+        const char* const end = buffer.data() + length;
+        for (const char* next = buffer.data(); next != end;) {
+            const auto* entry = reinterpret_cast<const dirent64*>(next);
+            next += entry->d_reclen;
+            if (!isDotOrDotDot(entry->d_name)) {
+                contents.append(entry->d_name, measure(m_descriptor.get(), entry->d_name, m_state->volume));
+            }
+        }
+    }
+}
+
+} // namespace morlaine

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Platform/FileSystem.h"
+#include "Platform/Linux/FileDescriptor.h"
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace morlaine {
+
+class LinuxFolder;
+
+/// What all folders of one walk share: the few descriptors that are open at once, and the buffer for listings.
+struct WalkState {
+    std::deque<LinuxFolder*> openFolders; // those nearest to where the walk is, outermost first
+    std::vector<char> listingBuffer;
+    std::optional<std::uint64_t> volume; // of the folder at which the walk began
+};
+
+/// A folder of a walk. It is opened when it is first needed, relative to the one above it. Only the innermost few
+/// stay open; one that was closed is found again through ".." of the folder below it, or from the start of the walk.
+class LinuxFolder final : public Folder {
+public:
+    /// The folder at the absolute `path`, at which a walk begins.
+    explicit LinuxFolder(std::string path);
+    LinuxFolder(LinuxFolder& parent, std::string_view name);
+    ~LinuxFolder() override;
+
+    [[nodiscard]] std::optional<FolderContents> contents() override;
+    [[nodiscard]] std::unique_ptr<Folder> folder(std::string_view name) override;
+
+private:
+    struct Identity {
+        std::uint64_t device = 0;
+        std::uint64_t inode = 0;
+        friend bool operator==(const Identity&, const Identity&) = default;
+    };
+
+    [[nodiscard]] static std::optional<Identity> identityOf(const FileDescriptor& descriptor);
+
+    [[nodiscard]] bool open();
+    [[nodiscard]] FileDescriptor openFromParent() const;
+    void keep(FileDescriptor descriptor);
+    void setAside();
+    void reopenParent();
+    [[nodiscard]] bool list(FolderContents& contents);
+
+    LinuxFolder* const m_parent;
+    const std::string m_name; // the whole path where there is no parent
+    const std::shared_ptr<WalkState> m_state;
+    FileDescriptor m_descriptor;
+    std::optional<Identity> m_identity; // known once the folder has been set aside
+};
+
+} // namespace morlaine

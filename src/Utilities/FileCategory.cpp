@@ -1,0 +1,149 @@
+#include "Utilities/FileCategory.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <span>
+
+namespace morlaine {
+
+namespace {
+
+struct Traits {
+    std::string_view rawValue;
+    std::string_view displayName;
+    Color color;
+};
+
+constexpr std::array<Traits, FileCategory::allCases.size()> traits{{
+    {"image", "Images", {0.95, 0.40, 0.35}},
+    {"video", "Videos", {0.60, 0.40, 0.85}},
+    {"audio", "Audio", {0.20, 0.70, 0.65}},
+    {"application", "Applications", {0.25, 0.55, 0.90}},
+    {"archive", "Archives", {0.95, 0.75, 0.20}},
+    {"sourceCode", "Source Code", {0.30, 0.75, 0.40}},
+    {"document", "Documents", {0.90, 0.55, 0.25}},
+    {"system", "System Files", {0.50, 0.55, 0.60}},
+    {"other", "Other", {0.70, 0.72, 0.75}},
+}};
+
+struct Listed {
+    std::string_view extension;
+    FileCategory::Case category;
+};
+
+using enum FileCategory::Case;
+
+constexpr auto listedExtensions = std::to_array<Listed>({
+    {"jpg", image},       {"jpeg", image},         {"png", image},       {"gif", image},        {"tiff", image},
+    {"bmp", image},       {"heic", image},         {"webp", image},      {"raw", image},        {"svg", image},
+    {"psd", image},       {"mp4", video},          {"mkv", video},       {"mov", video},        {"avi", video},
+    {"wmv", video},       {"flv", video},          {"webm", video},      {"m4v", video},        {"mp3", audio},
+    {"wav", audio},       {"m4a", audio},          {"flac", audio},      {"aac", audio},        {"ogg", audio},
+    {"wma", audio},       {"app", application},    {"dmg", application}, {"pkg", application},  {"exe", application},
+    {"ipa", application}, {"zip", archive},        {"tar", archive},     {"gz", archive},       {"rar", archive},
+    {"7z", archive},      {"bz2", archive},        {"xz", archive},      {"dmg-part", archive}, {"swift", sourceCode},
+    {"m", sourceCode},    {"h", sourceCode},       {"c", sourceCode},    {"cpp", sourceCode},   {"py", sourceCode},
+    {"js", sourceCode},   {"ts", sourceCode},      {"html", sourceCode}, {"css", sourceCode},   {"go", sourceCode},
+    {"rs", sourceCode},   {"java", sourceCode},    {"kt", sourceCode},   {"sh", sourceCode},    {"json", sourceCode},
+    {"yaml", sourceCode}, {"xml", sourceCode},     {"php", sourceCode},  {"rb", sourceCode},    {"pl", sourceCode},
+    {"sql", sourceCode},  {"pdf", document},       {"docx", document},   {"doc", document},     {"xlsx", document},
+    {"xls", document},    {"pptx", document},      {"ppt", document},    {"txt", document},     {"rtf", document},
+    {"pages", document},  {"numbers", document},   {"key", document},    {"csv", document},     {"md", document},
+    {"epub", document},   {"pages-tef", document}, {"sys", system},      {"dll", system},       {"dylib", system},
+    {"so", system},       {"plist", system},       {"db", system},       {"sqlite", system},    {"ini", system},
+    {"log", system},      {"lock", system},        {"bak", system},
+});
+
+constexpr std::size_t longestExtension = std::ranges::max(listedExtensions, {}, [](const Listed& listed) {
+                                             return listed.extension.size();
+                                         }).extension.size();
+
+/// A hash table laid out by the compiler: open addressing with linear probing, at most a third full.
+class ExtensionTable {
+public:
+    consteval ExtensionTable()
+    {
+        for (const Listed& listed : listedExtensions) {
+            std::size_t slot = home(listed.extension);
+            while (!m_slots[slot].extension.empty()) {
+                slot = (slot + 1) % m_slots.size();
+            }
+            m_slots[slot] = listed;
+        }
+    }
+
+    [[nodiscard]] constexpr FileCategory::Case find(std::string_view lowerCase) const
+    {
+        for (std::size_t slot = home(lowerCase); !m_slots[slot].extension.empty(); slot = (slot + 1) % m_slots.size()) {
+            if (m_slots[slot].extension == lowerCase) {
+                return m_slots[slot].category;
+            }
+        }
+        return other;
+    }
+
+private:
+    [[nodiscard]] static constexpr std::size_t home(std::string_view text)
+    {
+        std::uint32_t hash = 2166136261U;
+        for (const char c : text) {
+            hash = (hash ^ static_cast<std::uint8_t>(c)) * 16777619U;
+        }
+        return (hash ^ (hash >> 16)) % slotCount;
+    }
+
+    static constexpr std::size_t slotCount = 256;
+    std::array<Listed, slotCount> m_slots{};
+};
+
+constexpr ExtensionTable extensionTable;
+
+constexpr char lowerCaseAscii(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+} // namespace
+
+FileCategory FileCategory::from(std::string_view ext)
+{
+    if (std::ranges::any_of(ext, [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
+        const auto text = QString::fromUtf8(ext.data(), static_cast<qsizetype>(ext.size()));
+        const QByteArray lowerCase = text.toLower().toUtf8();
+        return extensionTable.find({lowerCase.data(), static_cast<std::size_t>(lowerCase.size())});
+    }
+    if (ext.size() > longestExtension) {
+        return other;
+    }
+    std::array<char, longestExtension> lowerCase{};
+    std::ranges::transform(ext, lowerCase.begin(), lowerCaseAscii);
+    return extensionTable.find({lowerCase.data(), ext.size()});
+}
+
+std::optional<FileCategory> FileCategory::fromRawValue(std::string_view rawValue) noexcept
+{
+    for (const FileCategory category : allCases) {
+        if (category.rawValue() == rawValue) {
+            return category;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string_view FileCategory::rawValue() const noexcept
+{
+    return traits[m_case].rawValue;
+}
+
+std::string_view FileCategory::displayName() const noexcept
+{
+    return traits[m_case].displayName;
+}
+
+Color FileCategory::color() const noexcept
+{
+    return traits[m_case].color;
+}
+
+} // namespace morlaine

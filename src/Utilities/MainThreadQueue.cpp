@@ -1,0 +1,77 @@
+#include "Utilities/MainThreadQueue.h"
+
+#include <QSocketNotifier>
+
+#include <cstdint>
+#include <cstdlib>
+#include <deque>
+#include <mutex>
+#include <utility>
+
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace morlaine {
+
+struct MainThreadQueue::Channel {
+    Channel() : wakeUp(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK | EFD_SEMAPHORE))
+    {
+        if (wakeUp < 0) {
+            std::abort(); // out of descriptors before anything was opened
+        }
+    }
+    ~Channel() { ::close(wakeUp); }
+    Channel(const Channel&) = delete;
+    Channel& operator=(const Channel&) = delete;
+
+    const int wakeUp;
+    std::mutex mutex;
+    std::deque<Task> tasks;
+    bool isOpen = true;
+};
+
+void MainThreadQueue::Poster::post(Task task) const
+{
+    const std::lock_guard lock(m_channel->mutex);
+    if (!m_channel->isOpen) {
+        return;
+    }
+    m_channel->tasks.push_back(std::move(task));
+    const std::uint64_t one = 1;
+    // The counter holds one for each task that waits; it cannot fill up before the memory does.
+    [[maybe_unused]] const auto written = ::write(m_channel->wakeUp, &one, sizeof one);
+}
+
+MainThreadQueue::MainThreadQueue()
+    : m_channel(std::make_shared<Channel>())
+    , m_notifier(std::make_unique<QSocketNotifier>(m_channel->wakeUp, QSocketNotifier::Read))
+{
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
+                     [channel = m_channel] { runNext(std::shared_ptr(channel)); });
+}
+
+MainThreadQueue::~MainThreadQueue()
+{
+    // Destroyed behind the lock: a task may own something that posts when it goes.
+    std::deque<Task> abandoned;
+    const std::lock_guard lock(m_channel->mutex);
+    m_channel->isOpen = false;
+    abandoned.swap(m_channel->tasks);
+}
+
+void MainThreadQueue::runNext(const std::shared_ptr<Channel>& channel)
+{
+    Task task;
+    {
+        const std::lock_guard lock(channel->mutex);
+        std::uint64_t one = 0;
+        if (::read(channel->wakeUp, &one, sizeof one) < 0 || channel->tasks.empty()) {
+            return;
+        }
+        task = std::move(channel->tasks.front());
+        channel->tasks.pop_front();
+    }
+    task(); // may run an event loop of its own, or destroy the queue
+}
+
+} // namespace morlaine

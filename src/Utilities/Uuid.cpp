@@ -1,0 +1,103 @@
+#include "Utilities/Uuid.h"
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+
+namespace morlaine {
+
+namespace {
+
+constexpr bool isHyphenPosition(std::size_t position)
+{
+    return position == 8 || position == 13 || position == 18 || position == 23;
+}
+
+constexpr int hexValue(char c)
+{
+    if (c >= '0' && c <= '9') {
+        return c - '0';
+    }
+    if (c >= 'A' && c <= 'F') {
+        return c - 'A' + 10;
+    }
+    if (c >= 'a' && c <= 'f') {
+        return c - 'a' + 10;
+    }
+    return -1;
+}
+
+std::mt19937_64 seededGenerator()
+{
+    std::random_device device;
+    std::array<std::uint32_t, 8> entropy{};
+    std::generate(entropy.begin(), entropy.end(), std::ref(device));
+    std::seed_seq sequence(entropy.begin(), entropy.end());
+    return std::mt19937_64(sequence);
+}
+
+} // namespace
+
+Uuid Uuid::random()
+{
+    thread_local std::mt19937_64 generator = seededGenerator();
+    const std::array<std::uint64_t, 2> words{generator(), generator()};
+    Uuid id;
+    std::memcpy(id.m_bytes.data(), words.data(), id.m_bytes.size());
+    id.m_bytes[6] = static_cast<std::uint8_t>((id.m_bytes[6] & 0x0F) | 0x40);
+    id.m_bytes[8] = static_cast<std::uint8_t>((id.m_bytes[8] & 0x3F) | 0x80);
+    return id;
+}
+
+std::optional<Uuid> Uuid::fromText(std::string_view text) noexcept
+{
+    if (text.size() != textLength) {
+        return std::nullopt;
+    }
+    Uuid id;
+    std::size_t position = 0;
+    for (std::uint8_t& byte : id.m_bytes) {
+        if (isHyphenPosition(position) && text[position++] != '-') {
+            return std::nullopt;
+        }
+        const int high = hexValue(text[position]);
+        const int low = hexValue(text[position + 1]);
+        if (high < 0 || low < 0) {
+            return std::nullopt;
+        }
+        byte = static_cast<std::uint8_t>(high * 16 + low);
+        position += 2;
+    }
+    return id;
+}
+
+Uuid::Text Uuid::text() const noexcept
+{
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    Text text;
+    std::size_t position = 0;
+    for (const std::uint8_t byte : m_bytes) {
+        if (isHyphenPosition(position)) {
+            text[position++] = '-';
+        }
+        text[position++] = digits[byte >> 4];
+        text[position++] = digits[byte & 0x0F];
+    }
+    return text;
+}
+
+std::string Uuid::toString() const
+{
+    const Text characters = text();
+    return {characters.data(), characters.size()};
+}
+
+} // namespace morlaine
+
+std::size_t std::hash<morlaine::Uuid>::operator()(const morlaine::Uuid& id) const noexcept
+{
+    // Ids are random, but those read from a file need not be: both halves are mixed.
+    std::array<std::uint64_t, 2> words{};
+    std::memcpy(words.data(), id.bytes().data(), id.bytes().size());
+    return static_cast<std::size_t>((words[0] ^ (words[1] * 0x9E3779B97F4A7C15U)) * 0xBF58476D1CE4E5B9U);
+}
