@@ -5,6 +5,7 @@ target_compile_features(morlaine_conventions INTERFACE cxx_std_20)
 set(CMAKE_CXX_EXTENSIONS OFF)
 
 target_compile_options(morlaine_conventions INTERFACE
+    -fsized-deallocation
     -Wall
     -Wextra
     -Wpedantic

@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Builds everything, after installing what that takes, and runs all tests; needs no display.
+# Arguments go to ctest: scripts/test.sh -R Scanner
+set -euo pipefail
+# shellcheck source=scripts/common.sh
+source "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/common.sh"
+
+install_packages "$project_root/scripts/debian-packages.txt"
+build release
+
+cd -- "$project_root"
+exec ctest --preset release --parallel "$(nproc)" "$@"
