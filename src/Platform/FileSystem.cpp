@@ -2,6 +2,13 @@
 
 namespace morlaine {
 
+FolderContents::FolderContents()
+{
+    // Most folders hold less.
+    m_entries.reserve(32);
+    m_names.reserve(768);
+}
+
 FolderContents::Entry FolderContents::operator[](std::size_t index) const noexcept
 {
     const Stored& stored = m_entries[index];

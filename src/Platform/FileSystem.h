@@ -35,6 +35,8 @@ public:
         const ResourceValues* values; // null when the entry could not be measured (it has vanished, say)
     };
 
+    FolderContents();
+
     [[nodiscard]] std::size_t size() const noexcept { return m_entries.size(); }
     [[nodiscard]] Entry operator[](std::size_t index) const noexcept;
 

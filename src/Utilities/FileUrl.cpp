@@ -128,7 +128,8 @@ void FileUrl::release(Segment* segment) noexcept
 
 FileUrl FileUrl::appending(std::string_view component) const
 {
-    if (component.empty() || component.find_first_of(std::string_view("/\0", 2)) != std::string_view::npos) {
+    if (component.empty() || component.find('/') != std::string_view::npos ||
+        component.find('\0') != std::string_view::npos) {
         return fromPath(path() + '/' + std::string(component));
     }
     const std::string_view bytes = m_segment->view();

@@ -42,6 +42,10 @@ struct FileNode::Record {
     FileCategory fileCategory;
     std::uint8_t flags;
 
+    /// Everything but the ChildList, for which there is room.
+    [[nodiscard]] static Record* make(const Uuid& id, const FileUrl& location, std::string_view name, std::int64_t size,
+                                      FileCategory fileCategory, std::uint8_t flags, std::size_t childCount);
+
     [[nodiscard]] static std::size_t childListOffset(std::size_t nameLength) noexcept;
     [[nodiscard]] static std::size_t allocationSize(std::size_t nameLength, std::size_t childCount) noexcept;
 
@@ -67,6 +71,11 @@ constexpr std::size_t alignedUp(std::size_t offset, std::size_t alignment)
     return (offset + alignment - 1) / alignment * alignment;
 }
 
+bool isValidUtf8(std::string_view bytes)
+{
+    return QUtf8StringView(bytes.data(), static_cast<qsizetype>(bytes.size())).isValidUtf8();
+}
+
 /// The hash of a sequence of values, each fed in turn.
 class SequenceHash {
 public:
@@ -83,6 +92,17 @@ private:
 };
 
 } // namespace
+
+FileNode::Record* FileNode::Record::make(const Uuid& id, const FileUrl& location, std::string_view name,
+                                         std::int64_t size, FileCategory fileCategory, std::uint8_t flags,
+                                         std::size_t childCount)
+{
+    void* memory = ::operator new(allocationSize(name.size(), childCount));
+    auto* record =
+        ::new (memory) Record{1, static_cast<std::uint32_t>(name.size()), size, location, id, fileCategory, flags};
+    std::memcpy(record->nameBytes(), name.data(), name.size());
+    return record;
+}
 
 char* FileNode::Record::nameBytes() noexcept
 {
@@ -134,26 +154,31 @@ FileNode::FileNode(const Uuid& id, const FileUrl& url, std::string_view name, st
                    FileCategory fileCategory, std::optional<std::vector<FileNode>> children)
 {
     std::string repaired;
-    const auto nameLength = static_cast<qsizetype>(name.size());
-    if (!QUtf8StringView(name.data(), nameLength).isValidUtf8()) {
-        repaired = QString::fromUtf8(name.data(), nameLength).toStdString();
+    if (!isValidUtf8(name)) {
+        repaired = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())).toStdString();
         name = repaired;
     }
     const std::size_t childCount = children ? children->size() : 0;
-    // A folder keeps its own url, since its children hold the very same one.
+    // A folder that holds something keeps its own url, since its children hold the very same one.
     const std::optional<FileUrl> folder =
         childCount == 0 && url.lastPathComponent() == name ? url.sharedFolder() : std::nullopt;
     const auto flags = static_cast<std::uint8_t>(
         (isDirectory ? Record::isDirectory : 0) | (children ? Record::hasList : 0) |
         (childCount != 0 ? Record::hasChildren : 0) | (folder ? Record::locationIsFolder : 0));
-
-    void* memory = ::operator new(Record::allocationSize(name.size(), childCount));
-    m_record = ::new (memory)
-        Record{1, static_cast<std::uint32_t>(name.size()), size, folder ? *folder : url, id, fileCategory, flags};
-    std::memcpy(m_record->nameBytes(), name.data(), name.size());
+    m_record = Record::make(id, folder ? *folder : url, name, size, fileCategory, flags, childCount);
     if (childCount != 0) {
         m_record->fillChildList(*std::move(children));
     }
+}
+
+FileNode FileNode::inFolder(const FileUrl& folder, std::string_view component, std::int64_t size, bool isDirectory,
+                            FileCategory fileCategory)
+{
+    if (!isValidUtf8(component)) {
+        return {folder.appending(component), component, size, isDirectory, fileCategory, std::nullopt};
+    }
+    const auto flags = static_cast<std::uint8_t>(Record::locationIsFolder | (isDirectory ? Record::isDirectory : 0));
+    return FileNode(Record::make(Uuid::random(), folder, component, size, fileCategory, flags, 0));
 }
 
 FileNode::FileNode(const FileUrl& url, std::string_view name, std::int64_t size, bool isDirectory,
@@ -173,13 +198,6 @@ FileNode& FileNode::operator=(const FileNode& other) noexcept
 {
     FileNode copy(other);
     std::swap(m_record, copy.m_record);
-    return *this;
-}
-
-FileNode& FileNode::operator=(FileNode&& other) noexcept
-{
-    FileNode moved(std::move(other));
-    std::swap(m_record, moved.m_record);
     return *this;
 }
 

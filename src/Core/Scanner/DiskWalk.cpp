@@ -22,35 +22,61 @@ std::int64_t measuredSize(const ResourceValues& values)
     return allocated ? std::min(fileSize, *allocated) : fileSize;
 }
 
-FileNode emptyNode(const FileUrl& url, bool isDirectory, bool hasList)
-{
-    return {url,         url.lastPathComponent(), 0,
-            isDirectory, FileCategory::other,     hasList ? std::optional(std::vector<FileNode>()) : std::nullopt};
-}
-
 } // namespace
-
-/// What the walk has come to.
-struct DiskWalk::Item {
-    FileUrl url;
-    const ResourceValues* values; // null when they cannot be read
-    Folder* folder;               // that the item stands in; null for the top of the walk
-};
 
 /// A folder whose contents are being visited.
 struct DiskWalk::OpenDirectory {
+    struct Child {
+        std::int64_t size;
+        FileNode node;
+    };
+
     FileUrl url;
     std::unique_ptr<Folder> folder;
     FolderContents contents;
     std::size_t pathLength; // of the folder's own path in m_path, without a slash at its end
-    std::vector<FileNode> children;
+    std::vector<Child> children;
     std::size_t nextEntry = 0;
     std::int64_t size = 0;
 
     void add(FileNode&& child)
     {
-        size = checkedAdd(size, child.size());
-        children.push_back(std::move(child));
+        const std::int64_t childSize = child.size();
+        size = checkedAdd(size, childSize);
+        children.push_back({childSize, std::move(child)});
+    }
+
+    /// Largest first; equal sizes stay in the order of the listing.
+    [[nodiscard]] std::vector<FileNode> takeSortedChildren()
+    {
+        std::ranges::stable_sort(children, std::ranges::greater(), &Child::size);
+        std::vector<FileNode> nodes;
+        nodes.reserve(children.size());
+        for (Child& child : children) {
+            nodes.push_back(std::move(child.node));
+        }
+        return nodes;
+    }
+};
+
+/// What the walk has come to: the top, or an entry of an open folder.
+struct DiskWalk::Item {
+    const FileUrl* top;             // null for an entry
+    const OpenDirectory* directory; // null for the top
+    std::string_view name;
+    const ResourceValues* values; // null when they cannot be read
+
+    [[nodiscard]] FileUrl url() const { return top != nullptr ? *top : directory->url.appending(name); }
+
+    [[nodiscard]] FileNode leaf(std::int64_t size, bool isDirectory, FileCategory category) const
+    {
+        return top != nullptr ? FileNode(*top, name, size, isDirectory, category, std::nullopt)
+                              : FileNode::inFolder(directory->url, name, size, isDirectory, category);
+    }
+
+    [[nodiscard]] FileNode emptyFolder(bool isDirectory) const
+    {
+        return {url(), name, 0, isDirectory, FileCategory::other, std::vector<FileNode>()};
     }
 };
 
@@ -85,7 +111,7 @@ FileNode DiskWalk::scanNode(const FileUrl& url)
 {
     throwIfCancelled();
     const std::optional<ResourceValues> values = m_fileSystem->resourceValues(url);
-    std::optional<FileNode> finished = visit({url, values ? &*values : nullptr, nullptr});
+    std::optional<FileNode> finished = visit({&url, nullptr, url.lastPathComponent(), values ? &*values : nullptr});
     while (!m_openDirectories.isEmpty()) {
         const OpenDirectory& directory = m_openDirectories.top();
         finished = directory.nextEntry < directory.contents.size() ? visitNextEntry() : leaveDirectory();
@@ -104,20 +130,20 @@ std::optional<FileNode> DiskWalk::visitNextEntry()
     m_path.resize(directory.pathLength);
     m_path += '/';
     m_path += entry.name;
-    return visit({directory.url.appending(entry.name), entry.values, directory.folder.get()});
+    return visit({nullptr, &directory, entry.name, entry.values});
 }
 
 /// The node of an item, or nothing for a folder that has been entered and yields its node when it is left.
 std::optional<FileNode> DiskWalk::visit(const Item& item)
 {
     if (item.values == nullptr) {
-        return emptyNode(item.url, false, false);
+        return item.leaf(0, false, FileCategory::other);
     }
     if (isExcluded(m_path, *item.values)) {
-        return emptyNode(item.url, item.values->isDirectory.value_or(false), true);
+        return item.emptyFolder(item.values->isDirectory.value_or(false));
     }
     if (item.values->isSymbolicLink) {
-        return emptyNode(item.url, false, false);
+        return item.leaf(0, false, FileCategory::other);
     }
     if (item.values->isPackage) {
         return measurePackage(item);
@@ -131,48 +157,47 @@ std::optional<FileNode> DiskWalk::visit(const Item& item)
 std::optional<FileNode> DiskWalk::enterDirectory(const Item& item)
 {
     m_stats.countDirectory();
-    reportAtIntervals(item.url);
+    reportAtIntervals(item);
     std::unique_ptr<Folder> folder = openFolder(item);
     std::optional<FolderContents> contents = folder->contents();
     if (!contents) {
-        return emptyNode(item.url, true, true);
+        return item.emptyFolder(true);
     }
     const std::size_t pathLength = m_path == "/" ? 0 : m_path.size();
-    std::vector<FileNode> children;
+    std::vector<OpenDirectory::Child> children;
     children.reserve(contents->size());
-    m_openDirectories.push({item.url, std::move(folder), *std::move(contents), pathLength, std::move(children)});
+    m_openDirectories.push({item.url(), std::move(folder), *std::move(contents), pathLength, std::move(children)});
     return std::nullopt;
 }
 
 FileNode DiskWalk::leaveDirectory()
 {
     OpenDirectory directory = m_openDirectories.pop();
-    std::ranges::stable_sort(directory.children, std::ranges::greater(), &FileNode::size);
     const std::string_view lastComponent = directory.url.lastPathComponent();
     const std::string name = lastComponent.empty() ? directory.url.path() : std::string(lastComponent);
-    return {directory.url, name, directory.size, true, FileCategory::other, std::move(directory.children)};
+    return {directory.url, name, directory.size, true, FileCategory::other, directory.takeSortedChildren()};
 }
 
 FileNode DiskWalk::measureFile(const Item& item)
 {
     const std::int64_t size = measuredSize(*item.values);
-    const FileCategory category = FileCategory::from(item.url.pathExtension());
+    const FileCategory category = FileCategory::from(FileUrl::pathExtension(item.name));
     m_stats.countFile(size);
-    reportAtIntervals(item.url);
-    return {item.url, item.url.lastPathComponent(), size, false, category, std::nullopt};
+    reportAtIntervals(item);
+    return item.leaf(size, false, category);
 }
 
 FileNode DiskWalk::measurePackage(const Item& item)
 {
     const std::int64_t size = calculateSizeOfPackage(openFolder(item));
     m_stats.countFile(size);
-    reportAtIntervals(item.url);
-    return {item.url, item.url.lastPathComponent(), size, false, FileCategory::application, std::nullopt};
+    reportAtIntervals(item);
+    return item.leaf(size, false, FileCategory::application);
 }
 
 std::unique_ptr<Folder> DiskWalk::openFolder(const Item& item) const
 {
-    return item.folder == nullptr ? m_fileSystem->folder(item.url) : item.folder->folder(item.url.lastPathComponent());
+    return item.top != nullptr ? m_fileSystem->folder(*item.top) : item.directory->folder->folder(item.name);
 }
 
 bool DiskWalk::isExcluded(std::string_view path, const ResourceValues& resourceValues) const
@@ -232,12 +257,12 @@ void DiskWalk::throwIfCancelled() const
     }
 }
 
-void DiskWalk::reportAtIntervals(const FileUrl& url)
+void DiskWalk::reportAtIntervals(const Item& item)
 {
     const auto now = ScanStats::Clock::now();
     if (now - m_stats.lastUpdateTime > reportInterval) {
         m_stats.lastUpdateTime = now;
-        m_updateCallback(url.path(), m_stats.filesCount, m_stats.dirsCount, m_stats.totalSize);
+        m_updateCallback(item.url().path(), m_stats.filesCount, m_stats.dirsCount, m_stats.totalSize);
     }
 }
 

@@ -56,7 +56,7 @@ private:
     [[nodiscard]] std::int64_t calculateSizeOfPackage(std::unique_ptr<Folder> package) const;
 
     void throwIfCancelled() const;
-    void reportAtIntervals(const FileUrl& url);
+    void reportAtIntervals(const Item& item);
 
     const std::shared_ptr<const FileSystem> m_fileSystem;
     const std::stop_token m_stopToken;
