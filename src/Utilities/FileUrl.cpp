@@ -132,12 +132,17 @@ FileUrl FileUrl::appending(std::string_view component) const
         component.find('\0') != std::string_view::npos) {
         return fromPath(path() + '/' + std::string(component));
     }
+    FileUrl folder = asFolder();
+    Segment* segment = makeSegment(folder.m_segment, component);
+    folder.m_segment = nullptr; // the new segment holds it now
+    return FileUrl(segment);
+}
+
+FileUrl FileUrl::asFolder() const
+{
     const std::string_view bytes = m_segment->view();
-    if (m_segment->folder == nullptr && bytes.size() > 1 && bytes.back() == '/') {
-        return FileUrl(makeSegment(nullptr, withoutTrailingSlashes(bytes))).appending(component);
-    }
-    m_segment->references.fetch_add(1, std::memory_order_relaxed);
-    return FileUrl(makeSegment(m_segment, component));
+    const std::string_view path = m_segment->folder == nullptr ? withoutTrailingSlashes(bytes) : bytes;
+    return path.size() == bytes.size() ? *this : FileUrl(makeSegment(nullptr, path));
 }
 
 std::optional<FileUrl> FileUrl::sharedFolder() const noexcept

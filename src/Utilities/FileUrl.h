@@ -33,6 +33,9 @@ public:
     /// The location of `component` (one file name, neither empty nor with a slash) inside this folder.
     [[nodiscard]] FileUrl appending(std::string_view component) const;
 
+    /// This url as the urls appended to it share it: without trailing slashes.
+    [[nodiscard]] FileUrl asFolder() const;
+
     /// The folder that this url was appended to; nothing for a url made from a whole path.
     [[nodiscard]] std::optional<FileUrl> sharedFolder() const noexcept;
 

@@ -47,7 +47,7 @@ MainThreadQueue::MainThreadQueue()
     , m_notifier(std::make_unique<QSocketNotifier>(m_channel->wakeUp, QSocketNotifier::Read))
 {
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
-                     [channel = m_channel] { runNext(std::shared_ptr(channel)); });
+                     [channel = m_channel] { runWaiting(std::shared_ptr(channel)); });
 }
 
 MainThreadQueue::~MainThreadQueue()
@@ -59,19 +59,32 @@ MainThreadQueue::~MainThreadQueue()
     abandoned.swap(m_channel->tasks);
 }
 
-void MainThreadQueue::runNext(const std::shared_ptr<Channel>& channel)
+bool MainThreadQueue::runNext(const std::shared_ptr<Channel>& channel)
 {
     Task task;
     {
         const std::lock_guard lock(channel->mutex);
         std::uint64_t one = 0;
         if (::read(channel->wakeUp, &one, sizeof one) < 0 || channel->tasks.empty()) {
-            return;
+            return false;
         }
         task = std::move(channel->tasks.front());
         channel->tasks.pop_front();
     }
     task(); // may run an event loop of its own, or destroy the queue
+    return true;
+}
+
+/// Runs what waits by now. What comes meanwhile has its turn behind the loop's other events.
+void MainThreadQueue::runWaiting(const std::shared_ptr<Channel>& channel)
+{
+    std::size_t waiting = 0;
+    {
+        const std::lock_guard lock(channel->mutex);
+        waiting = channel->tasks.size();
+    }
+    while (waiting-- > 0 && runNext(channel)) {
+    }
 }
 
 } // namespace morlaine

@@ -8,7 +8,7 @@ class QSocketNotifier;
 namespace morlaine {
 
 /// Carries work from any thread to the thread that made the queue, which runs it from its event loop in the order
-/// of posting, one for each turn of the loop. Belongs to an object of that thread as a member: once the queue is gone,
+/// of posting. Belongs to an object of that thread as a member: once the queue is gone,
 /// nothing that was or will be posted runs.
 ///
 /// The posting side touches nothing of the toolkit and nothing of the owner, so that a thread may go on posting while
@@ -40,7 +40,8 @@ public:
     void post(Task task) { poster().post(std::move(task)); }
 
 private:
-    static void runNext(const std::shared_ptr<Channel>& channel);
+    static bool runNext(const std::shared_ptr<Channel>& channel);
+    static void runWaiting(const std::shared_ptr<Channel>& channel);
 
     std::shared_ptr<Channel> m_channel;
     std::unique_ptr<QSocketNotifier> m_notifier;

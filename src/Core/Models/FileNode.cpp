@@ -178,7 +178,7 @@ FileNode FileNode::inFolder(const FileUrl& folder, std::string_view component, s
         return {folder.appending(component), component, size, isDirectory, fileCategory, std::nullopt};
     }
     const auto flags = static_cast<std::uint8_t>(Record::locationIsFolder | (isDirectory ? Record::isDirectory : 0));
-    return FileNode(Record::make(Uuid::random(), folder, component, size, fileCategory, flags, 0));
+    return FileNode(Record::make(Uuid::random(), folder.asFolder(), component, size, fileCategory, flags, 0));
 }
 
 FileNode::FileNode(const FileUrl& url, std::string_view name, std::int64_t size, bool isDirectory,

@@ -13,7 +13,7 @@ namespace morlaine {
 /// Why a text is no tree.
 struct DecodeError {
     std::string reason;     // what is wrong, in words
-    std::size_t offset = 0; // where: bytes read before the fault was seen
+    std::size_t offset = 0; // where: bytes before the place where the fault was seen
 
     [[nodiscard]] std::string message() const;
 };

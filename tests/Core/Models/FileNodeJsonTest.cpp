@@ -1,0 +1,335 @@
+#include "Core/Models/FileNodeJson.h"
+
+#include "Support/SmallStack.h"
+#include "Support/TreeText.h"
+
+#include <QBuffer>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+#include <string>
+
+namespace morlaine {
+namespace {
+
+using namespace std::string_literals;
+using test::treeFromText;
+
+std::string encoded(const FileNode& root)
+{
+    QByteArray text;
+    QBuffer sink(&text);
+    sink.open(QIODevice::WriteOnly);
+    EXPECT_TRUE(encodeFileNode(root, sink));
+    return text.toStdString();
+}
+
+std::variant<FileNode, DecodeError> decoded(const std::string& text)
+{
+    QByteArray bytes = QByteArray::fromStdString(text);
+    QBuffer source(&bytes);
+    source.open(QIODevice::ReadOnly);
+    return decodeFileNode(source);
+}
+
+/// A device without end or memory behind it: `piece` is repeated until `length` bytes have been read.
+class Repeated : public QIODevice {
+public:
+    Repeated(std::string start, std::string piece, qint64 length)
+        : m_start(std::move(start))
+        , m_piece(std::move(piece))
+        , m_length(length)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    [[nodiscard]] qint64 bytesTaken() const { return m_taken; }
+
+protected:
+    qint64 readData(char* data, qint64 most) override
+    {
+        const qint64 length = std::min(most, m_length - m_taken);
+        for (qint64 i = 0; i < length; ++i, ++m_taken) {
+            const auto position = static_cast<std::size_t>(m_taken);
+            data[i] =
+                position < m_start.size() ? m_start[position] : m_piece[(position - m_start.size()) % m_piece.size()];
+        }
+        return length;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    std::string m_start;
+    std::string m_piece;
+    qint64 m_length;
+    qint64 m_taken = 0;
+};
+
+/// Takes so many bytes and then no more.
+class FullDisk : public QIODevice {
+public:
+    explicit FullDisk(qint64 room) : m_room(room) { open(QIODevice::WriteOnly | QIODevice::Unbuffered); }
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char*, qint64 length) override
+    {
+        m_room -= length;
+        return m_room < 0 ? -1 : length;
+    }
+
+private:
+    qint64 m_room;
+};
+
+constexpr const char* fileText =
+    R"({"id":"0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E5","url":"file:///a%20b/x.c","name":"x.c","size":42,)"
+    R"("isDirectory":false,"fileCategory":"sourceCode"})";
+
+/// The text of a small node with one piece of it replaced.
+std::string withReplaced(const std::string& piece, const std::string& replacement)
+{
+    std::string text = fileText;
+    const std::size_t position = text.find(piece);
+    EXPECT_NE(position, std::string::npos) << piece;
+    return text.replace(position, piece.size(), replacement);
+}
+
+std::string withChildren(const std::string& children)
+{
+    return withReplaced(R"("sourceCode"})", R"("sourceCode","children":)" + children + '}');
+}
+
+TEST(FileNodeJson, WritesKeysInOrderAndOmitsAnAbsentList)
+{
+    const Uuid id = *Uuid::fromText("0f1c2d3e-4a5b-4c6d-8e7f-90a1b2c3d4e5");
+    const FileUrl folder = FileUrl::fromPath("/a b");
+    const FileNode file(id, folder.appending("x.c"), "x.c", 42, false, FileCategory::sourceCode, std::nullopt);
+    EXPECT_EQ(encoded(file), fileText);
+
+    const FileNode empty(id, folder, "a b", 0, true, FileCategory::other, std::vector<FileNode>());
+    const std::string start = R"({"id":"0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E5","url":"file:///a%20b","name":"a b",)";
+    EXPECT_EQ(encoded(empty), start + R"("size":0,"isDirectory":true,"fileCategory":"other","children":[]})");
+
+    const FileNode full(id, folder, "a b", 84, true, FileCategory::other, std::vector{file, file});
+    EXPECT_EQ(encoded(full), start + R"("size":84,"isDirectory":true,"fileCategory":"other","children":[)" + fileText +
+                                 ',' + fileText + "]}");
+}
+
+TEST(FileNodeJson, ReadsBackWhatItWrote)
+{
+    const FileUrl folder = FileUrl::fromPath("/top/");
+    std::vector<FileNode> odd;
+    for (const std::string name :
+         {"quote\"back\\slash", "line\nbreak\x01", "broken\xFF", "ünï😀", "per%cent", " ", "a/b"}) {
+        odd.push_back(FileNode(FileUrl::fromPath("/top/" + name), name, -5, false, FileCategory::image, std::nullopt));
+        if (name.find('/') == std::string::npos) {
+            odd.push_back(
+                FileNode::inFolder(folder, name, std::numeric_limits<std::int64_t>::max(), false, FileCategory::video));
+        }
+    }
+    const FileNode trees[] = {
+        treeFromText("one 1"),
+        treeFromText("absent!"),
+        treeFromText("root/\n  big.mp4 900\n  sub/\n    a.txt 3\n    deeper/\n      b 2\n  empty/\n  c 1"),
+        FileNode(FileUrl::fromPath("/"), "/", 0, true, FileCategory::other, std::vector{treeFromText("x 1", "/")}),
+        FileNode(folder, "shown as something else", 0, true, FileCategory::other, odd),
+    };
+    for (const FileNode& tree : trees) {
+        const auto result = decoded(encoded(tree));
+        ASSERT_TRUE(std::holds_alternative<FileNode>(result)) << std::get<DecodeError>(result).message();
+        EXPECT_EQ(std::get<FileNode>(result), tree);
+        EXPECT_EQ(encoded(std::get<FileNode>(result)), encoded(tree));
+    }
+}
+
+TEST(FileNodeJson, SharesFoldersInATreeThatIsRead)
+{
+    const auto result = decoded(encoded(treeFromText("root/\n  a 1\n  sub/\n    b 2", "/x")));
+    const FileNode root = std::get<FileNode>(result);
+    EXPECT_EQ(root.children()->front().url().sharedFolder(), root.url());
+    const FileNode sub = root.children()->back();
+    EXPECT_EQ(sub.children()->front().url().sharedFolder(), sub.url());
+}
+
+TEST(FileNodeJson, AcceptsEveryTextOfATree)
+{
+    struct Case {
+        std::string text;
+        std::function<bool(const FileNode&)> isRead;
+    };
+    const auto hasNoList = [](const FileNode& node) { return !node.children(); };
+    const auto hasOneChild = [](const FileNode& node) { return node.childrenOrNone().size() == 1; };
+    const Case cases[] = {
+        {fileText, hasNoList},
+        {withChildren("null"), hasNoList},
+        {withChildren("[]"), [](const FileNode& node) { return node.children() && node.children()->empty(); }},
+        {withChildren("["s + fileText + "]"), hasOneChild},
+        {withReplaced(R"("size":42,)", R"("size":1,"size":42,)"), [](const FileNode& n) { return n.size() == 42; }},
+        {withReplaced("42", "9223372036854775807"), [](const FileNode& n) { return n.size() > 0; }},
+        {withReplaced("42", "-9223372036854775808"), [](const FileNode& n) { return n.size() < 0; }},
+        {withReplaced("0F1C", "0f1c"), hasNoList},
+        {withReplaced("x.c\",\"size", "\\u00e9\\ud83d\\ude00\\\"\",\"size"),
+         [](const FileNode& node) { return node.name() == "é😀\""; }},
+        {withReplaced(R"("name")", R"("new":[{"id":1,"children":{}},[[null,1.5e9,"x"]]],"other":{"size":"a"},"name")"),
+         hasNoList},
+        {" \n\t" + withReplaced(":42", " : 42 ") + " \r\n", hasNoList},
+        {R"({"children":[)"s + fileText + "]," + (fileText + 1), hasOneChild},
+    };
+    for (const Case& c : cases) {
+        const auto result = decoded(c.text);
+        ASSERT_TRUE(std::holds_alternative<FileNode>(result)) << c.text << std::get<DecodeError>(result).message();
+        EXPECT_TRUE(c.isRead(std::get<FileNode>(result))) << c.text;
+    }
+}
+
+TEST(FileNodeJson, RejectsEverythingElseAsAWhole)
+{
+    struct Case {
+        std::string text;
+        const char* reason;
+    };
+    const std::string node = fileText;
+    const Case cases[] = {
+        {"", "empty"},
+        {"null", "expected an object, found null"},
+        {"[" + node + "]", "expected an object, found an array"},
+        {"\"x\"", "expected an object, found a string"},
+        {"{}", "missing key \"id\""},
+        {withReplaced(R"("url":"file:///a%20b/x.c",)", ""), "missing key \"url\""},
+        {withReplaced(R"("name":"x.c",)", ""), "missing key \"name\""},
+        {withReplaced(R"("size":42,)", ""), "missing key \"size\""},
+        {withReplaced(R"("isDirectory":false,)", ""), "missing key \"isDirectory\""},
+        {withReplaced(R"(,"fileCategory":"sourceCode")", ""), "missing key \"fileCategory\""},
+        {withReplaced("\"size\"", "\"Size\""), "missing key \"size\""},
+        {withReplaced("\"0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E5\"", "\"0F1C\""), "\"id\" is no UUID"},
+        {withReplaced("\"0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E5\"", "7"), "type of \"id\", found an integer"},
+        {withReplaced("file:///a%20b/x.c", "http://host/x"), "\"url\" is no file url"},
+        {withReplaced("file:///a%20b/x.c", "/a b/x.c"), "\"url\" is no file url"},
+        {withReplaced("\"x.c\"", "null"), "type of \"name\", found null"},
+        {withReplaced("\"x.c\"", "[]"), "type of \"name\", found an array"},
+        {withReplaced("42", "\"42\""), "type of \"size\", found a string"},
+        {withReplaced("42", "42.5"), "found a number that is no 64-bit integer"},
+        {withReplaced("42", "42.0"), "found a number that is no 64-bit integer"},
+        {withReplaced("42", "4e2"), "found a number that is no 64-bit integer"},
+        {withReplaced("42", "9223372036854775808"), "beyond 64 bits"},
+        {withReplaced("42", "-9223372036854775809"), "found a number that is no 64-bit integer"},
+        {withReplaced("42", "99999999999999999999999"), "found a number that is no 64-bit integer"},
+        {withReplaced("42", "true"), "type of \"size\", found a boolean"},
+        {withReplaced("42", "{}"), "type of \"size\", found an object"},
+        {withReplaced("false", "0"), "type of \"isDirectory\", found an integer"},
+        {withReplaced("sourceCode", "sourcecode"), "unknown \"fileCategory\""},
+        {withReplaced("\"sourceCode\"", "5"), "type of \"fileCategory\", found an integer"},
+        {withChildren("{}"), "type of \"children\", found an object"},
+        {withChildren("5"), "type of \"children\", found an integer"},
+        {withChildren("[null]"), "expected an object, found null"},
+        {withChildren("[5]"), "expected an object, found an integer"},
+        {withChildren("[[]]"), "expected an object, found an array"},
+        {withChildren("[" + node + ",{}]"), "missing key \"id\""},
+        {node + "x", "root"},
+        {node + node, "root"},
+        {node + "\0"s, "something follows the tree"},
+        {withReplaced("x.c", "x\xFF"), "encoding"},
+        {withReplaced("\"name\":\"x.c\"", "\"name\":\"\\ud800\""), "surrogate"},
+        {withReplaced("42", "042"), "comma"},
+        {withReplaced("42", "NaN"), "Invalid value"},
+        {withReplaced("}", ",}"), "name"},
+        {"\xEF\xBB\xBF" + node, "Invalid value"},
+    };
+    for (const Case& c : cases) {
+        const auto result = decoded(c.text);
+        ASSERT_TRUE(std::holds_alternative<DecodeError>(result)) << c.text;
+        const DecodeError& error = std::get<DecodeError>(result);
+        EXPECT_NE(error.reason.find(c.reason), std::string::npos) << c.text << '\n' << error.reason;
+        EXPECT_LE(error.offset, c.text.size()) << c.text;
+    }
+    EXPECT_EQ(std::get<DecodeError>(decoded("{}")).message(), "missing key \"id\" at byte 1");
+}
+
+TEST(FileNodeJson, RejectsEveryTruncation)
+{
+    const std::string text = withChildren("["s + fileText + ',' + fileText + ']');
+    for (std::size_t length = 0; length < text.size(); ++length) {
+        EXPECT_TRUE(std::holds_alternative<DecodeError>(decoded(text.substr(0, length)))) << length;
+    }
+    EXPECT_TRUE(std::holds_alternative<FileNode>(decoded(text)));
+}
+
+TEST(FileNodeJson, ReadsTextsThatAreLargerThanAnyBuffer)
+{
+    const std::string name(300'000, 'n');
+    const FileNode node(FileUrl::fromPath("/" + name), name, 1, false, FileCategory::other, std::nullopt);
+    const FileNode folder(FileUrl::fromPath("/"), "/", 3, true, FileCategory::other, std::vector{node, node, node});
+    EXPECT_EQ(std::get<FileNode>(decoded(encoded(folder))), folder);
+}
+
+TEST(FileNodeJson, StaysBoundedWhateverItIsFed)
+{
+    constexpr qint64 gigabyte = 1'000'000'000;
+    const std::string unknown = R"({"unknown":)";
+    struct Case {
+        std::string start;
+        std::string piece;
+        qint64 length;
+        qint64 mostTaken;
+    };
+    const Case cases[] = {
+        {"", "[", gigabyte, 200'000},
+        {unknown, "[", gigabyte, 300'000'000},
+        {unknown, R"({"a":)", gigabyte, gigabyte},
+        {unknown + '"', "x", gigabyte, 400'000'000},
+        {R"({"children":[)", R"({"children":[)", gigabyte, 5'000'000},
+        {"{", R"("size":1,)", 9'000'000, 9'000'000},
+        {"{", R"("unknown":{},)", 13'000'000, 13'000'000},
+        {R"({"size":)", "1", 100'000'000, 100'000'000},
+        {"", " ", 100'000'000, 100'000'000},
+    };
+    for (const Case& c : cases) {
+        Repeated source(c.start, c.piece, c.length);
+        const auto result = decodeFileNode(source);
+        EXPECT_TRUE(std::holds_alternative<DecodeError>(result)) << c.start << c.piece;
+        EXPECT_LE(source.bytesTaken(), c.mostTaken) << c.start << c.piece;
+    }
+}
+
+TEST(FileNodeJson, ReadsANameOfAHundredMegabytes)
+{
+    const std::string name(100'000'000, 'n');
+    const auto result = decoded(withReplaced("\"name\":\"x.c\"", "\"name\":\"" + name + '"'));
+    ASSERT_TRUE(std::holds_alternative<FileNode>(result)) << std::get<DecodeError>(result).message();
+    EXPECT_EQ(std::get<FileNode>(result).name(), name);
+}
+
+TEST(FileNodeJson, ReportsASinkThatIsFull)
+{
+    const FileNode tree = test::chainOfFolders(500);
+    const auto length = static_cast<qint64>(encoded(tree).size());
+    FullDisk tooSmall(length - 1);
+    FullDisk largeEnough(length);
+    EXPECT_FALSE(encodeFileNode(tree, tooSmall));
+    EXPECT_TRUE(encodeFileNode(tree, largeEnough));
+}
+
+TEST(FileNodeJson, ReportsASourceThatCannotBeRead)
+{
+    QBuffer closed;
+    const auto result = decodeFileNode(closed);
+    ASSERT_TRUE(std::holds_alternative<DecodeError>(result));
+    EXPECT_EQ(std::get<DecodeError>(result).reason, "the file cannot be read");
+}
+
+TEST(FileNodeJson, WorksAtAnyDepthWithASmallStack)
+{
+    bool isEqual = false;
+    test::runWithSmallStack([&] {
+        const FileNode tree = test::chainOfFolders(10'000);
+        const auto result = decoded(encoded(tree));
+        isEqual = std::holds_alternative<FileNode>(result) && std::get<FileNode>(result) == tree;
+    });
+    EXPECT_TRUE(isEqual);
+}
+
+} // namespace
+} // namespace morlaine

@@ -1,0 +1,267 @@
+#include "Core/Scanner/DiskScanner.h"
+
+#include "Support/FakeFileSystem.h"
+#include "Support/TreeText.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace morlaine {
+namespace {
+
+using test::FakeFileSystem;
+
+/// Holds a walk at a place of the test's choice.
+class Gate {
+public:
+    void open()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isOpen = true;
+        m_changed.notify_all();
+    }
+    void pass()
+    {
+        std::unique_lock lock(m_mutex);
+        m_hasArrived = true;
+        m_changed.notify_all();
+        m_changed.wait(lock, [this] { return m_isOpen; });
+    }
+    void waitForArrival()
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_hasArrived; });
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    bool m_isOpen = false;
+    bool m_hasArrived = false;
+};
+
+std::string stateOf(const DiskScanner& scanner)
+{
+    return std::string(scanner.isScanning() ? "scanning" : "idle") +
+           (scanner.scanResult() ? " result:" + std::string(scanner.scanResult()->name()) : "") +
+           (scanner.errorMessage() ? " error:" + scanner.errorMessage()->toStdString() : "");
+}
+
+class DiskScannerTest : public testing::Test {
+protected:
+    DiskScannerTest()
+    {
+        for (const std::string root : {"/r", "/s"}) {
+            m_fileSystem->addFile(root + "/a", 3);
+            m_fileSystem->addFile(root + "/held/b", 4);
+        }
+        m_fileSystem->onListing = [first = m_firstGate, second = m_secondGate](const std::string& path) {
+            if (path == "/r/held") {
+                first->pass();
+            } else if (path == "/s/held") {
+                second->pass();
+            }
+        };
+        m_scanner = std::make_unique<DiskScanner>(m_fileSystem);
+        QObject::connect(m_scanner.get(), &DiskScanner::objectWillChange, m_scanner.get(),
+                         [this] { m_states.push_back(stateOf(*m_scanner)); });
+    }
+    ~DiskScannerTest() override
+    {
+        m_firstGate->open();
+        m_secondGate->open();
+    }
+
+    void start(const char* path) { m_scanner->startScan(FileUrl::fromPath(path)); }
+    [[nodiscard]] std::string state() const { return stateOf(*m_scanner); }
+    [[nodiscard]] bool waitForState(const std::string& expected)
+    {
+        return QTest::qWaitFor([&] { return state() == expected; });
+    }
+    /// The states that were announced to be over, without repetitions.
+    [[nodiscard]] std::vector<std::string> history() const
+    {
+        std::vector<std::string> distinct;
+        for (const std::string& state : m_states) {
+            if (distinct.empty() || distinct.back() != state) {
+                distinct.push_back(state);
+            }
+        }
+        return distinct;
+    }
+
+    // Shared with walks that may outlive the test.
+    std::shared_ptr<Gate> m_firstGate = std::make_shared<Gate>();
+    std::shared_ptr<Gate> m_secondGate = std::make_shared<Gate>();
+    std::shared_ptr<FakeFileSystem> m_fileSystem = std::make_shared<FakeFileSystem>();
+    std::unique_ptr<DiskScanner> m_scanner;
+    std::vector<std::string> m_states;
+};
+
+TEST_F(DiskScannerTest, BeginsIdleAndEmpty)
+{
+    EXPECT_EQ(state(), "idle");
+    EXPECT_EQ(m_scanner->currentPath(), QString());
+    EXPECT_EQ(m_scanner->scannedFilesCount(), 0);
+    EXPECT_EQ(m_scanner->scannedDirsCount(), 0);
+    EXPECT_EQ(m_scanner->totalSize(), 0);
+    EXPECT_EQ(m_scanner->elapsedTime(), 0.0);
+}
+
+TEST_F(DiskScannerTest, PublishesTheResultBeforeItStops)
+{
+    m_firstGate->open();
+    start("/r");
+    EXPECT_EQ(state(), "scanning");
+    EXPECT_EQ(m_scanner->currentPath(), QStringLiteral("/r"));
+    ASSERT_TRUE(waitForState("idle result:r"));
+    EXPECT_EQ(test::textOfTree(*m_scanner->scanResult()), "r/\n  held/\n    b 4\n  a 3\n");
+    EXPECT_EQ(history(), (std::vector<std::string>{"idle", "scanning", "scanning result:r", "idle result:r"}))
+        << "each change is announced before it happens";
+}
+
+TEST_F(DiskScannerTest, KeepsTimeWhileItScansAndEndsWithTheExactFigure)
+{
+    const auto start_ = std::chrono::steady_clock::now();
+    start("/r");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_scanner->elapsedTime() > 0.15; })) << "the clock ticks by itself";
+    m_firstGate->open();
+    ASSERT_TRUE(waitForState("idle result:r"));
+    const double whole = std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+    const double elapsed = m_scanner->elapsedTime();
+    EXPECT_GT(elapsed, 0.15);
+    EXPECT_LE(elapsed, whole);
+    QTest::qWait(150);
+    EXPECT_EQ(m_scanner->elapsedTime(), elapsed) << "the clock has stopped";
+}
+
+TEST_F(DiskScannerTest, ReportsProgressWhileItScans)
+{
+    m_fileSystem->addFolder("/r/held/slow");
+    m_fileSystem->addFile("/r/after\xFF", 5);
+    m_fileSystem->addFile("/r/last/held", 1);
+    m_fileSystem->onListing = [gate = m_firstGate](const std::string& path) {
+        if (path == "/r/held/slow") {
+            std::this_thread::sleep_for(std::chrono::milliseconds(120));
+        } else if (path == "/r/last") {
+            gate->pass();
+        }
+    };
+    start("/r");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_scanner->currentPath() == QStringLiteral("/r/after\uFFFD"); }));
+    EXPECT_EQ(m_scanner->scannedFilesCount(), 3);
+    EXPECT_EQ(m_scanner->scannedDirsCount(), 3);
+    EXPECT_EQ(m_scanner->totalSize(), 12);
+    m_firstGate->open();
+    ASSERT_TRUE(waitForState("idle result:r"));
+    start("/s");
+    EXPECT_EQ(m_scanner->scannedFilesCount() + m_scanner->scannedDirsCount() + m_scanner->totalSize(), 0);
+    EXPECT_EQ(m_scanner->elapsedTime(), 0.0);
+    EXPECT_EQ(m_scanner->currentPath(), QStringLiteral("/s"));
+    EXPECT_EQ(state(), "scanning") << "the result of the scan before is gone";
+}
+
+TEST_F(DiskScannerTest, StopsAtOnceWhenCancelledAndSaysSoLater)
+{
+    start("/r");
+    m_firstGate->waitForArrival();
+    m_scanner->cancelScan();
+    EXPECT_EQ(state(), "idle") << "neither a result nor a message yet";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(state(), "idle");
+    m_firstGate->open();
+    ASSERT_TRUE(waitForState("idle error:Scan cancelled by user."));
+    EXPECT_EQ(history(), (std::vector<std::string>{"idle", "scanning", "idle"}));
+    m_scanner->cancelScan();
+    EXPECT_EQ(state(), "idle error:Scan cancelled by user.") << "with nothing to cancel, nothing changes";
+}
+
+TEST_F(DiskScannerTest, LetsAnEarlierScanEndTheProgressOfTheNewest)
+{
+    start("/r");
+    m_firstGate->waitForArrival();
+    start("/s");
+    m_secondGate->waitForArrival();
+    EXPECT_EQ(state(), "scanning");
+    m_firstGate->open();
+    ASSERT_TRUE(waitForState("idle error:Scan cancelled by user."));
+    m_secondGate->open();
+    EXPECT_TRUE(waitForState("idle result:s error:Scan cancelled by user."))
+        << "the newest scan still delivers its tree, and the message stays";
+}
+
+TEST_F(DiskScannerTest, PublishesAResultThatCancellingCameTooLateFor)
+{
+    m_firstGate->open();
+    start("/r");
+    // Control does not return to the event loop before the walk is done and has let go of its file system.
+    while (m_fileSystem.use_count() > 2) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    m_scanner->cancelScan();
+    EXPECT_EQ(state(), "idle");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return state() != "idle"; }));
+    EXPECT_EQ(state(), "idle result:r");
+}
+
+TEST_F(DiskScannerTest, SaysWhyAScanFailed)
+{
+    m_fileSystem->onListing = [](const std::string& path) {
+        if (path == "/r/held") {
+            throw std::runtime_error("the disk is on fire");
+        }
+        if (path == "/s/held") {
+            throw std::bad_alloc();
+        }
+    };
+    start("/r");
+    ASSERT_TRUE(waitForState("idle error:the disk is on fire"));
+    EXPECT_EQ(history(), (std::vector<std::string>{"idle", "scanning", "idle"}));
+    start("/s");
+    EXPECT_TRUE(waitForState("idle error:There is not enough memory to scan this folder."));
+}
+
+TEST_F(DiskScannerTest, MayBeDestroyedWhileItScans)
+{
+    start("/r");
+    m_firstGate->waitForArrival();
+    m_scanner.reset();
+    const std::size_t statesBefore = m_states.size();
+    m_firstGate->open();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_fileSystem.use_count() == 1; })) << "the walk ends by itself";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_states.size(), statesBefore) << "and has nobody to tell";
+    EXPECT_EQ(m_fileSystem->listings().back(), "/r/held");
+}
+
+/// The program ends while a walk goes on: neither a crash nor a wait for it.
+TEST(DiskScannerDeathTest, LetsTheProgramEndDuringAScan)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            auto fileSystem = std::make_shared<FakeFileSystem>();
+            auto gate = std::make_shared<Gate>();
+            fileSystem->addFile("/r/a", 1);
+            fileSystem->onListing = [gate](const std::string&) { gate->pass(); };
+            auto scanner = std::make_unique<DiskScanner>(fileSystem);
+            scanner->startScan(FileUrl::fromPath("/r"));
+            gate->waitForArrival();
+            scanner.reset();
+            std::exit(7);
+        },
+        testing::ExitedWithCode(7), "");
+}
+
+} // namespace
+} // namespace morlaine

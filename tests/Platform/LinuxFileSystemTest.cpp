@@ -1,0 +1,374 @@
+#include "Core/Scanner/DiskWalk.h"
+#include "Platform/FileSystem.h"
+#include "Support/TemporaryFolder.h"
+#include "Support/TreeText.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace morlaine {
+namespace {
+
+namespace fs = std::filesystem;
+using test::TemporaryFolder;
+using test::textOfTree;
+
+FileNode scan(const FileUrl& url)
+{
+    DiskWalk walk(FileSystem::native(), {}, [](const auto&...) {});
+    return walk.scan(url);
+}
+
+std::map<std::string, FileNode> childrenByName(const FileNode& node)
+{
+    std::map<std::string, FileNode> children;
+    for (const FileNode& child : node.childrenOrNone()) {
+        children.emplace(child.url().lastPathComponent(), child);
+    }
+    return children;
+}
+
+/// Gives up the privileges that let the superuser read everything, for as long as it lives.
+class Unprivileged {
+public:
+    Unprivileged() : m_user(::geteuid()), m_group(::getegid())
+    {
+        if (m_user == 0 && (::setegid(65534) != 0 || ::seteuid(65534) != 0)) {
+            throw std::runtime_error("privileges cannot be given up");
+        }
+    }
+    ~Unprivileged()
+    {
+        if (::seteuid(m_user) != 0 || ::setegid(m_group) != 0) {
+            std::abort();
+        }
+    }
+    Unprivileged(const Unprivileged&) = delete;
+    Unprivileged& operator=(const Unprivileged&) = delete;
+
+private:
+    uid_t m_user;
+    gid_t m_group;
+};
+
+/// Something mounted over a folder or file, where this user may mount.
+class Mount {
+public:
+    Mount(const char* source, fs::path target, const char* type, unsigned long flags) : m_target(std::move(target))
+    {
+        m_isMounted = ::mount(source, m_target.c_str(), type, flags, nullptr) == 0;
+    }
+    ~Mount()
+    {
+        if (m_isMounted) {
+            ::umount2(m_target.c_str(), MNT_DETACH);
+        }
+    }
+    Mount(const Mount&) = delete;
+    Mount& operator=(const Mount&) = delete;
+    [[nodiscard]] bool isMounted() const { return m_isMounted; }
+
+private:
+    fs::path m_target;
+    bool m_isMounted = false;
+};
+
+/// The sum that the tree must have, by calls of another library.
+std::int64_t expectedSize(const fs::path& folder)
+{
+    std::int64_t sum = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        struct stat status = {};
+        if (::lstat(entry.path().c_str(), &status) == 0 && !S_ISDIR(status.st_mode) && !S_ISLNK(status.st_mode)) {
+            sum += std::min<std::int64_t>(status.st_size, status.st_blocks * 512);
+        }
+    }
+    return sum;
+}
+
+TEST(LinuxFileSystem, AgreesWithAnIndependentCount)
+{
+    const TemporaryFolder folder;
+    for (int i = 0; i < 300; ++i) {
+        folder.makeFile("f" + std::to_string(i % 7) + "/g" + std::to_string(i % 3) + "/" + std::to_string(i) + ".txt",
+                        static_cast<std::size_t>(i * i));
+    }
+    folder.makeSparseFile("f1/sparse", 50'000'000'000);
+    folder.makeFolder("empty");
+    const FileNode root = scan(folder.url());
+    EXPECT_EQ(root.size(), expectedSize(folder.path()));
+    EXPECT_EQ(root.fileCount(), 301);
+    EXPECT_EQ(root.directoryCount(), 1 + 7 + 21 + 1);
+}
+
+TEST(LinuxFileSystem, KeepsTheOrderOfTheListing)
+{
+    const TemporaryFolder folder;
+    for (int i = 0; i < 2'000; ++i) {
+        folder.makeFile("equally large file number " + std::to_string(i), 3);
+    }
+    std::vector<std::string> expected;
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
+        expected.push_back(entry.path().filename());
+    }
+    std::vector<std::string> names;
+    const FileNode root = scan(folder.url());
+    for (const FileNode& child : root.childrenOrNone()) {
+        names.emplace_back(child.name());
+    }
+    EXPECT_EQ(names, expected);
+}
+
+TEST(LinuxFileSystem, MeasuresEveryKindOfItem)
+{
+    const TemporaryFolder folder;
+    folder.makeFile("plain.txt", 10'000);
+    folder.makeSparseFile("sparse", 1'000'000'000);
+    fs::create_hard_link(folder.path() / "plain.txt", folder.path() / "hard.txt");
+    folder.makeLink("link", "plain.txt");
+    folder.makeLink("linkToFolder", "sub");
+    folder.makeLink("dangling", "nowhere");
+    folder.makeLink("sub/loop", "../sub");
+    ::mkfifo((folder.path() / "fifo").c_str(), 0600);
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address = {AF_UNIX, {}};
+    (folder.path() / "socket").native().copy(address.sun_path, sizeof address.sun_path - 1);
+    ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    const FileNode root = scan(folder.url());
+    ::close(socket);
+
+    auto children = childrenByName(root);
+    EXPECT_EQ(children.at("plain.txt").size(), 10'000);
+    EXPECT_EQ(children.at("hard.txt").size(), 10'000) << "each of several hard links counts";
+    EXPECT_LT(children.at("sparse").size(), 1'000'000);
+    EXPECT_EQ(root.fileCount(), 9);
+    EXPECT_EQ(textOfTree(children.at("sub")), "sub/\n  loop 0\n");
+    for (const char* name : {"link", "linkToFolder", "dangling", "fifo", "socket"}) {
+        EXPECT_EQ(textOfTree(children.at(name)), std::string(name) + " 0\n");
+    }
+    EXPECT_EQ(textOfTree(scan(FileUrl::fromPath("/dev/null"))), "null 0\n") << "a device is never opened";
+}
+
+TEST(LinuxFileSystem, TakesEveryWayOfNamingTheTop)
+{
+    const TemporaryFolder folder;
+    folder.makeFile("sub/a", 1);
+    folder.makeFile("file.zip", 3);
+    folder.makeLink("link", "sub");
+    const std::string path = folder.path().native();
+    const std::string sub = "sub/\n  a 1\n";
+    struct Case {
+        std::string path;
+        std::string tree;
+    };
+    const Case cases[] = {
+        {path + "/sub", sub},
+        {path + "/sub/", sub},
+        {path + "//sub///", sub},
+        {path + "/sub/.", "./\n  a 1\n"},
+        {path + "/sub/../sub", sub},
+        {path + "/link/../sub", sub},
+        {path + "/link", "link 0\n"},
+        {path + "/link/", "link 0\n"},
+        {path + "/file.zip", "file.zip 3 [archive]\n"},
+        {path + "/missing", "missing 0\n"},
+        {path + "/file.zip/x", "x 0\n"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(textOfTree(scan(FileUrl::fromPath(c.path))), c.tree) << c.path;
+    }
+    const FileNode through = scan(FileUrl::fromPath(path + "/link/.."));
+    EXPECT_EQ(through.name(), "..");
+    EXPECT_EQ(through.fileCount(), 3);
+}
+
+TEST(LinuxFileSystem, KeepsNamesOfAnyBytes)
+{
+    const TemporaryFolder folder;
+    const std::string longest(255, 'n');
+    const std::vector<std::string> names = {"caf\xE9.txt", "new\nline", " ",  "\xF0\x9F\x98\x80", "\x01\x7F", longest,
+                                            "-rf",         "100%",      "..."};
+    for (const std::string& name : names) {
+        folder.makeFile(name + "/" + name, 1);
+    }
+    const auto children = childrenByName(scan(folder.url()));
+    for (const std::string& name : names) {
+        ASSERT_TRUE(children.contains(name)) << name;
+        ASSERT_EQ(children.at(name).childrenOrNone().size(), 1U) << name;
+        EXPECT_EQ(children.at(name).children()->front().url().path(), (folder.path() / name / name).native());
+        EXPECT_TRUE(fs::exists(children.at(name).children()->front().url().path())) << name;
+    }
+    EXPECT_EQ(children.at("caf\xE9.txt").name(), "caf\uFFFD.txt");
+}
+
+TEST(LinuxFileSystem, TellsAnUnreadableFolderFromAnEmptyOne)
+{
+    const TemporaryFolder folder;
+    folder.makeFile("readable/a", 1);
+    folder.makeFile("unlisted/a", 1);
+    folder.makeFile("unsearchable/a", 1);
+    folder.makeFile("secret", 7);
+    fs::permissions(folder.path(), fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
+    fs::permissions(folder.path() / "readable", fs::perms::all);
+    fs::permissions(folder.path() / "unlisted", fs::perms::others_exec);
+    fs::permissions(folder.path() / "unsearchable", fs::perms::owner_read | fs::perms::others_read);
+    fs::permissions(folder.path() / "secret", fs::perms::none);
+    const Unprivileged unprivileged;
+    const auto children = childrenByName(scan(folder.url()));
+    EXPECT_EQ(children.at("secret").size(), 7) << "measuring needs no permission to read";
+    EXPECT_EQ(textOfTree(children.at("readable")), "readable/\n  a 1\n");
+    EXPECT_EQ(textOfTree(children.at("unlisted")), "unlisted/\n");
+    EXPECT_EQ(textOfTree(children.at("unsearchable")), "unsearchable/\n  a 0\n") << "listed but not to be measured";
+}
+
+TEST(LinuxFileSystem, IsNotLedAwayByWhatReplacesAFolder)
+{
+    const TemporaryFolder folder;
+    folder.makeFile("tree/sub/inner/a", 1);
+    folder.makeFile("tree/other/a", 1);
+    folder.makeFile("elsewhere/inner/many", 1);
+    folder.makeFile("elsewhere/inner/more", 1);
+    const auto top = FileSystem::native()->folder(folder.url("tree"));
+    ASSERT_TRUE(top->contents());
+    fs::rename(folder.path() / "tree/other", folder.path() / "moved");
+    folder.makeLink("tree/other", "../elsewhere");
+    EXPECT_FALSE(top->folder("other")->contents()) << "a link in the folder's place is not followed";
+
+    const auto sub = top->folder("sub");
+    ASSERT_TRUE(sub->contents());
+    fs::rename(folder.path() / "tree/sub", folder.path() / "tree/renamed");
+    folder.makeLink("tree/sub", "../elsewhere");
+    const auto inner = sub->folder("inner")->contents();
+    ASSERT_TRUE(inner) << "an open folder stays the same one";
+    ASSERT_EQ(inner->size(), 1U);
+    EXPECT_EQ((*inner)[0].name, "a");
+    fs::remove_all(folder.path() / "tree/renamed/inner");
+    EXPECT_FALSE(sub->folder("inner")->contents());
+}
+
+TEST(LinuxFileSystem, WalksAnyDepthWithAHandfulOfDescriptors)
+{
+    const TemporaryFolder folder;
+    constexpr int depth = 500;
+    folder.makeDeepFolders("a rather long name for a folder", depth, 2);
+    rlimit before = {};
+    ::getrlimit(RLIMIT_NOFILE, &before);
+    const auto openNow = std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    const rlimit few = {static_cast<rlim_t>(openNow) + 20, before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &few);
+    const FileNode root = scan(folder.url());
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(root.directoryCount(), depth + 1);
+    EXPECT_EQ(root.fileCount(), 2 * (depth + 1));
+    EXPECT_EQ(root.size(), 2 * (depth + 1));
+
+    FileNode inner = root;
+    while (inner.childrenOrNone().front().isDirectory()) {
+        inner = inner.children()->front();
+    }
+    const FileNode again = scan(inner.url());
+    EXPECT_GT(inner.url().path().size(), 15'000U);
+    EXPECT_EQ(again.fileCount(), 2) << "a top whose path is too long for any call";
+    EXPECT_EQ(scan(inner.children()->front().url()).size(), 1);
+}
+
+TEST(LinuxFileSystem, FindsTheWayBackOutOfDeepBranches)
+{
+    const TemporaryFolder folder;
+    // Every folder holds two more, so that the walk comes back to folders that it had to close long ago.
+    fs::path path;
+    for (int level = 0; level < 100; ++level) {
+        folder.makeFile(path / "b" / "x", 1);
+        folder.makeFile(path / "c" / "y", 1);
+        path /= "a";
+    }
+    const FileNode root = scan(folder.url());
+    EXPECT_EQ(root.fileCount(), 200);
+    EXPECT_EQ(root.directoryCount(), 1 + 99 + 200);
+}
+
+TEST(LinuxFileSystem, GoesOnWhenADeepFolderIsMovedAwayMeanwhile)
+{
+    const TemporaryFolder folder;
+    std::vector<std::unique_ptr<Folder>> path;
+    fs::path relative;
+    path.push_back(FileSystem::native()->folder(folder.url()));
+    for (int level = 0; level < 60; ++level) {
+        relative /= "d";
+        folder.makeFile(relative / "x", 1);
+        folder.makeFile(relative / "side/y", 1);
+        path.push_back(path.back()->folder("d"));
+        ASSERT_TRUE(path.back()->contents());
+    }
+    fs::rename(folder.path() / relative, folder.path() / "elsewhere");
+    for (; path.size() > 1; path.pop_back()) {
+        EXPECT_TRUE(path.back()->folder("side")->contents()) << path.size();
+    }
+}
+
+TEST(LinuxFileSystem, TakesABundleForOneFile)
+{
+    const TemporaryFolder folder;
+    folder.makeFile("Tool.app/Contents/Info.plist", 100);
+    folder.makeFile("Tool.app/Contents/MacOS/tool", 20'000);
+    folder.makeFile("Tool.app/Contents/.hidden", 999);
+    folder.makeFile("Tool.app/.git/objects", 999);
+    folder.makeLink("Tool.app/Contents/link", "Info.plist");
+    folder.makeFile("Plain.app/tool", 5);
+    folder.makeFile("Upper.PrefPane/Contents/Info.plist", 1);
+    folder.makeFile("folder/Contents/Info.plist", 1);
+    folder.makeFile("File.app", 6);
+    const auto children = childrenByName(scan(folder.url()));
+    EXPECT_EQ(textOfTree(children.at("Tool.app")), "Tool.app 20100 [application]\n");
+    EXPECT_EQ(textOfTree(children.at("Plain.app")), "Plain.app/\n  tool 5\n");
+    EXPECT_EQ(textOfTree(children.at("Upper.PrefPane")), "Upper.PrefPane 1 [application]\n");
+    EXPECT_EQ(textOfTree(children.at("folder")), "folder/\n  Contents/\n    Info.plist 1 [system]\n");
+    EXPECT_EQ(textOfTree(children.at("File.app")), "File.app 6 [application]\n");
+    EXPECT_EQ(textOfTree(scan(folder.url("Tool.app/"))), "Tool.app 20100 [application]\n");
+}
+
+TEST(LinuxFileSystem, DoesNotEnterWhatIsMountedInTheTree)
+{
+    const TemporaryFolder folder;
+    folder.makeFile("here/a", 1);
+    folder.makeFile("there/b", 1);
+    folder.makeFile("covered", 5);
+    folder.makeFolder("tmp");
+    folder.makeFolder("bound");
+    const Mount other("tmpfs", folder.path() / "tmp", "tmpfs", 0);
+    const Mount same((folder.path() / "there").c_str(), folder.path() / "bound", nullptr, MS_BIND);
+    const Mount file((folder.path() / "there/b").c_str(), folder.path() / "covered", nullptr, MS_BIND);
+    if (!other.isMounted() || !same.isMounted() || !file.isMounted()) {
+        GTEST_SKIP() << "this user may not mount";
+    }
+    folder.makeFile("tmp/c", 1);
+    EXPECT_EQ(scan(folder.url()).size(), 2);
+    const auto children = childrenByName(scan(folder.url()));
+    EXPECT_EQ(textOfTree(children.at("tmp")), "tmp/\n");
+    EXPECT_EQ(textOfTree(children.at("bound")), "bound/\n") << "mounted from the same volume";
+    EXPECT_EQ(textOfTree(children.at("covered")), "covered 0\n");
+    EXPECT_TRUE(children.at("covered").children());
+    EXPECT_EQ(textOfTree(scan(folder.url("tmp"))), "tmp/\n  c 1\n") << "the top may be a mount point";
+}
+
+TEST(LinuxFileSystem, SurvivesTheKernelsOwnFiles)
+{
+    const FileNode process = scan(FileUrl::fromPath("/proc/" + std::to_string(::getpid())));
+    EXPECT_GT(process.fileCount(), 50);
+    EXPECT_EQ(process.size(), 0);
+}
+
+} // namespace
+} // namespace morlaine

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QThread>
+
+#include <functional>
+#include <memory>
+
+namespace morlaine::test {
+
+/// Runs `work` to its end in a thread with a stack of 256 kB, where recursion over a deep tree would not survive.
+inline void runWithSmallStack(std::function<void()> work)
+{
+    const std::unique_ptr<QThread> thread(QThread::create(std::move(work)));
+    thread->setStackSize(256 * 1024);
+    thread->start();
+    thread->wait();
+}
+
+} // namespace morlaine::test

@@ -1,0 +1,148 @@
+#include "Utilities/FileUrl.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace morlaine {
+namespace {
+
+using namespace std::string_literals;
+
+std::string everyByteOfAPath()
+{
+    std::string path = "/";
+    for (int byte = 1; byte < 256; ++byte) {
+        path += static_cast<char>(byte);
+    }
+    return path + "end";
+}
+
+TEST(FileUrl, PrintsAndParsesExactBytes)
+{
+    struct Case {
+        std::string path;
+        std::string text;
+    };
+    const Case cases[] = {
+        {"/", "file:///"},
+        {"/usr/share", "file:///usr/share"},
+        {"/a folder/50%/ü?#[x]", "file:///a%20folder/50%25/%C3%BC%3F%23%5Bx%5D"},
+        {"/!$&'()*+,;=:@-._~", "file:///!$&'()*+,;=:@-._~"},
+        {"/line\nbreak\xFF", "file:///line%0Abreak%FF"},
+    };
+    for (const Case& c : cases) {
+        const FileUrl url = FileUrl::fromPath(c.path);
+        EXPECT_EQ(url.absoluteString(), c.text);
+        EXPECT_EQ(url.path(), c.path);
+        EXPECT_EQ(FileUrl::parse(c.text), url);
+    }
+    const FileUrl every = FileUrl::fromPath(everyByteOfAPath());
+    ASSERT_TRUE(FileUrl::parse(every.absoluteString()));
+    EXPECT_EQ(FileUrl::parse(every.absoluteString())->path(), everyByteOfAPath());
+}
+
+TEST(FileUrl, ParsesWhatOthersWriteAndRejectsWhatIsNoFile)
+{
+    EXPECT_EQ(FileUrl::parse("file://localhost/x%2f%c3%A9")->path(), "/x/é");
+    EXPECT_EQ(FileUrl::parse("file:///plain ü")->path(), "/plain ü");
+    for (const std::string& text :
+         {""s, "/usr"s, "file:"s, "file://"s, "file:/usr"s, "file://host/x"s, "file://localhostage/x"s, "FILE"s,
+          "http:///x"s, "file:///%"s, "file:///%4"s, "file:///%G0"s, "file:///%00"s, "file:///a\0b"s, "file:///a?b"s,
+          "file:///a#b"s, "file:///%-1"s}) {
+        EXPECT_FALSE(FileUrl::parse(text)) << text;
+    }
+}
+
+TEST(FileUrl, YieldsItsParts)
+{
+    struct Case {
+        const char* path;
+        const char* component;
+        const char* extension;
+    };
+    constexpr Case cases[] = {
+        {"/", "", ""},
+        {"///", "", ""},
+        {"/a/photo.JPG", "photo.JPG", "JPG"},
+        {"/a/photo.JPG///", "photo.JPG", "JPG"},
+        {"/archive.tar.gz", "archive.tar.gz", "gz"},
+        {"/home/.bashrc", ".bashrc", ""},
+        {"/home/.config.bak", ".config.bak", "bak"},
+        {"/name.", "name.", ""},
+        {"/name", "name", ""},
+        {"/a.b/name", "name", ""},
+        {"/x/..", "..", ""},
+    };
+    for (const Case& c : cases) {
+        const FileUrl url = FileUrl::fromPath(c.path);
+        EXPECT_EQ(url.lastPathComponent(), c.component) << c.path;
+        EXPECT_EQ(url.pathExtension(), c.extension) << c.path;
+    }
+    EXPECT_EQ(FileUrl::fromPath("/a/b//").path(), "/a/b");
+    EXPECT_EQ(FileUrl::fromPath("///").path(), "/");
+    EXPECT_EQ(FileUrl::fromPath("/a/b/").absoluteString(), "file:///a/b/") << "the text stays as it was given";
+    EXPECT_EQ(FileUrl::fromPath("/a\0b"s).path(), "/a");
+}
+
+TEST(FileUrl, TakesRelativePathsFromTheWorkingDirectory)
+{
+    const std::string here = std::filesystem::current_path().native();
+    EXPECT_EQ(FileUrl::fromPath("sub").path(), here + "/sub");
+    EXPECT_EQ(FileUrl::fromPath(".").standardized().path(), here);
+    EXPECT_EQ(FileUrl::fromPath("").path(), here);
+}
+
+TEST(FileUrl, AppendsComponentsAndSharesTheFolder)
+{
+    const FileUrl folder = FileUrl::fromPath("/a/b/");
+    const FileUrl child = folder.appending("c").appending("d.txt");
+    EXPECT_EQ(child.path(), "/a/b/c/d.txt");
+    EXPECT_EQ(child.absoluteString(), "file:///a/b/c/d.txt");
+    EXPECT_EQ(child.lastPathComponent(), "d.txt");
+    EXPECT_EQ(child.pathExtension(), "txt");
+    EXPECT_EQ(child.sharedFolder(), folder.appending("c"));
+    EXPECT_FALSE(folder.sharedFolder());
+    EXPECT_EQ(FileUrl::fromPath("/").appending("x").path(), "/x");
+    EXPECT_EQ(FileUrl::fromPath("/a").appending("b/c").path(), "/a/b/c");
+}
+
+TEST(FileUrl, IsEqualByItsTextHoweverItWasMade)
+{
+    const FileUrl whole = FileUrl::fromPath("/a/b/c");
+    const FileUrl appended = FileUrl::fromPath("/a").appending("b").appending("c");
+    const FileUrl half = FileUrl::fromPath("/a/b").appending("c");
+    const FileUrl fromRoot = FileUrl::fromPath("/").appending("a").appending("b").appending("c");
+    for (const FileUrl& url : {appended, half, fromRoot}) {
+        EXPECT_EQ(whole, url);
+        EXPECT_EQ(url, half);
+        EXPECT_EQ(std::hash<FileUrl>()(whole), std::hash<FileUrl>()(url));
+    }
+    EXPECT_NE(whole, FileUrl::fromPath("/a/b/c/"));
+    EXPECT_NE(appended, FileUrl::fromPath("/a").appending("x").appending("c"));
+    EXPECT_NE(appended, FileUrl::fromPath("/b").appending("c"));
+    EXPECT_NE(half, FileUrl::fromPath("/a/b"));
+}
+
+TEST(FileUrl, StandardizesWithoutLookingAtLinks)
+{
+    struct Case {
+        const char* path;
+        const char* standard;
+    };
+    constexpr Case cases[] = {
+        {"/", "/"},           {"//", "/"},
+        {"/a/b/", "/a/b"},    {"/a//b", "/a/b"},
+        {"/./a/.", "/a"},     {"/a/../b", "/b"},
+        {"/../../a", "/a"},   {"/a/b/..", "/a"},
+        {"/a/..", "/"},       {"/.hidden", "/.hidden"},
+        {"/a/...", "/a/..."}, {"/a/b/../../..", "/"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(FileUrl::fromPath(c.path).standardized().path(), c.standard) << c.path;
+    }
+}
+
+} // namespace
+} // namespace morlaine

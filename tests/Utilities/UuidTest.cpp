@@ -1,0 +1,49 @@
+#include "Utilities/Uuid.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <unordered_set>
+#include <vector>
+
+namespace morlaine {
+namespace {
+
+TEST(Uuid, ReadsAndWritesTheCanonicalForm)
+{
+    const std::string text = "0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E5";
+    ASSERT_TRUE(Uuid::fromText(text));
+    EXPECT_EQ(Uuid::fromText(text)->toString(), text);
+    EXPECT_EQ(Uuid::fromText("0f1c2d3e-4a5b-4c6d-8e7f-90a1b2c3d4e5")->toString(), text);
+    for (const char* wrong : {"", "0F1C2D3E", "0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E",
+                              "0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E55", "0F1C2D3E04A5B-4C6D-8E7F-90A1B2C3D4E5",
+                              "{F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E5", "0F1C2D3G-4A5B-4C6D-8E7F-90A1B2C3D4E5",
+                              "0F1C-2D3E4A5B-4C6D-8E7F-90A1B2C3D4E5", "0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4 5"}) {
+        EXPECT_FALSE(Uuid::fromText(wrong)) << wrong;
+    }
+}
+
+TEST(Uuid, IsDifferentEveryTimeOnEveryThread)
+{
+    constexpr std::size_t each = 20'000;
+    std::vector<std::vector<Uuid>> drawn(4);
+    std::vector<std::thread> threads;
+    for (auto& ids : drawn) {
+        threads.emplace_back([&ids] {
+            for (std::size_t i = 0; i < each; ++i) {
+                ids.push_back(Uuid::random());
+            }
+        });
+    }
+    std::unordered_set<Uuid> all;
+    for (std::size_t i = 0; i < threads.size(); ++i) {
+        threads[i].join();
+        all.insert(drawn[i].begin(), drawn[i].end());
+    }
+    EXPECT_EQ(all.size(), each * drawn.size());
+    EXPECT_EQ(all.begin()->toString()[14], '4') << "the version of random ids";
+    EXPECT_NE(std::string_view("89AB").find(all.begin()->toString()[19]), std::string_view::npos);
+}
+
+} // namespace
+} // namespace morlaine
