@@ -164,7 +164,7 @@ void FileUrl::exactBytes(std::string& buffer) const
     // The file system's root ends in the slash that joins it to what follows.
     std::string_view start = whole->view();
     if (whole != m_segment && start == "/") {
-        start = {};
+        start.remove_prefix(1);
     }
     buffer.resize(start.size() + length);
     char* end = buffer.data() + buffer.size();
