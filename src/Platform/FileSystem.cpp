@@ -2,13 +2,6 @@
 
 namespace morlaine {
 
-FolderContents::FolderContents()
-{
-    // Most folders hold less.
-    m_entries.reserve(32);
-    m_names.reserve(768);
-}
-
 FolderContents::Entry FolderContents::operator[](std::size_t index) const noexcept
 {
     const Stored& stored = m_entries[index];
@@ -20,6 +13,12 @@ void FolderContents::append(std::string_view name, const std::optional<ResourceV
 {
     m_entries.push_back({m_names.size(), name.size(), values});
     m_names += name;
+}
+
+void FolderContents::clear() noexcept
+{
+    m_names.clear();
+    m_entries.clear();
 }
 
 } // namespace morlaine

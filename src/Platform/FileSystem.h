@@ -35,12 +35,13 @@ public:
         const ResourceValues* values; // null when the entry could not be measured (it has vanished, say)
     };
 
-    FolderContents();
-
     [[nodiscard]] std::size_t size() const noexcept { return m_entries.size(); }
     [[nodiscard]] Entry operator[](std::size_t index) const noexcept;
 
     void append(std::string_view name, const std::optional<ResourceValues>& values);
+
+    /// Empty again, ready for another folder; the memory is kept.
+    void clear() noexcept;
 
 private:
     struct Stored {
@@ -63,10 +64,12 @@ public:
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
-    /// Everything in the folder but `.` and `..`; nothing when the folder cannot be listed.
-    [[nodiscard]] virtual std::optional<FolderContents> contents() = 0;
+    /// Puts everything in the folder but `.` and `..` into `contents`, which is empty. False when the folder cannot be
+    /// listed to its end; what `contents` holds then has no meaning.
+    [[nodiscard]] virtual bool list(FolderContents& contents) = 0;
 
-    /// The folder of that name in this one. Never fails: what is not there or no folder has no contents.
+    /// The folder of that name in this one. Never fails: what is not there or no folder cannot be
+    /// listed.
     [[nodiscard]] virtual std::unique_ptr<Folder> folder(std::string_view name) = 0;
 };
 

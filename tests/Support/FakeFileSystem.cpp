@@ -19,7 +19,7 @@ public:
     {
     }
 
-    [[nodiscard]] std::optional<FolderContents> contents() override
+    [[nodiscard]] bool list(FolderContents& contents) override
     {
         {
             const std::lock_guard lock(m_fileSystem.m_mutex);
@@ -30,14 +30,13 @@ public:
         }
         const Item* item = m_fileSystem.find(m_path);
         if (item == nullptr || !item->isListable) {
-            return std::nullopt;
+            return false;
         }
-        FolderContents contents;
         for (const std::string& name : item->entries) {
             const Item* entry = m_fileSystem.find(joined(m_path, name));
             contents.append(name, entry->values);
         }
-        return contents;
+        return true;
     }
 
     [[nodiscard]] std::unique_ptr<Folder> folder(std::string_view name) override

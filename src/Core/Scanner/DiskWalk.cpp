@@ -14,6 +14,9 @@ namespace {
 
 constexpr std::chrono::milliseconds reportInterval{100};
 
+/// The memory of wider folders is not kept for others.
+constexpr std::size_t mostEntriesToKeep = 128;
+
 /// The bytes that an item takes: its length, or less where less is allocated.
 std::int64_t measuredSize(const ResourceValues& values)
 {
@@ -28,6 +31,7 @@ std::int64_t measuredSize(const ResourceValues& values)
 struct DiskWalk::OpenDirectory {
     struct Child {
         std::int64_t size;
+        std::size_t position; // in the listing
         FileNode node;
     };
 
@@ -43,13 +47,15 @@ struct DiskWalk::OpenDirectory {
     {
         const std::int64_t childSize = child.size();
         size = checkedAdd(size, childSize);
-        children.push_back({childSize, std::move(child)});
+        children.push_back({childSize, children.size(), std::move(child)});
     }
 
     /// Largest first; equal sizes stay in the order of the listing.
     [[nodiscard]] std::vector<FileNode> takeSortedChildren()
     {
-        std::ranges::stable_sort(children, std::ranges::greater(), &Child::size);
+        std::ranges::sort(children, [](const Child& a, const Child& b) {
+            return a.size != b.size ? a.size > b.size : a.position < b.position;
+        });
         std::vector<FileNode> nodes;
         nodes.reserve(children.size());
         for (Child& child : children) {
@@ -159,20 +165,21 @@ std::optional<FileNode> DiskWalk::enterDirectory(const Item& item)
     m_stats.countDirectory();
     reportAtIntervals(item);
     std::unique_ptr<Folder> folder = openFolder(item);
-    std::optional<FolderContents> contents = folder->contents();
-    if (!contents) {
+    FolderContents contents = takeSpareContents();
+    if (!folder->list(contents)) {
         return item.emptyFolder(true);
     }
     const std::size_t pathLength = m_path == "/" ? 0 : m_path.size();
     std::vector<OpenDirectory::Child> children;
-    children.reserve(contents->size());
-    m_openDirectories.push({item.url(), std::move(folder), *std::move(contents), pathLength, std::move(children)});
+    children.reserve(contents.size());
+    m_openDirectories.push({item.url(), std::move(folder), std::move(contents), pathLength, std::move(children)});
     return std::nullopt;
 }
 
 FileNode DiskWalk::leaveDirectory()
 {
     OpenDirectory directory = m_openDirectories.pop();
+    giveBack(std::move(directory.contents));
     const std::string_view lastComponent = directory.url.lastPathComponent();
     const std::string name = lastComponent.empty() ? directory.url.path() : std::string(lastComponent);
     return {directory.url, name, directory.size, true, FileCategory::other, directory.takeSortedChildren()};
@@ -200,6 +207,24 @@ std::unique_ptr<Folder> DiskWalk::openFolder(const Item& item) const
     return item.top != nullptr ? m_fileSystem->folder(*item.top) : item.directory->folder->folder(item.name);
 }
 
+FolderContents DiskWalk::takeSpareContents()
+{
+    if (m_spareContents.empty()) {
+        return {};
+    }
+    FolderContents contents = std::move(m_spareContents.back());
+    m_spareContents.pop_back();
+    return contents;
+}
+
+void DiskWalk::giveBack(FolderContents&& contents)
+{
+    if (contents.size() <= mostEntriesToKeep) {
+        contents.clear();
+        m_spareContents.push_back(std::move(contents));
+    }
+}
+
 bool DiskWalk::isExcluded(std::string_view path, const ResourceValues& resourceValues) const
 {
     if (path == m_rootPath) {
@@ -225,8 +250,8 @@ std::int64_t DiskWalk::calculateSizeOfPackage(std::unique_ptr<Folder> package) c
     std::int64_t total = 0;
     DescentStack<OpenPackage> openFolders;
     const auto enter = [&openFolders](std::unique_ptr<Folder> folder) {
-        if (std::optional<FolderContents> contents = folder->contents()) {
-            openFolders.push({std::move(folder), *std::move(contents)});
+        if (FolderContents contents; folder->list(contents)) {
+            openFolders.push({std::move(folder), std::move(contents)});
         }
     };
     enter(std::move(package));

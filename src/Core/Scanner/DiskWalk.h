@@ -12,6 +12,7 @@
 #include <stop_token>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace morlaine {
 
@@ -52,6 +53,9 @@ private:
 
     [[nodiscard]] std::unique_ptr<Folder> openFolder(const Item& item) const;
 
+    [[nodiscard]] FolderContents takeSpareContents();
+    void giveBack(FolderContents&& contents);
+
     [[nodiscard]] bool isExcluded(std::string_view path, const ResourceValues& resourceValues) const;
     [[nodiscard]] std::int64_t calculateSizeOfPackage(std::unique_ptr<Folder> package) const;
 
@@ -67,6 +71,7 @@ private:
     std::optional<std::uint64_t> m_rootVolumeID;
     std::string m_path; // of the item under the walk, standardised
     DescentStack<OpenDirectory> m_openDirectories;
+    std::vector<FolderContents> m_spareContents; // of folders that were left, for those to come
 };
 
 } // namespace morlaine

@@ -47,15 +47,6 @@ LinuxFolder::~LinuxFolder()
     }
 }
 
-std::optional<FolderContents> LinuxFolder::contents()
-{
-    FolderContents contents;
-    if (!open() || !list(contents)) {
-        return std::nullopt;
-    }
-    return contents;
-}
-
 std::unique_ptr<Folder> LinuxFolder::folder(std::string_view name)
 {
     return std::make_unique<LinuxFolder>(*this, name);
@@ -132,6 +123,9 @@ std::optional<LinuxFolder::Identity> LinuxFolder::identityOf(const FileDescripto
 
 bool LinuxFolder::list(FolderContents& contents)
 {
+    if (!open()) {
+        return false;
+    }
     std::vector<char>& buffer = m_state->listingBuffer;
     for (;;) {
         const ssize_t length = ::getdents64(m_descriptor.get(), buffer.data(), buffer.size());

@@ -31,7 +31,7 @@ public:
     LinuxFolder(LinuxFolder& parent, std::string_view name);
     ~LinuxFolder() override;
 
-    [[nodiscard]] std::optional<FolderContents> contents() override;
+    [[nodiscard]] bool list(FolderContents& contents) override;
     [[nodiscard]] std::unique_ptr<Folder> folder(std::string_view name) override;
 
 private:
@@ -48,7 +48,6 @@ private:
     void keep(FileDescriptor descriptor);
     void setAside();
     void reopenParent();
-    [[nodiscard]] bool list(FolderContents& contents);
 
     LinuxFolder* const m_parent;
     const std::string m_name; // the whole path where there is no parent
