@@ -1,22 +1,13 @@
 #pragma once
 
 #include "Core/Models/FileNode.h"
+#include "Utilities/DecodeError.h"
 
-#include <cstddef>
-#include <string>
 #include <variant>
 
 class QIODevice;
 
 namespace morlaine {
-
-/// Why a text is no tree.
-struct DecodeError {
-    std::string reason;     // what is wrong, in words
-    std::size_t offset = 0; // where: bytes before the place where the fault was seen
-
-    [[nodiscard]] std::string message() const;
-};
 
 /// Writes a tree as one compact JSON object to `sink` (open for writing), through a buffer of fixed size whatever the
 /// size of the tree. False when the sink takes no more; what it took before stays in it. Any thread.

@@ -230,7 +230,7 @@ TEST(FileNodeJson, RejectsEverythingElseAsAWhole)
         {withChildren("[" + node + ",{}]"), "missing key \"id\""},
         {node + "x", "root"},
         {node + node, "root"},
-        {node + "\0"s, "something follows the tree"},
+        {node + "\0"s, "something follows the value"},
         {withReplaced("x.c", "x\xFF"), "encoding"},
         {withReplaced("\"name\":\"x.c\"", "\"name\":\"\\ud800\""), "surrogate"},
         {withReplaced("42", "042"), "comma"},
