@@ -92,11 +92,12 @@ private:
 /// Parses the one JSON value that `source` (open for reading) holds from here to its end, and hands its events to
 /// `handler`, RapidJSON's kind with `const std::string& fault() const` beside: the reason for which an event was
 /// refused. Nothing when all went well. Neither deep nesting nor a long string costs more than a bounded amount of
-/// memory here, and nothing of the machine stack. `flags` are added to those that every parse has.
+/// memory here, and nothing of the machine stack. Whether texts are UTF-8 is left to the handler, which is faster at
+/// it. `flags` are added to those that every parse has.
 template <unsigned flags, typename Handler>
 [[nodiscard]] std::optional<DecodeError> parseJson(QIODevice& source, Handler& handler)
 {
-    constexpr unsigned allFlags = flags | rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
+    constexpr unsigned allFlags = flags | rapidjson::kParseIterativeFlag;
     // The buffer is too large for the stack of a small thread.
     const auto input = std::make_unique<BufferedInput>(source);
     rapidjson::ParseResult result;

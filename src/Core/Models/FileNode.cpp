@@ -3,9 +3,7 @@
 #include "Core/Models/TreeWalk.h"
 #include "Utilities/ByteCount.h"
 #include "Utilities/CheckedMath.h"
-
-#include <QString>
-#include <QUtf8StringView>
+#include "Utilities/Utf8.h"
 
 #include <algorithm>
 #include <atomic>
@@ -69,11 +67,6 @@ namespace {
 constexpr std::size_t alignedUp(std::size_t offset, std::size_t alignment)
 {
     return (offset + alignment - 1) / alignment * alignment;
-}
-
-bool isValidUtf8(std::string_view bytes)
-{
-    return QUtf8StringView(bytes.data(), static_cast<qsizetype>(bytes.size())).isValidUtf8();
 }
 
 /// The hash of a sequence of values, each fed in turn.
@@ -155,7 +148,7 @@ FileNode::FileNode(const Uuid& id, const FileUrl& url, std::string_view name, st
 {
     std::string repaired;
     if (!isValidUtf8(name)) {
-        repaired = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())).toStdString();
+        repaired = validUtf8(name);
         name = repaired;
     }
     const std::size_t childCount = children ? children->size() : 0;

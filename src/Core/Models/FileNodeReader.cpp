@@ -1,5 +1,6 @@
 #include "Core/Models/FileNodeJson.h"
 #include "Core/Models/FileNodeJsonKeys.h"
+#include "Utilities/JsonEvents.h"
 #include "Utilities/JsonInput.h"
 
 #include <utility>
@@ -16,7 +17,6 @@ constexpr std::size_t deepestLevel = 100'000;
 struct Level {
     Uuid id;
     std::optional<FileUrl> url;
-    std::string urlText;
     std::string name;
     std::int64_t size = 0;
     bool isDirectory = false;
@@ -26,183 +26,129 @@ struct Level {
     JsonKey key = JsonKey::unknown;
     std::uint8_t seenKeys = 0;
     bool isInChildren = false;
+    std::string childUrlStart; // the text with which the urls of what this folder holds begin, if its own is known
 
     void reset()
     {
         seenKeys = 0;
         isInChildren = false;
         url.reset();
-        urlText.clear();
         children.reset();
     }
 };
 
-/// Takes the parser's events and builds nodes from the leaves upward. A method returns false to stop the parser.
-class NodeBuilder {
+/// Builds nodes from the leaves upward.
+class NodeReader : public JsonEvents<NodeReader> {
 public:
-    [[nodiscard]] const std::string& fault() const { return m_fault; }
     [[nodiscard]] FileNode takeRoot() { return *std::move(m_root); }
 
-    bool Null()
-    {
-        return value("null", JsonKey::children, [](Level& level) {
-            level.children.reset();
-            return true;
-        });
-    }
-    bool Bool(bool flag)
-    {
-        return value("a boolean", JsonKey::isDirectory, [flag](Level& level) {
-            level.isDirectory = flag;
-            return true;
-        });
-    }
-    bool Int(int number) { return Int64(number); }
-    bool Uint(unsigned number) { return Int64(number); }
-    bool Int64(std::int64_t number)
-    {
-        return value("an integer", JsonKey::size, [number](Level& level) {
-            level.size = number;
-            return true;
-        });
-    }
-    bool Uint64(std::uint64_t number)
-    {
-        return std::in_range<std::int64_t>(number) ? Int64(static_cast<std::int64_t>(number))
-                                                   : value("an integer beyond 64 bits");
-    }
-    bool Double(double) { return value("a number that is no 64-bit integer"); }
-    bool RawNumber(const char*, rapidjson::SizeType, bool) { return value("a number"); }
-    bool String(const char* text, rapidjson::SizeType length, bool) { return string({text, length}); }
-    bool Key(const char* text, rapidjson::SizeType length, bool);
-    bool StartObject();
-    bool EndObject(rapidjson::SizeType);
-    bool StartArray();
-    bool EndArray(rapidjson::SizeType);
-
 private:
+    friend class JsonEvents<NodeReader>;
+
+    [[nodiscard]] bool isAtUnknownMember() { return !expectsNode() && level().key == JsonKey::unknown; }
+    void key(std::string_view name) { level().key = keyNamed(name); }
+    [[nodiscard]] bool scalar(const JsonScalar& value);
+    [[nodiscard]] bool beginObject();
+    [[nodiscard]] bool endObject();
+    [[nodiscard]] bool beginArray();
+    [[nodiscard]] bool endArray();
+
     [[nodiscard]] Level& level() { return m_levels[m_depth - 1]; }
     [[nodiscard]] bool expectsNode() { return m_depth == 0 || level().isInChildren; }
-
-    bool fail(std::string fault)
-    {
-        m_fault = std::move(fault);
-        return false;
-    }
-    bool wrongType(std::string_view found);
-    bool string(std::string_view text);
-    bool url(std::string_view text);
-
-    /// A value of a type that no known member has.
-    bool value(std::string_view found)
-    {
-        return m_ignoredDepth > 0 || (!expectsNode() && level().key == JsonKey::unknown) || wrongType(found);
-    }
-
-    /// A value of the type that the member `expected` has, and `assign` puts it there.
-    template <typename Assign>
-    bool value(std::string_view found, JsonKey expected, Assign assign)
-    {
-        if (m_ignoredDepth == 0 && !expectsNode() && level().key == expected) {
-            markSeen(expected);
-            return assign(level());
-        }
-        return value(found);
-    }
-
-    void markSeen(JsonKey key) { level().seenKeys |= static_cast<std::uint8_t>(1U << static_cast<unsigned>(key)); }
+    [[nodiscard]] bool refuseType(std::string_view found);
+    [[nodiscard]] bool string(std::string_view text);
+    [[nodiscard]] std::optional<FileUrl> url(std::string_view text) const;
 
     std::vector<Level> m_levels;
     std::size_t m_depth = 0;
-    std::size_t m_ignoredDepth = 0; // open brackets below an unknown member
     std::optional<FileNode> m_root;
-    std::string m_fault;
 };
 
-bool NodeBuilder::wrongType(std::string_view found)
+bool NodeReader::refuseType(std::string_view found)
 {
     if (expectsNode()) {
-        return fail("expected an object, found " + std::string(found));
+        return refuse("expected an object, found " + std::string(found));
     }
-    return fail("unexpected type of \"" + std::string(nameOf(level().key)) + "\", found " + std::string(found));
+    return refuse("unexpected type of \"" + std::string(nameOf(level().key)) + "\", found " + std::string(found));
 }
 
-bool NodeBuilder::string(std::string_view text)
+bool NodeReader::scalar(const JsonScalar& value)
 {
-    if (m_ignoredDepth > 0 || expectsNode()) {
-        return value("a string");
+    if (expectsNode()) {
+        return refuseType(typeName(value));
     }
-    switch (const JsonKey key = level().key; key) {
+    Level& current = level();
+    current.seenKeys |= static_cast<std::uint8_t>(1U << static_cast<unsigned>(current.key));
+    if (const auto* text = std::get_if<std::string_view>(&value); text != nullptr) {
+        return string(*text);
+    }
+    if (const auto* number = std::get_if<std::int64_t>(&value); number != nullptr && current.key == JsonKey::size) {
+        current.size = *number;
+        return true;
+    }
+    if (const auto* flag = std::get_if<bool>(&value); flag != nullptr && current.key == JsonKey::isDirectory) {
+        current.isDirectory = *flag;
+        return true;
+    }
+    if (std::holds_alternative<std::nullptr_t>(value) && current.key == JsonKey::children) {
+        current.children.reset();
+        return true;
+    }
+    return refuseType(typeName(value));
+}
+
+bool NodeReader::string(std::string_view text)
+{
+    Level& current = level();
+    switch (current.key) {
     case JsonKey::id:
         if (const auto id = Uuid::fromText(text)) {
-            markSeen(key);
-            level().id = *id;
+            current.id = *id;
             return true;
         }
-        return fail("\"id\" is no UUID");
+        return refuse("\"id\" is no UUID");
     case JsonKey::url:
-        markSeen(key);
-        return url(text);
+        current.url = url(text);
+        return current.url || refuse("\"url\" is no file url");
     case JsonKey::name:
-        markSeen(key);
-        level().name = text;
+        current.name = text;
         return true;
     case JsonKey::fileCategory:
         if (const auto category = FileCategory::fromRawValue(text)) {
-            markSeen(key);
-            level().fileCategory = *category;
+            current.fileCategory = *category;
             return true;
         }
-        return fail("unknown \"fileCategory\"");
+        return refuse("unknown \"fileCategory\"");
     default:
-        return value("a string");
+        return refuseType(typeName(text));
     }
 }
 
 /// The url of a child that stands in its folder's url is appended to that, so that a tree that is read shares its
 /// paths like one that was scanned.
-bool NodeBuilder::url(std::string_view text)
+std::optional<FileUrl> NodeReader::url(std::string_view text) const
 {
-    Level& current = level();
-    current.urlText = text;
     if (m_depth > 1) {
         const Level& folder = m_levels[m_depth - 2];
-        std::string_view folderText = folder.urlText;
-        if (folderText.ends_with('/')) {
-            folderText.remove_suffix(1);
-        }
-        if (folder.url && text.size() > folderText.size() + 1 && text.starts_with(folderText) &&
-            text[folderText.size()] == '/' && text.find('/', folderText.size() + 1) == std::string_view::npos) {
-            const auto component = FileUrl::percentDecoded(text.substr(folderText.size() + 1));
+        const std::string_view start = folder.childUrlStart;
+        if (folder.url && text.size() > start.size() && text.starts_with(start) &&
+            text.find('/', start.size()) == std::string_view::npos) {
+            const auto component = FileUrl::percentDecoded(text.substr(start.size()));
             if (component && component->find('/') == std::string::npos) {
-                current.url = folder.url->appending(*component);
-                return true;
+                return folder.url->appending(*component);
             }
         }
     }
-    current.url = FileUrl::parse(text);
-    return current.url || fail("\"url\" is no file url");
+    return FileUrl::parse(text);
 }
 
-bool NodeBuilder::Key(const char* text, rapidjson::SizeType length, bool)
+bool NodeReader::beginObject()
 {
-    if (m_ignoredDepth == 0) {
-        level().key = keyNamed({text, length});
-    }
-    return true;
-}
-
-bool NodeBuilder::StartObject()
-{
-    if (m_ignoredDepth > 0 || (!expectsNode() && level().key == JsonKey::unknown)) {
-        ++m_ignoredDepth;
-        return true;
-    }
     if (!expectsNode()) {
-        return wrongType("an object");
+        return refuseType("an object");
     }
     if (m_depth == deepestLevel) {
-        return fail("nested too deep");
+        return refuse("nested too deep");
     }
     if (m_depth == m_levels.size()) {
         m_levels.emplace_back();
@@ -212,16 +158,12 @@ bool NodeBuilder::StartObject()
     return true;
 }
 
-bool NodeBuilder::EndObject(rapidjson::SizeType)
+bool NodeReader::endObject()
 {
-    if (m_ignoredDepth > 0) {
-        --m_ignoredDepth;
-        return true;
-    }
     Level& finished = level();
     for (std::uint8_t key = 0; key < requiredKeyCount; ++key) {
         if ((finished.seenKeys & (1U << key)) == 0) {
-            return fail("missing key \"" + std::string(jsonKeyNames[key]) + '"');
+            return refuse("missing key \"" + std::string(jsonKeyNames[key]) + '"');
         }
     }
     FileNode node(finished.id, *finished.url, finished.name, finished.size, finished.isDirectory, finished.fileCategory,
@@ -235,27 +177,26 @@ bool NodeBuilder::EndObject(rapidjson::SizeType)
     return true;
 }
 
-bool NodeBuilder::StartArray()
+bool NodeReader::beginArray()
 {
-    if (m_ignoredDepth > 0 || (!expectsNode() && level().key == JsonKey::unknown)) {
-        ++m_ignoredDepth;
-        return true;
-    }
     if (expectsNode() || level().key != JsonKey::children) {
-        return wrongType("an array");
+        return refuseType("an array");
     }
-    level().isInChildren = true;
-    level().children.emplace();
+    Level& folder = level();
+    folder.isInChildren = true;
+    folder.children.emplace();
+    if (folder.url) {
+        folder.childUrlStart = folder.url->asFolder().absoluteString();
+        if (!folder.childUrlStart.ends_with('/')) {
+            folder.childUrlStart += '/';
+        }
+    }
     return true;
 }
 
-bool NodeBuilder::EndArray(rapidjson::SizeType)
+bool NodeReader::endArray()
 {
-    if (m_ignoredDepth > 0) {
-        --m_ignoredDepth;
-    } else {
-        level().isInChildren = false;
-    }
+    level().isInChildren = false;
     return true;
 }
 
@@ -263,11 +204,11 @@ bool NodeBuilder::EndArray(rapidjson::SizeType)
 
 std::variant<FileNode, DecodeError> decodeFileNode(QIODevice& source)
 {
-    NodeBuilder builder;
-    if (const std::optional<DecodeError> error = parseJson<rapidjson::kParseNoFlags>(source, builder)) {
+    NodeReader reader;
+    if (const std::optional<DecodeError> error = parseJson<rapidjson::kParseNoFlags>(source, reader)) {
         return *error;
     }
-    return builder.takeRoot();
+    return reader.takeRoot();
 }
 
 } // namespace morlaine

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "Utilities/Utf8.h"
+
+#include <rapidjson/rapidjson.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+
+namespace morlaine {
+
+/// A number that is written as an integer but needs more than 64 bits with sign.
+struct HugeInteger {};
+
+/// A value that is neither an object nor an array. Texts last as long as the event.
+using JsonScalar = std::variant<std::nullptr_t, bool, std::int64_t, HugeInteger, double, std::string_view>;
+
+/// What a scalar is called in a fault.
+[[nodiscard]] std::string_view typeName(const JsonScalar& scalar) noexcept;
+
+/// Turns the parser's many events into few, and passes over the values of unknown members, whatever they hold.
+///
+/// `Reader` derives from this and has the private members (with this class as a friend) `bool isAtUnknownMember()`,
+/// `void key(std::string_view)`, and `bool scalar(const JsonScalar&)`, `bool beginObject()`, `bool endObject()`,
+/// `bool beginArray()`, `bool endArray()`, which return `refuse(why)` to end the parse.
+template <typename Reader>
+class JsonEvents {
+public:
+    /// Why an event was refused; empty as long as none was.
+    [[nodiscard]] const std::string& fault() const { return m_fault; }
+
+    bool Null() { return value(nullptr); }
+    bool Bool(bool flag) { return value(flag); }
+    bool Int(int number) { return value(std::int64_t{number}); }
+    bool Uint(unsigned number) { return value(std::int64_t{number}); }
+    bool Int64(std::int64_t number) { return value(number); }
+    bool Uint64(std::uint64_t number)
+    {
+        return std::in_range<std::int64_t>(number) ? value(static_cast<std::int64_t>(number)) : value(HugeInteger());
+    }
+    bool Double(double number) { return value(number); }
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool) { return value(std::string_view(text, length)); }
+    bool String(const char* text, rapidjson::SizeType length, bool)
+    {
+        const std::string_view string(text, length);
+        return isValidUtf8(string) ? value(string) : refuse("a text is no UTF-8");
+    }
+    bool Key(const char* text, rapidjson::SizeType length, bool)
+    {
+        const std::string_view name(text, length);
+        if (m_ignoredDepth == 0) {
+            reader().key(name);
+        }
+        return isValidUtf8(name) || refuse("a key is no UTF-8");
+    }
+    bool StartObject() { return beginIgnored() || reader().beginObject(); }
+    bool EndObject(rapidjson::SizeType) { return endIgnored() || reader().endObject(); }
+    bool StartArray() { return beginIgnored() || reader().beginArray(); }
+    bool EndArray(rapidjson::SizeType) { return endIgnored() || reader().endArray(); }
+
+protected:
+    [[nodiscard]] bool refuse(std::string why)
+    {
+        m_fault = std::move(why);
+        return false;
+    }
+
+private:
+    [[nodiscard]] Reader& reader() { return static_cast<Reader&>(*this); }
+
+    bool value(const JsonScalar& scalar)
+    {
+        return m_ignoredDepth > 0 || reader().isAtUnknownMember() || reader().scalar(scalar);
+    }
+    bool beginIgnored()
+    {
+        const bool isIgnored = m_ignoredDepth > 0 || reader().isAtUnknownMember();
+        m_ignoredDepth += isIgnored ? 1 : 0;
+        return isIgnored;
+    }
+    bool endIgnored()
+    {
+        const bool isIgnored = m_ignoredDepth > 0;
+        m_ignoredDepth -= isIgnored ? 1 : 0;
+        return isIgnored;
+    }
+
+    std::size_t m_ignoredDepth = 0; // open brackets below an unknown member
+    std::string m_fault;
+};
+
+} // namespace morlaine

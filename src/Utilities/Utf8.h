@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace morlaine {
+
+/// Whether the bytes are well-formed UTF-8. Quickest for ASCII. Any thread.
+[[nodiscard]] bool isValidUtf8(std::string_view bytes) noexcept;
+
+/// The text that the bytes are, with U+FFFD for what is no UTF-8. Any thread.
+[[nodiscard]] std::string validUtf8(std::string_view bytes);
+
+} // namespace morlaine
