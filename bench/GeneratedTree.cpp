@@ -1,6 +1,7 @@
 #include "GeneratedTree.h"
 
 #include <array>
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
@@ -52,6 +53,13 @@ struct Branch {
     int depth;
 };
 
+/// A folder of the tree in memory, before its nodes are made.
+struct Plan {
+    FileUrl url;
+    std::vector<std::size_t> folders;
+    std::vector<FileNode> files;
+};
+
 } // namespace
 
 void makeGeneratedTree(const std::filesystem::path& folder)
@@ -78,6 +86,38 @@ void makeGeneratedTree(const std::filesystem::path& folder)
         }
     }
     makeFile(finished, 0);
+}
+
+FileNode generatedTree(int nodes)
+{
+    Dice dice;
+    std::vector<Plan> plans{{FileUrl::fromPath("/home/somebody"), {}, {}}};
+    std::vector<int> depths{0};
+    for (int number = 0; number < nodes; ++number) {
+        const auto parent = static_cast<std::size_t>(dice.below(static_cast<int>(plans.size())));
+        if (depths[parent] < deepest) {
+            plans.push_back({plans[parent].url.appending(nameOf(number, dice)), {}, {}});
+            depths.push_back(depths[parent] + 1);
+            plans[parent].folders.push_back(plans.size() - 1);
+        }
+        for (int width = dice.below(50) == 0 ? 1000 : dice.below(16); width > 0 && number < nodes; --width, ++number) {
+            const std::string_view extension = extensions[static_cast<std::size_t>(dice.below(extensions.size()))];
+            const std::string name = nameOf(number, dice) + '.' + std::string(extension);
+            plans[parent].files.push_back(
+                FileNode::inFolder(plans[parent].url, name, dice.below(1 << 30), false, FileCategory::from(extension)));
+        }
+    }
+    // Folders stand behind those that hold them, so the last ones are finished first.
+    std::vector<std::optional<FileNode>> finished(plans.size());
+    for (std::size_t i = plans.size(); i-- > 0;) {
+        std::vector<FileNode> children = std::move(plans[i].files);
+        for (const std::size_t folder : plans[i].folders) {
+            children.push_back(*std::move(finished[folder]));
+        }
+        finished[i].emplace(plans[i].url, plans[i].url.lastPathComponent(), 0, true, FileCategory::other,
+                            std::move(children));
+    }
+    return *finished.front();
 }
 
 } // namespace morlaine::bench

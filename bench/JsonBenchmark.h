@@ -1,10 +1,8 @@
 #pragma once
 
-#include <string>
-
 namespace morlaine::bench {
 
-/// Writing the tree at `tree` as JSON and reading it back.
-void registerJsonBenchmarks(const std::string& tree);
+/// Writing a tree of a million nodes to a cache file, and reading it back.
+void registerJsonBenchmarks();
 
 } // namespace morlaine::bench

@@ -40,7 +40,7 @@ int main(int argc, char** argv)
         return 1;
     }
     morlaine::bench::registerScanBenchmarks(tree);
-    morlaine::bench::registerJsonBenchmarks(tree);
+    morlaine::bench::registerJsonBenchmarks();
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

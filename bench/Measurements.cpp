@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <string>
 
 #include <unistd.h>
 
@@ -21,6 +22,24 @@ std::int64_t residentBytes()
     std::int64_t residentPages = 0;
     statm >> allPages >> residentPages;
     return residentPages * ::sysconf(_SC_PAGESIZE);
+}
+
+std::int64_t peakResidentBytes()
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        if (word == "VmHWM:") {
+            std::int64_t kibibytes = 0;
+            status >> kibibytes;
+            return kibibytes * 1024;
+        }
+    }
+    return 0;
+}
+
+void forgetPeak()
+{
+    std::ofstream("/proc/self/clear_refs") << 5;
 }
 
 } // namespace morlaine::bench

@@ -23,4 +23,8 @@ template <typename Work>
 /// Memory that this process holds right now, in bytes.
 [[nodiscard]] std::int64_t residentBytes();
 
+/// The most memory that this process held at once since `forgetPeak()`, in bytes.
+[[nodiscard]] std::int64_t peakResidentBytes();
+void forgetPeak();
+
 } // namespace morlaine::bench

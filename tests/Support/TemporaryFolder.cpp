@@ -1,8 +1,10 @@
 #include "Support/TemporaryFolder.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <system_error>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -23,9 +25,12 @@ TemporaryFolder::TemporaryFolder()
 
 TemporaryFolder::~TemporaryFolder()
 {
-    // Tools that cope with any depth and any permissions.
+    // Tools that cope with any depth and any permissions. Somebody may still be writing here.
     const std::string path = '\'' + m_path.native() + '\'';
-    [[maybe_unused]] const int status = std::system(("chmod -R u+rwX " + path + "; rm -rf " + path).c_str());
+    const std::string command = "chmod -R u+rwX " + path + " 2>/dev/null; rm -rf " + path + " 2>/dev/null";
+    for (int attempt = 0; attempt < 20 && std::system(command.c_str()) != 0; ++attempt) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
 }
 
 FileUrl TemporaryFolder::url(std::string_view relative) const

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <functional>
+
+namespace morlaine {
+
+/// Runs `work` on a thread of its own, behind everything that somebody waits for: it gets processor and disk when they
+/// would idle. Returns at once. Nothing waits for it, not even the end of the program, which cuts it short; so it may
+/// touch only what it holds. Work that cannot be started is dropped. Any thread.
+void runInBackground(std::function<void()> work);
+
+} // namespace morlaine

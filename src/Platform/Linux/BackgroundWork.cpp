@@ -1,0 +1,38 @@
+#include "Platform/BackgroundWork.h"
+
+#include <system_error>
+#include <thread>
+
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace morlaine {
+
+namespace {
+
+/// Both calls mean the calling thread, not the process.
+void yieldToEverythingElse()
+{
+    constexpr int lowest = 19;
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), lowest);
+    constexpr int ofProcess = 1;
+    constexpr int idleClass = 3 << 13;
+    ::syscall(SYS_ioprio_set, ofProcess, 0, idleClass);
+}
+
+} // namespace
+
+void runInBackground(std::function<void()> work)
+{
+    try {
+        std::thread([work = std::move(work)] {
+            yieldToEverythingElse();
+            work();
+        }).detach();
+    } catch (const std::system_error&) {
+        return;
+    }
+}
+
+} // namespace morlaine

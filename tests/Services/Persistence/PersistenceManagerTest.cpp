@@ -1,0 +1,321 @@
+#include "Services/Persistence/PersistenceManager.h"
+
+#include "Support/TemporaryFolder.h"
+#include "Support/TreeText.h"
+
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <thread>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace morlaine {
+
+namespace fs = std::filesystem;
+using test::treeFromText;
+
+class PersistenceManagerTest : public testing::Test {
+protected:
+    PersistenceManagerTest() { reopen(); }
+
+    void reopen() { m_store.reset(new PersistenceManager(m_folder.url("share"))); }
+
+    [[nodiscard]] fs::path appFolder() const { return m_folder.path() / "share/com.morlaine.Morlaine"; }
+    [[nodiscard]] fs::path index() const { return appFolder() / "history.json"; }
+    [[nodiscard]] fs::path scans() const { return appFolder() / "Scans"; }
+    [[nodiscard]] fs::path treeFile(const HistoricalScan& scan) const
+    {
+        return scans() / (scan.id.toString() + ".json");
+    }
+
+    [[nodiscard]] HistoricalScan save(const std::string& name)
+    {
+        const FileNode root = treeFromText(name + "/\n  a 1\n  b 2", "/scanned");
+        return m_store->saveScan(root, 2, 1);
+    }
+    [[nodiscard]] HistoricalScan saveToTheEnd(const std::string& name)
+    {
+        const HistoricalScan scan = save(name);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return fs::exists(treeFile(scan)); }));
+        return scan;
+    }
+    [[nodiscard]] std::vector<std::string> paths() const
+    {
+        std::vector<std::string> paths;
+        for (const HistoricalScan& scan : m_store->loadHistory()) {
+            paths.push_back(scan.path);
+        }
+        return paths;
+    }
+
+    static void write(const fs::path& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
+    [[nodiscard]] static std::string read(const fs::path& path)
+    {
+        std::stringstream text;
+        text << std::ifstream(path, std::ios::binary).rdbuf();
+        return text.str();
+    }
+    [[nodiscard]] static std::vector<std::string> namesIn(const fs::path& folder)
+    {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder)) {
+            names.push_back(entry.path().filename());
+        }
+        return names;
+    }
+    [[nodiscard]] static mode_t permissions(const fs::path& path)
+    {
+        struct stat status = {};
+        ::stat(path.c_str(), &status);
+        return status.st_mode & 0777;
+    }
+    [[nodiscard]] static std::string entry(const std::string& path, const std::string& date)
+    {
+        return R"({"id":")" + Uuid::random().toString() + R"(","path":")" + path + R"(","date":)" + date +
+               R"(,"totalSize":1,"filesCount":2,"directoriesCount":3})";
+    }
+
+    test::TemporaryFolder m_folder;
+    std::unique_ptr<PersistenceManager> m_store;
+};
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+TEST_F(PersistenceManagerTest, MakesItsFoldersForThisUserAlone)
+{
+    EXPECT_THAT(namesIn(appFolder()), ElementsAre("Scans"));
+    EXPECT_THAT(m_store->loadHistory(), IsEmpty());
+    EXPECT_EQ(permissions(appFolder()), 0700U);
+    EXPECT_EQ(permissions(scans()), 0700U);
+    const HistoricalScan scan = saveToTheEnd("root");
+    EXPECT_EQ(permissions(index()), 0600U);
+    EXPECT_EQ(permissions(treeFile(scan)), 0600U);
+    EXPECT_THAT(namesIn(appFolder()), UnorderedElementsAre("Scans", "history.json"));
+    EXPECT_THAT(namesIn(scans()), ElementsAre(scan.id.toString() + ".json")) << "no temporary file stays";
+}
+
+TEST_F(PersistenceManagerTest, SavesAnEntryAtOnceAndTheTreeSoon)
+{
+    const Date before = Date::now();
+    const FileNode root = treeFromText("root/\n  sub/\n    b.txt 20\n  a 1", "/scanned");
+    const HistoricalScan scan = m_store->saveScan(root, 2, 7);
+    EXPECT_THAT(m_store->loadHistory(), ElementsAre(scan)) << "the date reads back to the same instant";
+    EXPECT_EQ(scan.path, "/scanned/root");
+    EXPECT_EQ(scan.totalSize, 21);
+    EXPECT_EQ(scan.filesCount, 2);
+    EXPECT_EQ(scan.directoriesCount, 7);
+    EXPECT_GE(scan.date, before);
+    EXPECT_LE(scan.date, Date::now());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_store->loadScanTree(scan.id).has_value(); }));
+    EXPECT_EQ(m_store->loadScanTree(scan.id), root) << "ids included";
+    EXPECT_EQ(read(treeFile(scan)).find('\n'), std::string::npos) << "compact";
+}
+
+TEST_F(PersistenceManagerTest, WritesTheListIndentedWithKeysInOrder)
+{
+    const HistoricalScan scan = save("with \"quotes\"");
+    const std::string text = read(index());
+    const std::size_t number = text.find("\"date\": ") + 8;
+    EXPECT_EQ(std::stod(text.substr(number)), scan.date.secondsSince2001);
+    EXPECT_EQ(text, "[\n  {\n    \"id\": \"" + scan.id.toString() +
+                        "\",\n    \"path\": \"/scanned/with \\\"quotes\\\"\",\n    \"date\": " +
+                        text.substr(number, text.find(',', number) - number) +
+                        ",\n    \"totalSize\": 3,\n    \"filesCount\": 2,\n    \"directoriesCount\": 1\n  }\n]");
+    EXPECT_EQ(scan.id.toString().find_first_of("abcdef"), std::string::npos);
+}
+
+TEST_F(PersistenceManagerTest, ListsNewestFirstAndWritesTheNewestLast)
+{
+    write(index(), "[" + entry("/old", "1.5") + "," + entry("/same1", "700000000") + "," +
+                       entry("/new", "700000001.25") + "," + entry("/same2", "700000000.0") + "," +
+                       entry("/ancient", "-1e9") + "," + entry("/far", "1e300") + "]");
+    EXPECT_THAT(paths(), ElementsAre("/far", "/new", "/same1", "/same2", "/old", "/ancient"));
+    (void)save("now");
+    const std::string text = read(index());
+    std::vector<std::size_t> positions;
+    for (const char* path : {"/far", "/new", "/same1", "/same2", "/old", "/ancient", "/scanned/now"}) {
+        positions.push_back(text.find(path));
+    }
+    EXPECT_TRUE(std::ranges::is_sorted(positions)) << text;
+    EXPECT_NE(text.find("\"date\": 700000000.0,"), std::string::npos) << "a number with a fraction";
+}
+
+TEST_F(PersistenceManagerTest, TakesABrokenListForAnEmptyOne)
+{
+    const std::string good = entry("/x", "1");
+    const auto without = [&good](const std::string& key) {
+        std::string text = good;
+        const std::size_t start = text.find('"' + key);
+        return text.erase(start, std::min(text.find(',', start) + 1, text.size() - 1) - start);
+    };
+    for (const std::string& text :
+         {std::string("{}"), std::string(), std::string("garbage"), std::string("[1]"), std::string("[[]]"), "[" + good,
+          "[" + good + "]]", "[" + good + ",{}]", "[" + without("id") + "]", "[" + without("path") + "]",
+          "[" + without("date") + "]", "[" + without("totalSize") + "]", "[" + entry("/x", "\"now\"") + "]",
+          "[" + entry("/x", "null") + "]", "[" + entry("/x", "1e999") + "]", "[" + entry("\xFF", "1") + "]",
+          "[" + entry("/x", "1,\"filesCount\":1.5") + "]"}) {
+        write(index(), text);
+        EXPECT_THAT(paths(), IsEmpty()) << text;
+        EXPECT_EQ(read(index()), text) << "reading changes nothing";
+    }
+    (void)save("first");
+    EXPECT_THAT(paths(), ElementsAre("/scanned/first"));
+    write(index(), "[" + entry("/x", "1,\"new\":[{\"id\":[]}]") + "]\n");
+    EXPECT_THAT(paths(), ElementsAre("/x")) << "unknown members are passed over";
+}
+
+TEST_F(PersistenceManagerTest, DeletesEveryEntryOfAnIdAndItsTree)
+{
+    const HistoricalScan one = saveToTheEnd("one");
+    const HistoricalScan two = saveToTheEnd("two");
+    m_store->deleteScan(one.id);
+    EXPECT_THAT(paths(), ElementsAre("/scanned/two"));
+    EXPECT_FALSE(fs::exists(treeFile(one)));
+    EXPECT_FALSE(m_store->loadScanTree(one.id));
+    EXPECT_TRUE(m_store->loadScanTree(two.id));
+
+    const std::string twice = entry("/twice", "5");
+    write(index(), "[" + entry("/old", "1") + "," + twice + "," + entry("/new", "9") + "," + twice + "]");
+    m_store->deleteScan(Uuid::random());
+    const std::string text = read(index());
+    EXPECT_LT(text.find("/new"), text.find("/old")) << "an unknown id rewrites the list, newest first";
+    m_store->deleteScan(m_store->loadHistory()[1].id);
+    EXPECT_THAT(paths(), ElementsAre("/new", "/old"));
+}
+
+TEST_F(PersistenceManagerTest, ClearsWhateverLiesInItsFolder)
+{
+    (void)saveToTheEnd("one");
+    write(scans() / ".hidden", "x");
+    write(scans() / "foreign.txt", "x");
+    fs::create_directories(scans() / "folder/inner");
+    write(scans() / "folder/inner/file", "x");
+    write(m_folder.path() / "outside", "x");
+    fs::create_symlink(m_folder.path(), scans() / "link");
+    m_store->clearAllHistory();
+    EXPECT_EQ(read(index()), "[]");
+    EXPECT_THAT(namesIn(scans()), IsEmpty());
+    EXPECT_TRUE(fs::exists(m_folder.path() / "outside")) << "links are removed, not followed";
+    fs::remove(scans());
+    m_store->clearAllHistory();
+    EXPECT_THAT(paths(), IsEmpty());
+}
+
+TEST_F(PersistenceManagerTest, FindsNoTreeInAFileThatIsNone)
+{
+    const HistoricalScan scan = saveToTheEnd("one");
+    const std::string text = read(treeFile(scan));
+    for (const std::string& broken : {std::string(), std::string("{}"), text.substr(0, text.size() / 2), text + "x"}) {
+        write(treeFile(scan), broken);
+        EXPECT_FALSE(m_store->loadScanTree(scan.id)) << broken;
+    }
+    fs::remove(treeFile(scan));
+    ASSERT_EQ(::mkfifo(treeFile(scan).c_str(), 0600), 0);
+    EXPECT_FALSE(m_store->loadScanTree(scan.id)) << "and waits for nobody";
+}
+
+TEST_F(PersistenceManagerTest, SwallowsWhatCannotBeWritten)
+{
+    fs::remove(scans());
+    write(scans(), "in the way");
+    reopen();
+    const HistoricalScan scan = save("one");
+    EXPECT_THAT(paths(), ElementsAre("/scanned/one"));
+    EXPECT_FALSE(m_store->loadScanTree(scan.id));
+    m_store->clearAllHistory();
+    EXPECT_EQ(read(scans()), "in the way");
+
+    fs::remove(index());
+    fs::create_directory(index());
+    write(index() / "inside", "x");
+    (void)save("two");
+    EXPECT_THAT(paths(), IsEmpty());
+    EXPECT_THAT(namesIn(index()), ElementsAre("inside"));
+    EXPECT_THAT(namesIn(appFolder()), UnorderedElementsAre("Scans", "history.json")) << "no temporary file stays";
+
+    fs::remove_all(appFolder());
+    (void)save("three");
+    EXPECT_FALSE(fs::exists(appFolder())) << "folders are made when the store is";
+}
+
+TEST_F(PersistenceManagerTest, KeepsTheOldListWhenTheDiskIsFull)
+{
+    (void)saveToTheEnd("one");
+    const std::string before = read(index());
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit = {};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit small = {before.size() + 10, limit.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    const HistoricalScan scan = save("two, which does not fit in any more");
+    EXPECT_EQ(scan.totalSize, 3) << "the caller has its entry all the same";
+    QTest::qWait(100);
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(read(index()), before);
+    EXPECT_THAT(namesIn(appFolder()), UnorderedElementsAre("Scans", "history.json"));
+}
+
+TEST_F(PersistenceManagerTest, KeepsAPathThatIsNoText)
+{
+    const FileUrl url = FileUrl::fromPath("/caf\xE9");
+    (void)m_store->saveScan(FileNode(url, "x", 0, true, FileCategory::other, std::nullopt), 0, 1);
+    EXPECT_THAT(paths(), ElementsAre("/caf\uFFFD")) << "and all that was saved before";
+}
+
+TEST_F(PersistenceManagerTest, LosesNothingWhileOthersRead)
+{
+    (void)save("first");
+    std::atomic<bool> isStopping = false;
+    std::atomic<int> broken = 0;
+    std::thread reader([&] {
+        while (!isStopping) {
+            broken += read(index()).ends_with("]") ? 0 : 1;
+        }
+    });
+    for (int i = 0; i < 50; ++i) {
+        (void)save("more");
+    }
+    isStopping = true;
+    reader.join();
+    EXPECT_EQ(broken, 0) << "a half-written list is never seen";
+    EXPECT_EQ(paths().size(), 51U);
+}
+
+using PersistenceManagerDeathTest = PersistenceManagerTest;
+
+TEST_F(PersistenceManagerDeathTest, LetsTheProgramEndDuringAWrite)
+{
+    const FileNode tree(FileUrl::fromPath("/w"), "w", 0, true, FileCategory::other,
+                        std::vector<FileNode>(500'000, treeFromText("a file 1", "/w")));
+    for (int round = 0; round < 5; ++round) {
+        EXPECT_EXIT(
+            {
+                (void)m_store->saveScan(tree, 1, 1);
+                std::this_thread::sleep_for(std::chrono::milliseconds(10 * round));
+                std::exit(7);
+            },
+            testing::ExitedWithCode(7), "");
+    }
+    for (const HistoricalScan& scan : m_store->loadHistory()) {
+        EXPECT_TRUE(!fs::exists(treeFile(scan)) || m_store->loadScanTree(scan.id)) << "never half a tree";
+    }
+    EXPECT_EQ(paths().size(), 5U);
+}
+
+} // namespace
+} // namespace morlaine
