@@ -6,21 +6,26 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <variant>
 
 namespace morlaine {
 
 /// A number that is written as an integer but needs more than 64 bits with sign.
-struct HugeInteger {};
+struct HugeInteger {
+    double nearest;
+};
 
 /// A value that is neither an object nor an array. Texts last as long as the event.
 using JsonScalar = std::variant<std::nullptr_t, bool, std::int64_t, HugeInteger, double, std::string_view>;
 
 /// What a scalar is called in a fault.
 [[nodiscard]] std::string_view typeName(const JsonScalar& scalar) noexcept;
+
+/// The number that a JSON text means; nothing when no double comes near it.
+[[nodiscard]] std::optional<JsonScalar> numberFromText(std::string_view text) noexcept;
 
 /// Turns the parser's many events into few, and passes over the values of unknown members, whatever they hold.
 ///
@@ -35,15 +40,16 @@ public:
 
     bool Null() { return value(nullptr); }
     bool Bool(bool flag) { return value(flag); }
-    bool Int(int number) { return value(std::int64_t{number}); }
-    bool Uint(unsigned number) { return value(std::int64_t{number}); }
-    bool Int64(std::int64_t number) { return value(number); }
-    bool Uint64(std::uint64_t number)
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool)
     {
-        return std::in_range<std::int64_t>(number) ? value(static_cast<std::int64_t>(number)) : value(HugeInteger());
+        const std::optional<JsonScalar> number = numberFromText({text, length});
+        return number ? value(*number) : refuse("a number is too large or too small");
     }
-    bool Double(double number) { return value(number); }
-    bool RawNumber(const char* text, rapidjson::SizeType length, bool) { return value(std::string_view(text, length)); }
+    bool Int(int) { return refuseOther(); }
+    bool Uint(unsigned) { return refuseOther(); }
+    bool Int64(std::int64_t) { return refuseOther(); }
+    bool Uint64(std::uint64_t) { return refuseOther(); }
+    bool Double(double) { return refuseOther(); }
     bool String(const char* text, rapidjson::SizeType length, bool)
     {
         const std::string_view string(text, length);
@@ -71,6 +77,9 @@ protected:
 
 private:
     [[nodiscard]] Reader& reader() { return static_cast<Reader&>(*this); }
+
+    /// The parser hands over all numbers as texts.
+    [[nodiscard]] bool refuseOther() { return refuse("a number came without its text"); }
 
     bool value(const JsonScalar& scalar)
     {

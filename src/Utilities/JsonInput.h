@@ -93,17 +93,18 @@ private:
 /// `handler`, RapidJSON's kind with `const std::string& fault() const` beside: the reason for which an event was
 /// refused. Nothing when all went well. Neither deep nesting nor a long string costs more than a bounded amount of
 /// memory here, and nothing of the machine stack. Whether texts are UTF-8 is left to the handler, which is faster at
-/// it. `flags` are added to those that every parse has.
-template <unsigned flags, typename Handler>
+/// it.
+template <typename Handler>
 [[nodiscard]] std::optional<DecodeError> parseJson(QIODevice& source, Handler& handler)
 {
-    constexpr unsigned allFlags = flags | rapidjson::kParseIterativeFlag;
+    // Numbers come as texts: the parser's own conversion is undefined for some that are zero.
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
     // The buffer is too large for the stack of a small thread.
     const auto input = std::make_unique<BufferedInput>(source);
     rapidjson::ParseResult result;
     try {
         rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, BoundedAllocator> parser;
-        result = parser.Parse<allFlags>(*input, handler);
+        result = parser.Parse<flags>(*input, handler);
     } catch (const ParserStackExhausted&) {
         return DecodeError{"a string is too long or brackets nest too deep", input->Tell()};
     }

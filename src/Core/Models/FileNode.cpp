@@ -26,7 +26,7 @@ struct FileNode::ChildList {
 /// padding), and for a folder that holds something its ChildList behind that.
 struct FileNode::Record {
     enum Flag : std::uint8_t {
-        isDirectory = 1,
+        isFolder = 1,
         hasList = 2,          // `children` is present, be it empty
         hasChildren = 4,      // a ChildList stands behind the name
         locationIsFolder = 8, // the url is `location` plus the name, else `location` alone
@@ -156,7 +156,7 @@ FileNode::FileNode(const Uuid& id, const FileUrl& url, std::string_view name, st
     const std::optional<FileUrl> folder =
         childCount == 0 && url.lastPathComponent() == name ? url.sharedFolder() : std::nullopt;
     const auto flags = static_cast<std::uint8_t>(
-        (isDirectory ? Record::isDirectory : 0) | (children ? Record::hasList : 0) |
+        (isDirectory ? Record::isFolder : 0) | (children ? Record::hasList : 0) |
         (childCount != 0 ? Record::hasChildren : 0) | (folder ? Record::locationIsFolder : 0));
     m_record = Record::make(id, folder ? *folder : url, name, size, fileCategory, flags, childCount);
     if (childCount != 0) {
@@ -170,7 +170,7 @@ FileNode FileNode::inFolder(const FileUrl& folder, std::string_view component, s
     if (!isValidUtf8(component)) {
         return {folder.appending(component), component, size, isDirectory, fileCategory, std::nullopt};
     }
-    const auto flags = static_cast<std::uint8_t>(Record::locationIsFolder | (isDirectory ? Record::isDirectory : 0));
+    const auto flags = static_cast<std::uint8_t>(Record::locationIsFolder | (isDirectory ? Record::isFolder : 0));
     return FileNode(Record::make(Uuid::random(), folder.asFolder(), component, size, fileCategory, flags, 0));
 }
 
@@ -236,7 +236,7 @@ std::int64_t FileNode::size() const noexcept
 
 bool FileNode::isDirectory() const noexcept
 {
-    return m_record->has(Record::isDirectory);
+    return m_record->has(Record::isFolder);
 }
 
 FileCategory FileNode::fileCategory() const noexcept
@@ -287,7 +287,7 @@ bool FileNode::hasEqualFields(const FileNode& other) const
 {
     Record& a = *m_record;
     Record& b = *other.m_record;
-    constexpr std::uint8_t compared = Record::isDirectory | Record::hasList;
+    constexpr std::uint8_t compared = Record::isFolder | Record::hasList;
     if (a.id != b.id || a.name() != b.name() || a.size != b.size || ((a.flags ^ b.flags) & compared) != 0 ||
         a.fileCategory != b.fileCategory || a.children().size() != b.children().size()) {
         return false;

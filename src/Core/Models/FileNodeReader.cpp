@@ -205,7 +205,7 @@ bool NodeReader::endArray()
 std::variant<FileNode, DecodeError> decodeFileNode(QIODevice& source)
 {
     NodeReader reader;
-    if (const std::optional<DecodeError> error = parseJson<rapidjson::kParseNoFlags>(source, reader)) {
+    if (const std::optional<DecodeError> error = parseJson(source, reader)) {
         return *error;
     }
     return reader.takeRoot();

@@ -164,6 +164,10 @@ private:
             member.secondsSince2001 = static_cast<double>(*seconds);
             return true;
         }
+        if (const auto* seconds = std::get_if<HugeInteger>(&value)) {
+            member.secondsSince2001 = seconds->nearest;
+            return true;
+        }
         return false;
     }
 
@@ -184,7 +188,7 @@ bool encodeHistory(std::span<const HistoricalScan> history, QIODevice& sink)
 std::variant<std::vector<HistoricalScan>, DecodeError> decodeHistory(QIODevice& source)
 {
     HistoryReader reader;
-    if (const auto error = parseJson<rapidjson::kParseFullPrecisionFlag>(source, reader)) {
+    if (const auto error = parseJson(source, reader)) {
         return *error;
     }
     return reader.takeHistory();

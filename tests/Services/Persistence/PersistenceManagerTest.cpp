@@ -142,8 +142,9 @@ TEST_F(PersistenceManagerTest, ListsNewestFirstAndWritesTheNewestLast)
 {
     write(index(), "[" + entry("/old", "1.5") + "," + entry("/same1", "700000000") + "," +
                        entry("/new", "700000001.25") + "," + entry("/same2", "700000000.0") + "," +
-                       entry("/ancient", "-1e9") + "," + entry("/far", "1e300") + "]");
-    EXPECT_THAT(paths(), ElementsAre("/far", "/new", "/same1", "/same2", "/old", "/ancient"));
+                       entry("/ancient", "-1e9") + "," + entry("/far", "1e300") + "," +
+                       entry("/farther", "1" + std::string(305, '0')) + "," + entry("/zero", "0e302") + "]");
+    EXPECT_THAT(paths(), ElementsAre("/farther", "/far", "/new", "/same1", "/same2", "/old", "/zero", "/ancient"));
     (void)save("now");
     const std::string text = read(index());
     std::vector<std::size_t> positions;
