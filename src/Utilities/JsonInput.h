@@ -11,8 +11,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 namespace morlaine {
 
@@ -61,6 +63,24 @@ public:
         return c;
     }
 
+    /// What is at hand of the text, up to the first character that means something in a string, and passed by that.
+    [[nodiscard]] std::string_view takePlainText()
+    {
+        const char* const start = m_next;
+        while (m_next != m_end && isPlain(*m_next)) {
+            ++m_next;
+        }
+        const std::string_view text(start, static_cast<std::size_t>(m_next - start));
+        return text;
+    }
+    /// To be called once the text is no longer needed.
+    void refillAtEnd()
+    {
+        if (m_next == m_end && m_next != m_buffer.data()) {
+            refill();
+        }
+    }
+
     [[nodiscard]] std::size_t Tell() const { return m_consumed + static_cast<std::size_t>(m_next - m_buffer.data()); }
     [[nodiscard]] bool isAtEnd() const { return m_next == m_end; }
     [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
@@ -71,6 +91,8 @@ public:
     std::size_t PutEnd(char*) { std::abort(); }
 
 private:
+    [[nodiscard]] static bool isPlain(char c) { return c != '"' && c != '\\' && static_cast<unsigned char>(c) >= 0x20; }
+
     void refill()
     {
         m_consumed = Tell();
@@ -89,6 +111,25 @@ private:
     bool m_hasFailed = false;
 };
 
+using JsonParser = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, BoundedAllocator>;
+
+} // namespace morlaine
+
+/// The parser's own place for taking a piece of a string at once instead of by characters. Most of a text are strings.
+template <>
+template <>
+inline void morlaine::JsonParser::ScanCopyUnescapedString(morlaine::BufferedInput& input,
+                                                          morlaine::JsonParser::StackStream<char>& output)
+{
+    const std::string_view text = input.takePlainText();
+    if (!text.empty()) {
+        std::memcpy(output.Push(static_cast<rapidjson::SizeType>(text.size())), text.data(), text.size());
+    }
+    input.refillAtEnd();
+}
+
+namespace morlaine {
+
 /// Parses the one JSON value that `source` (open for reading) holds from here to its end, and hands its events to
 /// `handler`, RapidJSON's kind with `const std::string& fault() const` beside: the reason for which an event was
 /// refused. Nothing when all went well. Neither deep nesting nor a long string costs more than a bounded amount of
@@ -103,7 +144,7 @@ template <typename Handler>
     const auto input = std::make_unique<BufferedInput>(source);
     rapidjson::ParseResult result;
     try {
-        rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, BoundedAllocator> parser;
+        JsonParser parser;
         result = parser.Parse<flags>(*input, handler);
     } catch (const ParserStackExhausted&) {
         return DecodeError{"a string is too long or brackets nest too deep", input->Tell()};
