@@ -1,6 +1,7 @@
 #include "GeneratedTree.h"
 #include "JsonBenchmark.h"
 #include "ScanBenchmark.h"
+#include "TreemapBenchmark.h"
 
 #include <benchmark/benchmark.h>
 
@@ -41,6 +42,7 @@ int main(int argc, char** argv)
     }
     morlaine::bench::registerScanBenchmarks(tree);
     morlaine::bench::registerJsonBenchmarks();
+    morlaine::bench::registerTreemapBenchmarks(tree);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }
