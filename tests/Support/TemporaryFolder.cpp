@@ -51,7 +51,7 @@ void TemporaryFolder::makeFile(const fs::path& relative, std::size_t length) con
 
 void TemporaryFolder::makeSparseFile(const fs::path& relative, std::uintmax_t length) const
 {
-    makeFile(relative, 0);
+    makeFile(relative, 5'000);
     fs::resize_file(m_path / relative, length);
 }
 

@@ -23,6 +23,7 @@ public:
     /// Paths are relative to the folder; the folders above them are made.
     void makeFolder(const std::filesystem::path& relative) const;
     void makeFile(const std::filesystem::path& relative, std::size_t length) const;
+    /// With some content at its beginning.
     void makeSparseFile(const std::filesystem::path& relative, std::uintmax_t length) const;
     void makeLink(const std::filesystem::path& relative, const std::filesystem::path& target) const;
 
