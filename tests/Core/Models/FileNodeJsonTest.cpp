@@ -37,8 +37,9 @@ std::variant<FileNode, DecodeError> decoded(const std::string& text)
 /// A device without end or memory behind it: `piece` is repeated until `length` bytes have been read.
 class Repeated : public QIODevice {
 public:
-    Repeated(std::string start, std::string piece, qint64 length)
-        : m_start(std::move(start))
+    Repeated(std::string start, std::string piece, qint64 length, qint64 resultAtEnd = 0)
+        : m_resultAtEnd(resultAtEnd)
+        , m_start(std::move(start))
         , m_piece(std::move(piece))
         , m_length(length)
     {
@@ -56,11 +57,12 @@ protected:
             data[i] =
                 position < m_start.size() ? m_start[position] : m_piece[(position - m_start.size()) % m_piece.size()];
         }
-        return length;
+        return length == 0 ? m_resultAtEnd : length;
     }
     qint64 writeData(const char*, qint64) override { return -1; }
 
 private:
+    qint64 m_resultAtEnd;
     std::string m_start;
     std::string m_piece;
     qint64 m_length;
@@ -152,6 +154,18 @@ TEST(FileNodeJson, SharesFoldersInATreeThatIsRead)
     EXPECT_EQ(root.children()->front().url().sharedFolder(), root.url());
     const FileNode sub = root.children()->back();
     EXPECT_EQ(sub.children()->front().url().sharedFolder(), sub.url());
+}
+
+TEST(FileNodeJson, KeepsAUrlThatDoesNotStandInItsFolders)
+{
+    for (const std::string url : {"file:///a%20b/x.c/in", "file:///a%20b/x.c/in%2Fside", "file:///a%20b/x.c/in/side",
+                                  "file:///elsewhere/in", "file:///a%20b/x.cin", "file:///a%20b/x.c", "file:///"}) {
+        std::string child = fileText;
+        child.replace(child.find("file:"), std::string("file:///a%20b/x.c").size(), url);
+        const auto result = decoded(withChildren("[" + child + "]"));
+        ASSERT_TRUE(std::holds_alternative<FileNode>(result)) << url;
+        EXPECT_EQ(std::get<FileNode>(result).childrenOrNone().front().url().path(), FileUrl::parse(url)->path());
+    }
 }
 
 TEST(FileNodeJson, AcceptsEveryTextOfATree)
@@ -269,6 +283,7 @@ TEST(FileNodeJson, ReadsTextsThatAreLargerThanAnyBuffer)
     const FileNode node(FileUrl::fromPath("/" + name), name, 1, false, FileCategory::other, std::nullopt);
     const FileNode folder(FileUrl::fromPath("/"), "/", 3, true, FileCategory::other, std::vector{node, node, node});
     EXPECT_EQ(std::get<FileNode>(decoded(encoded(folder))), folder);
+    EXPECT_EQ(std::get<DecodeError>(decoded(std::string(200'000, ' ') + "x")).offset, 200'000U);
 }
 
 TEST(FileNodeJson, StaysBoundedWhateverItIsFed)
@@ -324,6 +339,8 @@ TEST(FileNodeJson, ReportsASourceThatCannotBeRead)
     const auto result = decodeFileNode(closed);
     ASSERT_TRUE(std::holds_alternative<DecodeError>(result));
     EXPECT_EQ(std::get<DecodeError>(result).reason, "the file cannot be read");
+    Repeated broken("", " ", 200'000, -1);
+    EXPECT_EQ(std::get<DecodeError>(decodeFileNode(broken)).reason, "the file cannot be read") << "nor its second half";
 }
 
 TEST(FileNodeJson, WorksAtAnyDepthWithASmallStack)
