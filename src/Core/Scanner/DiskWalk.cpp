@@ -117,15 +117,21 @@ FileNode DiskWalk::scanNode(const FileUrl& url)
 {
     throwIfCancelled();
     const std::optional<ResourceValues> values = m_fileSystem->resourceValues(url);
-    std::optional<FileNode> finished = visit({&url, nullptr, url.lastPathComponent(), values ? &*values : nullptr});
-    while (!m_openDirectories.isEmpty()) {
-        const OpenDirectory& directory = m_openDirectories.top();
-        finished = directory.nextEntry < directory.contents.size() ? visitNextEntry() : leaveDirectory();
-        if (finished && !m_openDirectories.isEmpty()) {
-            m_openDirectories.top().add(*std::move(finished));
-        }
+    if (std::optional<FileNode> top = visit({&url, nullptr, url.lastPathComponent(), values ? &*values : nullptr})) {
+        return *std::move(top);
     }
-    return *std::move(finished);
+    for (;;) {
+        const OpenDirectory& directory = m_openDirectories.top();
+        const bool isFinished = directory.nextEntry == directory.contents.size();
+        std::optional<FileNode> node = isFinished ? leaveDirectory() : visitNextEntry();
+        if (!node) {
+            continue;
+        }
+        if (m_openDirectories.isEmpty()) {
+            return *std::move(node);
+        }
+        m_openDirectories.top().add(*std::move(node));
+    }
 }
 
 std::optional<FileNode> DiskWalk::visitNextEntry()

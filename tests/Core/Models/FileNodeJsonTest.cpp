@@ -299,13 +299,12 @@ TEST(FileNodeJson, StaysBoundedWhateverItIsFed)
     const Case cases[] = {
         {"", "[", gigabyte, 200'000},
         {unknown, "[", gigabyte, 300'000'000},
-        {unknown, R"({"a":)", gigabyte, gigabyte},
         {unknown + '"', "x", gigabyte, 400'000'000},
         {R"({"children":[)", R"({"children":[)", gigabyte, 5'000'000},
         {"{", R"("size":1,)", 9'000'000, 9'000'000},
         {"{", R"("unknown":{},)", 13'000'000, 13'000'000},
-        {R"({"size":)", "1", 100'000'000, 100'000'000},
-        {"", " ", 100'000'000, 100'000'000},
+        {R"({"size":)", "1", 10'000'000, 10'000'000},
+        {"", " ", 10'000'000, 10'000'000},
     };
     for (const Case& c : cases) {
         Repeated source(c.start, c.piece, c.length);
