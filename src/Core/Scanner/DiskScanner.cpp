@@ -1,6 +1,7 @@
 #include "Core/Scanner/DiskScanner.h"
 
 #include "Core/Scanner/DiskWalk.h"
+#include "Platform/BackgroundWork.h"
 
 #include <QTimer>
 
@@ -105,7 +106,7 @@ void DiskScanner::startScan(const FileUrl& url)
     publish(m_scannedDirsCount, 0);
     publish(m_totalSize, 0);
     publish(m_elapsedTime, 0.0);
-    publish(m_scanResult, std::nullopt);
+    publishResult(std::nullopt);
     publish(m_errorMessage, std::nullopt);
     m_startTime = Clock::now();
     publish(m_isScanning, true);
@@ -123,11 +124,13 @@ void DiskScanner::cancelScan()
     publish(m_isScanning, false);
 }
 
-template <typename Property, typename Value>
-void DiskScanner::publish(Property& property, Value&& value)
+/// This may hold the last handle of the tree before, and nobody waits for its release.
+void DiskScanner::publishResult(const std::optional<FileNode>& root)
 {
     Q_EMIT objectWillChange();
-    property = std::forward<Value>(value);
+    if (std::optional<FileNode> previous = std::exchange(m_scanResult, root)) {
+        releaseInBackground(*std::move(previous));
+    }
 }
 
 void DiskScanner::startClock()
@@ -177,7 +180,7 @@ void DiskScanner::showProgress(const std::string& path, std::int64_t filesCount,
 
 void DiskScanner::finish(const FileNode& root)
 {
-    publish(m_scanResult, root);
+    publishResult(root);
     cleanup();
 }
 

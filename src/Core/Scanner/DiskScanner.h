@@ -12,13 +12,16 @@
 #include <memory>
 #include <optional>
 #include <stop_token>
+#include <string>
+#include <utility>
 
 class QTimer;
 
 namespace morlaine {
 
 /// Scans one folder at a time into a tree and publishes how far it has come. The walk runs on a background thread;
-/// everything here belongs to the main thread, and published properties change from its event loop only.
+/// everything here belongs to the main thread. Published properties change within the calls below and, while a walk
+/// reports or the clock ticks, from the event loop.
 ///
 /// A successful scan sets `scanResult` before `isScanning` becomes false; a failed one sets `isScanning` false and
 /// then `errorMessage`. A cancelled one sets `isScanning` false at once, and the message follows when the walk has
@@ -63,6 +66,13 @@ public:
     /// Why the last scan ended without a result.
     [[nodiscard]] const std::optional<QString>& errorMessage() const { return m_errorMessage; }
 
+    // For showing a tree that no scan has brought: each announces its change and alters nothing else.
+    void setScannedFilesCount(std::int64_t count) { publish(m_scannedFilesCount, count); }
+    void setScannedDirsCount(std::int64_t count) { publish(m_scannedDirsCount, count); }
+    void setTotalSize(std::int64_t bytes) { publish(m_totalSize, bytes); }
+    void setScanResult(const FileNode& root) { publishResult(root); }
+    void setErrorMessage(const QString& message) { publish(m_errorMessage, message); }
+
 Q_SIGNALS:
     /// A published property is about to change.
     void objectWillChange();
@@ -72,7 +82,12 @@ private:
     class Walker;
 
     template <typename Property, typename Value>
-    void publish(Property& property, Value&& value);
+    void publish(Property& property, Value&& value)
+    {
+        Q_EMIT objectWillChange();
+        property = std::forward<Value>(value);
+    }
+    void publishResult(const std::optional<FileNode>& root);
 
     void startClock();
     void stopClock();

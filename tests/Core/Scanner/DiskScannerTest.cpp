@@ -205,6 +205,21 @@ TEST_F(DiskScannerTest, PublishesAResultThatCancellingCameTooLateFor)
     EXPECT_EQ(state(), "idle result:r");
 }
 
+TEST_F(DiskScannerTest, ShowsATreeThatNoScanHasBrought)
+{
+    const FileNode root(FileUrl::fromPath("/old"), "old", 3, true, FileCategory::other, std::nullopt);
+    m_scanner->setScannedFilesCount(1);
+    m_scanner->setScannedDirsCount(2);
+    m_scanner->setTotalSize(3);
+    m_scanner->setScanResult(root);
+    m_scanner->setErrorMessage(QStringLiteral("none"));
+    EXPECT_EQ(m_states, (std::vector<std::string>{"idle", "idle", "idle", "idle", "idle result:old"}));
+    EXPECT_EQ(state(), "idle result:old error:none");
+    EXPECT_EQ(m_scanner->scannedFilesCount(), 1);
+    EXPECT_EQ(m_scanner->scannedDirsCount(), 2);
+    EXPECT_EQ(m_scanner->totalSize(), 3);
+}
+
 TEST_F(DiskScannerTest, SaysWhyAScanFailed)
 {
     m_fileSystem->onListing = [](const std::string& path) {
