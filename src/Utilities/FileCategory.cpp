@@ -1,6 +1,6 @@
 #include "Utilities/FileCategory.h"
 
-#include <QString>
+#include "Utilities/Lowercase.h"
 
 #include <algorithm>
 #include <span>
@@ -109,9 +109,7 @@ constexpr char lowerCaseAscii(char c)
 FileCategory FileCategory::from(std::string_view ext)
 {
     if (std::ranges::any_of(ext, [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
-        const auto text = QString::fromUtf8(ext.data(), static_cast<qsizetype>(ext.size()));
-        const QByteArray lowerCase = text.toLower().toUtf8();
-        return extensionTable.find({lowerCase.data(), static_cast<std::size_t>(lowerCase.size())});
+        return extensionTable.find(lowercased(ext));
     }
     if (ext.size() > longestExtension) {
         return other;

@@ -22,6 +22,8 @@ public:
     /// The one store, made on first use. Ends the program where there is no folder for application data at all.
     [[nodiscard]] static PersistenceManager& shared();
 
+    /// A store below another folder for application data.
+    explicit PersistenceManager(const FileUrl& applicationSupport);
     PersistenceManager(const PersistenceManager&) = delete;
     PersistenceManager& operator=(const PersistenceManager&) = delete;
 
@@ -41,10 +43,6 @@ public:
     void clearAllHistory();
 
 private:
-    friend class PersistenceManagerTest;
-
-    explicit PersistenceManager(const FileUrl& applicationSupport);
-
     void saveHistory(const std::vector<HistoricalScan>& history) const;
     [[nodiscard]] FileUrl treeUrl(const Uuid& id) const;
 

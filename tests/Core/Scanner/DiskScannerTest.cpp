@@ -1,6 +1,7 @@
 #include "Core/Scanner/DiskScanner.h"
 
 #include "Support/FakeFileSystem.h"
+#include "Support/Gate.h"
 #include "Support/TreeText.h"
 
 #include <QCoreApplication>
@@ -8,9 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include <condition_variable>
 #include <memory>
-#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -20,35 +19,7 @@ namespace morlaine {
 namespace {
 
 using test::FakeFileSystem;
-
-/// Holds a walk at a place of the test's choice.
-class Gate {
-public:
-    void open()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isOpen = true;
-        m_changed.notify_all();
-    }
-    void pass()
-    {
-        std::unique_lock lock(m_mutex);
-        m_hasArrived = true;
-        m_changed.notify_all();
-        m_changed.wait(lock, [this] { return m_isOpen; });
-    }
-    void waitForArrival()
-    {
-        std::unique_lock lock(m_mutex);
-        m_changed.wait(lock, [this] { return m_hasArrived; });
-    }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    bool m_isOpen = false;
-    bool m_hasArrived = false;
-};
+using test::Gate;
 
 std::string stateOf(const DiskScanner& scanner)
 {

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Services/Search/SearchResults.h"
+#include "Utilities/FileCategory.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace morlaine {
+
+/// Finds the nodes of one tree by text, category and size. Built once for a tree; immutable, and keeps the tree alive.
+/// Any thread.
+class SearchIndex {
+public:
+    explicit SearchIndex(const FileNode& root) : m_flatNodes(std::make_shared<const FlatNodes>(root)) {}
+
+    /// Every node, the root and folders too, that passes all filters that are set, in pre-order.
+    ///
+    /// `text` without white space around it and in lower case must be part of the node's name or of its path (that
+    /// which SearchResultNode gives) or be its extension, all in lower case; when nothing is left of it, it sets no
+    /// filter. Sizes are in bytes; both ends of the range belong to it.
+    [[nodiscard]] SearchResults search(const QString& text, std::optional<FileCategory> category,
+                                       std::optional<std::int64_t> minSize, std::optional<std::int64_t> maxSize) const;
+
+private:
+    std::shared_ptr<const FlatNodes> m_flatNodes;
+};
+
+} // namespace morlaine

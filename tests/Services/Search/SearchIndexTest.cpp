@@ -1,0 +1,211 @@
+#include "Services/Search/SearchIndex.h"
+
+#include "Core/Models/TreeWalk.h"
+#include "Support/PlainSearch.h"
+#include "Support/SmallStack.h"
+#include "Support/TreeText.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <random>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace morlaine {
+namespace {
+
+using test::PlainHit;
+using test::plainSearch;
+using test::treeFromText;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The toolkit's own conversion takes a zero-width space at the start for a mark of the encoding.
+QString exactText(const std::string& text)
+{
+    return QString::fromStdString("x" + text).mid(1);
+}
+
+SearchResults find(const FileNode& root, const QString& text)
+{
+    return SearchIndex(root).search(text, std::nullopt, std::nullopt, std::nullopt);
+}
+
+std::vector<std::string> pathsFound(const FileNode& root, const char* text)
+{
+    const SearchResults results = find(root, exactText(text));
+    std::vector<std::string> paths;
+    for (std::size_t i = 0; i < results.size(); ++i) {
+        paths.push_back(results[i].path());
+    }
+    return paths;
+}
+
+TEST(SearchIndex, FindsByNameExtensionAndPathInTheOrderOfTheTree)
+{
+    const FileNode root = treeFromText(R"(
+someone/
+  Photos/
+    photo.JPG 30
+    trip/
+      b.png 20
+  jpg-notes.txt 10
+  r.Σ 5
+)",
+                                       "/Users");
+    const struct {
+        const char* query;
+        std::vector<std::string> paths;
+    } cases[] = {
+        {"photos",
+         {"/Users/someone/Photos", "/Users/someone/Photos/photo.JPG", "/Users/someone/Photos/trip",
+          "/Users/someone/Photos/trip/b.png"}},
+        {" JPG\u2029\t", {"/Users/someone/Photos/photo.JPG", "/Users/someone/jpg-notes.txt"}},
+        {"trip/b", {"/Users/someone/Photos/trip/b.png"}},
+        {"photos/trip/", {"/Users/someone/Photos/trip/b.png"}},
+        {"one/photos/t", {"/Users/someone/Photos/trip", "/Users/someone/Photos/trip/b.png"}},
+        {"/r.", {"/Users/someone/r.Σ"}},
+        // Alone the letter has another form than at the end of a word.
+        {"Σ", {"/Users/someone/r.Σ"}},
+        {"hotos/b", {}},
+        {"*.png", {}},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(pathsFound(root, c.query), c.paths) << c.query;
+    }
+    EXPECT_EQ(pathsFound(root, "USERS/some").size(), 7U) << "the root's own path is part of all paths";
+    EXPECT_EQ(pathsFound(root, " ").size(), 7U) << "no text is no filter";
+}
+
+TEST(SearchIndex, BuildsPathsFromNames)
+{
+    const FileUrl top = FileUrl::fromPath("/");
+    const FileNode child(FileUrl::fromPath("/elsewhere/x"), "Applications", 1, false, FileCategory::other,
+                         std::nullopt);
+    const FileNode root(top, "/", 1, true, FileCategory::other, std::vector{child});
+    EXPECT_THAT(pathsFound(root, "app"), ElementsAre("//Applications"));
+    EXPECT_THAT(pathsFound(root, "elsewhere"), IsEmpty());
+}
+
+TEST(SearchIndex, KeepsSizesAtBothEndsOfTheRange)
+{
+    const FileNode root = treeFromText("root/\n  a 999\n  b 1000\n  c 1001\n  d 1002");
+    const SearchResults results = SearchIndex(root).search(QString(), std::nullopt, 1000, 1001);
+    ASSERT_EQ(results.size(), 2U);
+    EXPECT_EQ(results[0].node().name(), "b");
+    EXPECT_EQ(results[1].node().name(), "c");
+}
+
+/// Trees and queries from pieces that are hard to lower-case, to separate and to tell apart.
+class RandomSearch {
+public:
+    explicit RandomSearch(unsigned seed) : m_random(seed) {}
+
+    [[nodiscard]] FileNode tree(int depth = 0)
+    {
+        const bool isOdd = below(8) == 0;
+        const std::string name = isOdd ? text(3) : nameFor(text(3));
+        const FileUrl url = isOdd ? FileUrl::fromPath("/x/" + text(2) + ".Σ") : m_folder.appending(name);
+        const FileCategory category = FileCategory::allCases[below(9)];
+        const Uuid id = m_ids.empty() || below(6) != 0 ? Uuid::random() : m_ids[below(m_ids.size())];
+        m_ids.push_back(id);
+        if (depth == 4 || (depth > 0 && below(3) == 0)) {
+            return {id, url, name, static_cast<std::int64_t>(below(5)), false, category, std::nullopt};
+        }
+        const FileUrl above = std::exchange(m_folder, url);
+        std::vector<FileNode> children;
+        for (std::size_t count = below(5); count > 0; --count) {
+            children.push_back(tree(depth + 1));
+        }
+        m_folder = above;
+        return {id, url, name, static_cast<std::int64_t>(below(5)), true, category, std::move(children)};
+    }
+
+    [[nodiscard]] std::string text(std::size_t most)
+    {
+        static constexpr std::array<const char*, 21> pieces{
+            "a", "A", "b", "ab",  "\u0130", "i\u0307", "\u00DF", "\u1E9E", "\u03A3", "\u03C3", "\u03C2",
+            ".", ".", "/", "jpg", "JPG",    "e\u0301", "\uFFFD", "\u00E9", "\uFEFF", "\u00C9"};
+        std::string result;
+        for (std::size_t count = below(most + 1); count > 0; --count) {
+            result += pieces[below(pieces.size())];
+        }
+        return result;
+    }
+
+    [[nodiscard]] std::size_t below(std::size_t limit)
+    {
+        return std::uniform_int_distribution<std::size_t>(0, limit - 1)(m_random);
+    }
+
+    bool hasSlashInNames = false;
+
+private:
+    /// A name that a file can have, unless this tree is one of the others.
+    [[nodiscard]] std::string nameFor(std::string name) const
+    {
+        if (!hasSlashInNames) {
+            std::erase(name, '/');
+        }
+        return name.empty() || name.find('/') != std::string::npos ? "n" + name : name;
+    }
+
+    std::mt19937 m_random;
+    FileUrl m_folder = FileUrl::fromPath("/top");
+    std::vector<Uuid> m_ids;
+};
+
+void expectSameResults(const FileNode& root, const SearchResults& results, const std::vector<PlainHit>& expected)
+{
+    ASSERT_EQ(results.size(), expected.size());
+    std::unordered_set<Uuid> ids;
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        ASSERT_EQ(results[i].node(), expected[i].node);
+        ASSERT_EQ(results[i].path(), expected[i].path);
+        ids.insert(expected[i].node.id());
+    }
+    const NodeIDSet highlighted(results);
+    ASSERT_EQ(highlighted.empty(), expected.empty());
+    walkTree(root, [&](const FileNode& node) { ASSERT_EQ(highlighted.contains(node.id()), ids.contains(node.id())); });
+    ASSERT_FALSE(highlighted.contains(Uuid::random()));
+}
+
+TEST(SearchIndex, AgreesWithThePlainSearch)
+{
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        RandomSearch random(seed);
+        random.hasSlashInNames = seed % 3 == 0;
+        const FileNode root = random.tree();
+        const SearchIndex index(root);
+        for (int query = 0; query < 25; ++query) {
+            const std::string text = random.text(4);
+            const auto category = random.below(4) != 0
+                                      ? std::nullopt
+                                      : std::optional(FileCategory(FileCategory::allCases[random.below(9)]));
+            const auto size = [&] {
+                return random.below(4) != 0 ? std::nullopt : std::optional(static_cast<std::int64_t>(random.below(5)));
+            };
+            const auto minSize = size();
+            const auto maxSize = size();
+            SCOPED_TRACE("seed " + std::to_string(seed) + ", query \"" + text + "\"");
+            expectSameResults(root, index.search(exactText(text), category, minSize, maxSize),
+                              plainSearch(root, text, category, minSize, maxSize));
+            if (testing::Test::HasFatalFailure()) {
+                return;
+            }
+        }
+    }
+}
+
+TEST(SearchIndex, NeedsNoMoreStackForADeepTree)
+{
+    const FileNode root = test::chainOfFolders(10'000);
+    std::size_t found = 0;
+    test::runWithSmallStack([&] { found = find(root, QStringLiteral("/")).size(); });
+    EXPECT_EQ(found, static_cast<std::size_t>(root.fileCount() + root.directoryCount()));
+}
+
+} // namespace
+} // namespace morlaine
