@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Support/FakeFileSystem.h"
+#include "Support/TemporaryFolder.h"
+#include "UI/Views/MainViewModel.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace morlaine::test {
+
+/// Notes what it is asked to do, a line each.
+class FakeWorkspace final : public Workspace {
+public:
+    std::vector<std::string> calls;
+
+    void selectFile(const std::string& path, const std::string& rootPath) override;
+    void open(const FileUrl& url) override;
+    void copyText(std::string_view text) override;
+    void openPrivacySettings() override;
+};
+
+/// A fixed list.
+class FakeVolumes final : public Volumes {
+public:
+    std::vector<MountedVolume> list;
+
+    [[nodiscard]] std::vector<MountedVolume> mountedVolumes() const override { return list; }
+};
+
+/// A model on a desktop that the test controls, with a store in a folder of its own. Change what is in the fakes, then
+/// `restart` or make the model read again.
+class ModelFixture {
+public:
+    ModelFixture();
+
+    TemporaryFolder folder;
+    std::shared_ptr<FakeFileSystem> fileSystem = std::make_shared<FakeFileSystem>();
+    std::shared_ptr<FakeVolumes> volumes = std::make_shared<FakeVolumes>();
+    std::shared_ptr<FakeWorkspace> workspace = std::make_shared<FakeWorkspace>();
+    UserFolders userFolders{FileUrl::fromPath("/home/me"), {}, {}, {}};
+    std::unique_ptr<PersistenceManager> store;
+    std::unique_ptr<MainViewModel> model;
+
+    /// A new model in place of the old one.
+    void restart();
+
+    /// Shows the tree, as an earlier scan that is reopened. `show(text)` takes the tree as treeFromText does.
+    void show(const FileNode& root);
+    void show(std::string_view tree);
+
+    /// Waits until the scan that runs is shown, or has ended without a result.
+    [[nodiscard]] bool waitForScan() const;
+};
+
+/// The node of that name in a tree; ends the test program where there is none.
+[[nodiscard]] FileNode nodeNamed(const FileNode& root, std::string_view name);
+
+} // namespace morlaine::test
