@@ -1,7 +1,10 @@
 #include "GeneratedTree.h"
 #include "JsonBenchmark.h"
 #include "ScanBenchmark.h"
+#include "SearchBenchmark.h"
 #include "TreemapBenchmark.h"
+
+#include <QCoreApplication>
 
 #include <benchmark/benchmark.h>
 
@@ -35,6 +38,7 @@ std::string treeFromArguments(int& argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    const QCoreApplication application(argc, argv);
     const std::string tree = treeFromArguments(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
@@ -42,6 +46,7 @@ int main(int argc, char** argv)
     }
     morlaine::bench::registerScanBenchmarks(tree);
     morlaine::bench::registerJsonBenchmarks();
+    morlaine::bench::registerSearchBenchmarks(tree);
     morlaine::bench::registerTreemapBenchmarks(tree);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
