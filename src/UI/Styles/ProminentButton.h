@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QColor>
+#include <QPushButton>
+
+namespace morlaine {
+
+/// A button that stands out: filled with its tint, text and symbol in white.
+class ProminentButton final : public QPushButton {
+    Q_OBJECT
+
+public:
+    ProminentButton(const QString& text, const QColor& tint, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] int textWidth() const;
+    [[nodiscard]] QColor fill() const;
+
+    const QColor m_tint;
+};
+
+} // namespace morlaine
