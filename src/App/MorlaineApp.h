@@ -1,5 +1,6 @@
 #pragma once
 
+#include "UI/Styles/DesktopAppearance.h"
 #include "UI/Views/MainView.h"
 
 #include <QApplication>
@@ -17,6 +18,7 @@ public:
 
 private:
     QApplication m_application;
+    DesktopAppearance m_appearance;
     MainView m_mainView;
 };
 
