@@ -1,5 +1,7 @@
 #pragma once
 
+#include "UI/Styles/DesktopAppearance.h"
+
 #include <QApplication>
 
 #include <memory>
@@ -22,6 +24,7 @@ public:
 
 private:
     QApplication m_application;
+    DesktopAppearance m_appearance;
     std::unique_ptr<MainView> m_mainView;
 };
 
