@@ -177,11 +177,11 @@ TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWithoutAPortal)
 TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWhereThePortalHasNone)
 {
     const FakeService::Answer answers[] = {
-        portal(2),
-        [](const QDBusMessage& call) { return call.createErrorReply(QDBusError::UnknownInterface, {}); },
+        portal(2), [](const QDBusMessage& call) { return call.createErrorReply(QDBusError::UnknownInterface, {}); },
         [](const QDBusMessage& call) {
             return call.member() == openFile ? call.createErrorReply(QDBusError::Failed, {}) : portal(4)(call);
         },
+        [](const QDBusMessage&) { return QDBusMessage(); }, // never answers
     };
     for (const FakeService::Answer& each : answers) {
         const FakeService service(bus, portalName, each);
