@@ -10,7 +10,6 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSettings>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -57,8 +56,6 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(bus.isRunning());
-        // The toolkit's dialog remembers the last folder, and shall not do so in the settings of who runs the tests.
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QString::fromStdString(settings.path()));
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }
@@ -101,7 +98,6 @@ protected:
         return QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; });
     }
 
-    const TemporaryFolder settings;
     const PrivateBus bus;
     std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
     std::vector<std::string> chosen;
@@ -181,11 +177,11 @@ TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWithoutAPortal)
 TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWhereThePortalHasNone)
 {
     const FakeService::Answer answers[] = {
-        portal(2),
-        [](const QDBusMessage& call) { return call.createErrorReply(QDBusError::UnknownInterface, {}); },
+        portal(2), [](const QDBusMessage& call) { return call.createErrorReply(QDBusError::UnknownInterface, {}); },
         [](const QDBusMessage& call) {
             return call.member() == openFile ? call.createErrorReply(QDBusError::Failed, {}) : portal(4)(call);
         },
+        [](const QDBusMessage&) { return QDBusMessage(); }, // never answers
     };
     for (const FakeService::Answer& each : answers) {
         const FakeService service(bus, portalName, each);

@@ -53,20 +53,22 @@ const Case cases[] = {
      R"(600 500 0:100 / / rw,relatime - overlay overlay rw,lowerdir=/x:/y
 601 600 0:101 / /proc rw - proc proc rw
 602 600 8:1 /docker/containers/1f/hosts /etc/hosts rw - ext4 /dev/sda1 rw
-603 600 8:1 /srv/work /work rw - ext4 /dev/sda1 rw
-604 600 8:1 /srv/work/more /more rw - ext4 /dev/sda1 rw
+603 600 8:1 /srv/project /project rw - ext4 /dev/sda1 rw
+604 600 8:1 /srv/project/more /more rw - ext4 /dev/sda1 rw
 605 600 0:102 / /host rw - virtiofs share rw
 )",
-     {"/", "/work", "/host~"}},
+     {"/", "/project", "/host~"}},
     {"shares, and a disk that is only reached through one",
      R"(28 1 8:1 / / rw shared:1 - ext4 /dev/sda1 rw
 60 28 0:60 / /net rw - autofs /etc/auto.net rw,fd=7,indirect
 61 60 0:61 / /net/server rw - nfs4 server:/export rw,vers=4.2
 62 28 0:62 / /home/ann/far rw - fuse.sshfs ann@far: rw
 63 28 0:63 / /mnt/office rw - cifs //office/all\040things rw
+65 28 0:65 / /mnt/nas rw - autofs systemd-1 rw,fd=31,direct
+66 65 0:66 / /mnt/nas rw - nfs nas:/volume rw
 64 61 8:33 / /net/server/local rw - ext4 /dev/sdc1 rw
 )",
-     {"/", "/net/server~", "/home/ann/far~", "/mnt/office~", "/net/server/local~"}},
+     {"/", "/net/server~", "/home/ann/far~", "/mnt/office~", "/mnt/nas~", "/net/server/local~"}},
     {"escapes, tags and broken lines",
      "28 1 8:1 / / rw - ext4 /dev/sda1 rw\n"
      "29 28 8:2 / /media/a\\040b\\011c\\012d\\134e\\043 rw shared:1 master:2 propagate_from:3 - ext4 /dev/sdb rw\n"

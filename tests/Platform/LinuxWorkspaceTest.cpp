@@ -148,7 +148,8 @@ TEST_F(LinuxWorkspaceTest, KeepsTheWindowAliveWhileTheBusDoesNotAnswer)
     EXPECT_THAT(opener.opened, IsEmpty());
 
     ::close(socket);
-    ASSERT_TRUE(somethingWasOpened());
+    EXPECT_TRUE(somethingWasOpened());
+    QDBusConnection::disconnectFromBus(QStringLiteral("slow bus"));
 }
 
 TEST_F(LinuxWorkspaceTest, OpensTheExactLocation)

@@ -6,13 +6,17 @@
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QFileDialog>
+#include <QTimer>
+
+#include <chrono>
+#include <utility>
 
 namespace morlaine {
 
 namespace {
 
 constexpr uint firstVersionWithFolders = 3;
-constexpr int patienceWithPortal = 2'000; // milliseconds
+constexpr std::chrono::seconds patienceWithPortal(2);
 
 /// Closes a dialog along with its window.
 class WindowWatcher final : public QObject {
@@ -115,28 +119,42 @@ QFileDialog& LinuxFolderChooser::makeToolkitDialog(const Request& request)
 
 void LinuxFolderChooser::lookForPortal(const Request& request)
 {
-    const auto useReply = [this, request](const QDBusMessage& reply) {
+    const auto isDecided = std::make_shared<bool>(false);
+    const auto isFirst = [isDecided] { return !std::exchange(*isDecided, true); };
+    QTimer::singleShot(patienceWithPortal, &m_context, [this, request, isFirst] {
+        if (isFirst() && isWanted(request)) {
+            open(*m_dialog);
+        }
+    });
+    m_bus.call(portalVersion(), [this, request, isFirst](const QDBusMessage& reply) {
+        if (!isFirst() || !isWanted(request)) {
+            return;
+        }
+        if (choosesFolders(reply)) {
+            openPortalDialog(request, reply.service());
+        } else {
+            open(*m_dialog);
+        }
+    });
+}
+
+void LinuxFolderChooser::openPortalDialog(const Request& request, const QString& portal)
+{
+    m_bus.connect([this, request, portal](const QDBusConnection& bus) {
         if (!isWanted(request)) {
             return;
         }
-        if (!choosesFolders(reply)) {
-            open(*m_dialog);
-            return;
-        }
-        m_bus.connect([this, request, portal = reply.service()](const QDBusConnection& bus) {
-            if (isWanted(request)) {
-                openPortalDialog(request, bus, portal);
-            }
-        });
-    };
-    m_bus.call(portalVersion(), useReply, patienceWithPortal);
+        delete m_dialog;
+        PortalFolderChooser& dialog = makePortalDialog(request, bus, portal);
+        m_dialog = &dialog;
+        open(dialog);
+    });
 }
 
-void LinuxFolderChooser::openPortalDialog(const Request& request, const QDBusConnection& bus, const QString& portal)
+PortalFolderChooser& LinuxFolderChooser::makePortalDialog(const Request& request, const QDBusConnection& bus,
+                                                          const QString& portal)
 {
-    delete m_dialog;
     auto* dialog = new PortalFolderChooser(bus, portal, request.texts, *request.window);
-    m_dialog = dialog;
     QObject::connect(dialog, &QDialog::accepted, &m_context, [dialog, onChosen = request.onChosen] {
         if (dialog->folder()) {
             onChosen(dialog->folder()->asFolder());
@@ -149,7 +167,7 @@ void LinuxFolderChooser::openPortalDialog(const Request& request, const QDBusCon
             open(substitute);
         }
     });
-    open(*dialog);
+    return *dialog;
 }
 
 void LinuxFolderChooser::open(QDialog& dialog)

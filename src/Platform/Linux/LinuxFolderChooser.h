@@ -11,6 +11,8 @@ class QFileDialog;
 
 namespace morlaine {
 
+class PortalFolderChooser;
+
 /// The dialog of the desktop that the toolkit adapts to; where it adapts to none, that of the portal; and where there
 /// is no portal either, the toolkit's own.
 class LinuxFolderChooser final : public FolderChooser {
@@ -30,8 +32,10 @@ private:
     };
 
     [[nodiscard]] QFileDialog& makeToolkitDialog(const Request& request);
+    [[nodiscard]] PortalFolderChooser& makePortalDialog(const Request& request, const QDBusConnection& bus,
+                                                        const QString& portal);
     void lookForPortal(const Request& request);
-    void openPortalDialog(const Request& request, const QDBusConnection& bus, const QString& portal);
+    void openPortalDialog(const Request& request, const QString& portal);
     void open(QDialog& dialog);
 
     /// Whether somebody still waits for the dialog; what was prepared is thrown away if not.

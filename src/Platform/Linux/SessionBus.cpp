@@ -22,14 +22,14 @@ void SessionBus::connect(std::function<void(const QDBusConnection&)> use)
     }
 }
 
-void SessionBus::call(const QDBusMessage& message, std::function<void(const QDBusMessage& reply)> onReply, int timeout)
+void SessionBus::call(const QDBusMessage& message, std::function<void(const QDBusMessage& reply)> onReply)
 {
-    connect([this, message, onReply = std::move(onReply), timeout](const QDBusConnection& connection) {
+    connect([this, message, onReply = std::move(onReply)](const QDBusConnection& connection) {
         if (!connection.isConnected()) {
             onReply(message.createErrorReply(QDBusError::Disconnected, QString()));
             return;
         }
-        auto* watcher = new QDBusPendingCallWatcher(connection.asyncCall(message, timeout), &m_watchers);
+        auto* watcher = new QDBusPendingCallWatcher(connection.asyncCall(message), &m_watchers);
         QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
                          [onReply](QDBusPendingCallWatcher* call) {
                              call->deleteLater();

@@ -25,9 +25,8 @@ public:
     /// Hands the connection to `use`; one that is not connected when there is no bus.
     void connect(std::function<void(const QDBusConnection&)> use);
 
-    /// Sends the call and hands its reply, or the error that came instead, to `onReply`. `timeout` is in milliseconds.
-    void call(const QDBusMessage& message, std::function<void(const QDBusMessage& reply)> onReply,
-              int timeout = 25'000);
+    /// Sends the call and hands its reply, or the error that came instead, to `onReply`.
+    void call(const QDBusMessage& message, std::function<void(const QDBusMessage& reply)> onReply);
 
 private:
     Connect m_connect;
