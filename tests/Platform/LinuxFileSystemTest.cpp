@@ -10,11 +10,16 @@
 #include <fstream>
 #include <map>
 #include <string>
+#include <thread>
 
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -251,6 +256,9 @@ TEST(LinuxFileSystem, IsNotLedAwayByWhatReplacesAFolder)
     fs::rename(folder.path() / "tree/other", folder.path() / "moved");
     folder.makeLink("tree/other", "../elsewhere");
     EXPECT_FALSE(list(*top->folder("other"))) << "a link in the folder's place is not followed";
+    fs::remove(folder.path() / "tree/other");
+    ASSERT_EQ(::mkfifo((folder.path() / "tree/other").c_str(), 0600), 0);
+    EXPECT_FALSE(list(*top->folder("other"))) << "nobody waits for a writer";
 
     const auto sub = top->folder("sub");
     ASSERT_TRUE(list(*sub));
@@ -260,8 +268,48 @@ TEST(LinuxFileSystem, IsNotLedAwayByWhatReplacesAFolder)
     ASSERT_TRUE(inner) << "an open folder stays the same one";
     ASSERT_EQ(inner->size(), 1U);
     EXPECT_EQ((*inner)[0].name, "a");
-    fs::remove_all(folder.path() / "tree/renamed/inner");
+    fs::remove_all(folder.path() / "tree/renamed");
     EXPECT_FALSE(list(*sub->folder("inner")));
+    EXPECT_FALSE(list(*sub)) << "an open folder that is gone";
+}
+
+/// Makes openat2 a call that this thread's kernel does not know.
+bool forgetOpenat2()
+{
+    sock_filter program[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_openat2, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog filter = {std::size(program), program};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+TEST(LinuxFileSystem, DoesNotEnterWhatIsMountedAfterTheListing)
+{
+    for (const bool isOldKernel : {false, true}) {
+        const TemporaryFolder folder;
+        folder.makeFile("sub/a", 1);
+        folder.makeFile("other/b", 1);
+        const auto top = FileSystem::native()->folder(folder.url());
+        ASSERT_TRUE(list(*top));
+        const Mount mount("tmpfs", folder.path() / "sub", "tmpfs", 0);
+        if (!mount.isMounted()) {
+            GTEST_SKIP() << "this user may not mount";
+        }
+        std::thread([&] {
+            ASSERT_TRUE(!isOldKernel || forgetOpenat2());
+            EXPECT_FALSE(list(*top->folder("sub"))) << isOldKernel;
+            EXPECT_TRUE(list(*top->folder("other"))) << isOldKernel;
+            EXPECT_TRUE(list(*FileSystem::native()->folder(folder.url("sub")))) << "a walk may begin there";
+        }).join();
+    }
+}
+
+std::ptrdiff_t openDescriptors()
+{
+    return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
 }
 
 TEST(LinuxFileSystem, WalksAnyDepthWithAHandfulOfDescriptors)
@@ -271,8 +319,8 @@ TEST(LinuxFileSystem, WalksAnyDepthWithAHandfulOfDescriptors)
     folder.makeDeepFolders("a rather long name for a folder", depth, 2);
     rlimit before = {};
     ::getrlimit(RLIMIT_NOFILE, &before);
-    const auto openNow = std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
-    const rlimit few = {static_cast<rlim_t>(openNow) + 20, before.rlim_max};
+    const auto openNow = openDescriptors();
+    const rlimit few = {static_cast<rlim_t>(openNow) + 4, before.rlim_max};
     ::setrlimit(RLIMIT_NOFILE, &few);
     const FileNode root = scan(folder.url());
     ::setrlimit(RLIMIT_NOFILE, &before);
@@ -307,25 +355,38 @@ TEST(LinuxFileSystem, FindsTheWayBackOutOfDeepBranches)
 
 TEST(LinuxFileSystem, GoesOnWhenADeepFolderIsMovedAwayMeanwhile)
 {
-    const TemporaryFolder folder;
-    std::vector<std::unique_ptr<Folder>> path;
-    fs::path relative;
-    path.push_back(FileSystem::native()->folder(folder.url()));
-    for (int level = 0; level < 60; ++level) {
-        relative /= "d";
-        folder.makeFile(relative / "x", 1);
-        folder.makeFile(relative / "side/y", 1);
-        path.push_back(path.back()->folder("d"));
-        ASSERT_TRUE(list(*path.back()));
-    }
-    // The folders above the moved one were closed long ago, and ".." of it leads elsewhere now.
-    fs::path moved;
-    for (int level = 0; level < 30; ++level) {
-        moved /= "d";
-    }
-    fs::rename(folder.path() / moved, folder.path() / "elsewhere");
-    for (; path.size() > 1; path.pop_back()) {
-        EXPECT_TRUE(list(*path.back()->folder("side"))) << path.size();
+    const auto chain = [](std::size_t length) {
+        fs::path path;
+        for (std::size_t level = 0; level < length; ++level) {
+            path /= "d";
+        }
+        return path;
+    };
+    constexpr std::size_t depth = 60;
+    constexpr std::size_t depthOfMoved = 30;
+    for (const bool isTopReplaced : {false, true}) {
+        const TemporaryFolder folder;
+        const auto openBefore = openDescriptors();
+        std::vector<std::unique_ptr<Folder>> path;
+        path.push_back(FileSystem::native()->folder(folder.url()));
+        for (std::size_t level = 1; level <= depth; ++level) {
+            folder.makeFile(chain(level) / "side/y", 1);
+            path.push_back(path.back()->folder("d"));
+            ASSERT_TRUE(list(*path.back()));
+        }
+        EXPECT_LE(openDescriptors(), openBefore + 16);
+        // The folders above the moved one were closed long ago, and ".." of it leads elsewhere now.
+        fs::rename(folder.path() / chain(depthOfMoved), folder.path() / "elsewhere");
+        if (isTopReplaced) {
+            fs::rename(folder.path() / "d", folder.path() / "old");
+            for (std::size_t level = 1; level < depthOfMoved; ++level) {
+                folder.makeFile(chain(level) / "side/y", 1);
+            }
+        }
+        for (; path.size() > 1; path.pop_back()) {
+            const bool isFound = path.size() > depthOfMoved || !isTopReplaced;
+            EXPECT_EQ(list(*path.back()->folder("side")).has_value(), isFound) << path.size();
+        }
     }
 }
 
