@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -65,11 +66,11 @@ public:
     Folder& operator=(const Folder&) = delete;
 
     /// Puts everything in the folder but `.` and `..` into `contents`, which is empty. False when the folder cannot be
-    /// listed to its end; what `contents` holds then has no meaning.
-    [[nodiscard]] virtual bool list(FolderContents& contents) = 0;
+    /// listed to its end, or soon after `stop` was triggered; what `contents` holds then has no meaning. Called once.
+    [[nodiscard]] virtual bool list(FolderContents& contents, const std::stop_token& stop) = 0;
 
-    /// The folder of that name in this one. Never fails: what is not there or no folder cannot be
-    /// listed.
+    /// The folder of that name in this one. Never fails: what is not there, is no folder, or has something mounted on
+    /// it cannot be listed.
     [[nodiscard]] virtual std::unique_ptr<Folder> folder(std::string_view name) = 0;
 };
 

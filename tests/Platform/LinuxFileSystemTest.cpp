@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <stop_token>
 #include <string>
 #include <thread>
 
@@ -48,7 +49,7 @@ std::map<std::string, FileNode> childrenByName(const FileNode& node)
 std::optional<FolderContents> list(Folder& folder)
 {
     FolderContents contents;
-    return folder.list(contents) ? std::optional(std::move(contents)) : std::nullopt;
+    return folder.list(contents, {}) ? std::optional(std::move(contents)) : std::nullopt;
 }
 
 /// Gives up the privileges that let the superuser read everything, for as long as it lives.
@@ -242,6 +243,17 @@ TEST(LinuxFileSystem, TellsAnUnreadableFolderFromAnEmptyOne)
     EXPECT_EQ(textOfTree(children.at("readable")), "readable/\n  a 1\n");
     EXPECT_EQ(textOfTree(children.at("unlisted")), "unlisted/\n");
     EXPECT_EQ(textOfTree(children.at("unsearchable")), "unsearchable/\n  a 0\n") << "listed but not to be measured";
+}
+
+TEST(LinuxFileSystem, StopsInTheMiddleOfAListing)
+{
+    const TemporaryFolder folder;
+    folder.makeFile("a", 1);
+    std::stop_source stop;
+    stop.request_stop();
+    FolderContents contents;
+    EXPECT_FALSE(FileSystem::native()->folder(folder.url())->list(contents, stop.get_token()));
+    EXPECT_EQ(contents.size(), 0U) << "before another entry is measured";
 }
 
 TEST(LinuxFileSystem, IsNotLedAwayByWhatReplacesAFolder)

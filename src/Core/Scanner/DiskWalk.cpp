@@ -172,7 +172,7 @@ std::optional<FileNode> DiskWalk::enterDirectory(const Item& item)
     reportAtIntervals(item);
     std::unique_ptr<Folder> folder = openFolder(item);
     FolderContents contents = takeSpareContents();
-    if (!folder->list(contents)) {
+    if (!list(*folder, contents)) {
         return item.emptyFolder(true);
     }
     const std::size_t pathLength = m_path == "/" ? 0 : m_path.size();
@@ -211,6 +211,16 @@ FileNode DiskWalk::measurePackage(const Item& item)
 std::unique_ptr<Folder> DiskWalk::openFolder(const Item& item) const
 {
     return item.top != nullptr ? m_fileSystem->folder(*item.top) : item.directory->folder->folder(item.name);
+}
+
+/// A listing that was stopped is no reason to take the folder for an unreadable one.
+bool DiskWalk::list(Folder& folder, FolderContents& contents) const
+{
+    const bool isListed = folder.list(contents, m_stopToken);
+    if (!isListed) {
+        throwIfCancelled();
+    }
+    return isListed;
 }
 
 FolderContents DiskWalk::takeSpareContents()
@@ -255,8 +265,8 @@ std::int64_t DiskWalk::calculateSizeOfPackage(std::unique_ptr<Folder> package) c
     throwIfCancelled();
     std::int64_t total = 0;
     DescentStack<OpenPackage> openFolders;
-    const auto enter = [&openFolders](std::unique_ptr<Folder> folder) {
-        if (FolderContents contents; folder->list(contents)) {
+    const auto enter = [this, &openFolders](std::unique_ptr<Folder> folder) {
+        if (FolderContents contents; list(*folder, contents)) {
             openFolders.push({std::move(folder), std::move(contents)});
         }
     };

@@ -176,7 +176,7 @@ std::optional<LinuxFolder::Identity> LinuxFolder::identityOf(const FileDescripto
     return Identity{status.st_dev, status.st_ino};
 }
 
-bool LinuxFolder::list(FolderContents& contents)
+bool LinuxFolder::list(FolderContents& contents, const std::stop_token& stop)
 {
     if (!open()) {
         return false;
@@ -189,6 +189,9 @@ bool LinuxFolder::list(FolderContents& contents)
         }
         const char* const end = buffer.data() + length;
         for (const char* next = buffer.data(); next != end;) {
+            if (stop.stop_requested()) {
+                return false;
+            }
             const auto* entry = reinterpret_cast<const dirent64*>(next);
             next += entry->d_reclen;
             if (!isDotOrDotDot(entry->d_name)) {

@@ -7,6 +7,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,7 +34,7 @@ public:
     LinuxFolder(LinuxFolder& parent, std::string_view name);
     ~LinuxFolder() override;
 
-    [[nodiscard]] bool list(FolderContents& contents) override;
+    [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop) override;
     [[nodiscard]] std::unique_ptr<Folder> folder(std::string_view name) override;
 
 private:

@@ -239,6 +239,9 @@ TEST_F(DiskWalkTest, StopsAtTheNextItemOfAnyKind)
             EXPECT_EQ(listings.back(), stopAt) << "nothing is listed behind it";
         }
     }
+    m_stopSource = std::stop_source();
+    m_fileSystem->onListing = [this](const std::string&) { m_stopSource.request_stop(); };
+    EXPECT_THROW((void)scan("/r/wide/P.app"), ScanCancelled) << "a package at the top";
 }
 
 TEST_F(DiskWalkTest, ReportsAtIntervalsWhatItCountedLast)
