@@ -36,6 +36,7 @@ struct DiskWalk::OpenDirectory {
     };
 
     FileUrl url;
+    FileUrl sharedUrl; // as what the folder holds shares it
     std::unique_ptr<Folder> folder;
     FolderContents contents;
     std::size_t pathLength; // of the folder's own path in m_path, without a slash at its end
@@ -72,12 +73,12 @@ struct DiskWalk::Item {
     std::string_view name;
     const ResourceValues* values; // null when they cannot be read
 
-    [[nodiscard]] FileUrl url() const { return top != nullptr ? *top : directory->url.appending(name); }
+    [[nodiscard]] FileUrl url() const { return top != nullptr ? *top : directory->sharedUrl.appending(name); }
 
     [[nodiscard]] FileNode leaf(std::int64_t size, bool isDirectory, FileCategory category) const
     {
         return top != nullptr ? FileNode(*top, name, size, isDirectory, category, std::nullopt)
-                              : FileNode::inFolder(directory->url, name, size, isDirectory, category);
+                              : FileNode::inFolder(directory->sharedUrl, name, size, isDirectory, category);
     }
 
     [[nodiscard]] FileNode emptyFolder(bool isDirectory) const
@@ -178,7 +179,9 @@ std::optional<FileNode> DiskWalk::enterDirectory(const Item& item)
     const std::size_t pathLength = m_path == "/" ? 0 : m_path.size();
     std::vector<OpenDirectory::Child> children;
     children.reserve(contents.size());
-    m_openDirectories.push({item.url(), std::move(folder), std::move(contents), pathLength, std::move(children)});
+    const FileUrl url = item.url();
+    m_openDirectories.push(
+        {url, url.asFolder(), std::move(folder), std::move(contents), pathLength, std::move(children)});
     return std::nullopt;
 }
 

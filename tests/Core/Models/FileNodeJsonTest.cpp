@@ -149,11 +149,14 @@ TEST(FileNodeJson, ReadsBackWhatItWrote)
 
 TEST(FileNodeJson, SharesFoldersInATreeThatIsRead)
 {
-    const auto result = decoded(encoded(treeFromText("root/\n  a 1\n  sub/\n    b 2", "/x")));
-    const FileNode root = std::get<FileNode>(result);
-    EXPECT_EQ(root.children()->front().url().sharedFolder(), root.url());
-    const FileNode sub = root.children()->back();
-    EXPECT_EQ(sub.children()->front().url().sharedFolder(), sub.url());
+    const FileNode tree = treeFromText("root/\n  a 1\n  sub/\n    b 2\n    deeper/\n      d 3\n  c 3", "/x");
+    const std::vector<FileNode> children(tree.children()->begin(), tree.children()->end());
+    const FileNode withSlash(FileUrl::fromPath("/x/root/"), "root", 6, true, FileCategory::other, children);
+    for (const FileNode& written : {tree, withSlash}) {
+        const FileNode root = std::get<FileNode>(decoded(encoded(written)));
+        EXPECT_TRUE(test::childrenShareOneFolder(root));
+        EXPECT_TRUE(test::childrenShareOneFolder(root.childrenOrNone()[1]));
+    }
 }
 
 TEST(FileNodeJson, KeepsAUrlThatDoesNotStandInItsFolders)

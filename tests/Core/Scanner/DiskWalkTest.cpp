@@ -188,11 +188,13 @@ TEST_F(DiskWalkTest, BuildsTheTopFromTheUrlAsGivenAndExcludesByTheResolvedOne)
 {
     m_fileSystem->addFile("/real/dir/a", 1);
     m_fileSystem->addFile("/way/dir/a", 1);
+    m_fileSystem->addFolder("/way/dir/b");
     m_fileSystem->resolved["/way/dir"] = "/real/dir";
     const FileNode root = scan("/x/../way/./dir/");
-    EXPECT_EQ(textOfTree(root), "dir/\n  a 1\n");
+    EXPECT_EQ(textOfTree(root), "dir/\n  a 1\n  b/\n");
     EXPECT_EQ(root.url().absoluteString(), "file:///x/../way/./dir/");
     EXPECT_EQ(root.children()->front().url().path(), "/x/../way/./dir/a");
+    EXPECT_TRUE(test::childrenShareOneFolder(root));
 
     m_fileSystem->addFolder("/way/dir").values->isVolume = true;
     EXPECT_EQ(scan("/way/dir").childrenOrNone().size(), 0U) << "under another name the top is a mount like any other";
