@@ -103,6 +103,8 @@ TEST(FileNode, ShowsValidUtf8AndKeepsExactBytes)
     EXPECT_EQ(node.name(), "caf\uFFFD.MP3");
     EXPECT_EQ(node.url().path(), "/a/caf\xE9.MP3");
     EXPECT_EQ(node.fileExtension(), "MP3");
+    EXPECT_EQ(FileNode(url, "\uFEFFcut \xE2\x82", 1, false, FileCategory::other, std::nullopt).name(),
+              "\uFEFFcut \uFFFD\uFFFD");
     EXPECT_EQ(treeFromText(".bashrc 1").fileExtension(), "");
     EXPECT_EQ(FileNode(FileUrl::fromPath("/a/x.tar.gz"), "shown", 1, false, FileCategory::other, std::nullopt)
                   .fileExtension(),
