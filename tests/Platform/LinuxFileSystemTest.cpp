@@ -201,6 +201,11 @@ TEST(LinuxFileSystem, TakesEveryWayOfNamingTheTop)
     for (const Case& c : cases) {
         EXPECT_EQ(textOfTree(scan(FileUrl::fromPath(c.path))), c.tree) << c.path;
     }
+    for (std::size_t length = 4094; length <= 4098; ++length) {
+        const std::string slashes(length - path.size() - 3, '/');
+        EXPECT_EQ(textOfTree(scan(FileUrl::fromPath(path + slashes + "sub"))), sub)
+            << "about the longest path that one call takes: " << length;
+    }
     const FileNode through = scan(FileUrl::fromPath(path + "/link/.."));
     EXPECT_EQ(through.name(), "..");
     EXPECT_EQ(through.fileCount(), 3);
@@ -414,12 +419,18 @@ TEST(LinuxFileSystem, TakesABundleForOneFile)
     folder.makeFile("Upper.PrefPane/Contents/Info.plist", 1);
     folder.makeFile("folder/Contents/Info.plist", 1);
     folder.makeFile("File.app", 6);
+    folder.makeFile("Kernel.kext/Contents/Info.plist", 2);
+    folder.makeLink("Link.app", "Tool.app");
+    folder.makeLink("Elsewhere.app/Contents", "../Tool.app/Contents");
     const auto children = childrenByName(scan(folder.url()));
     EXPECT_EQ(textOfTree(children.at("Tool.app")), "Tool.app 20100 [application]\n");
     EXPECT_EQ(textOfTree(children.at("Plain.app")), "Plain.app/\n  tool 5\n");
     EXPECT_EQ(textOfTree(children.at("Upper.PrefPane")), "Upper.PrefPane 1 [application]\n");
     EXPECT_EQ(textOfTree(children.at("folder")), "folder/\n  Contents/\n    Info.plist 1 [system]\n");
     EXPECT_EQ(textOfTree(children.at("File.app")), "File.app 6 [application]\n");
+    EXPECT_EQ(textOfTree(children.at("Kernel.kext")), "Kernel.kext 2 [application]\n");
+    EXPECT_EQ(textOfTree(children.at("Link.app")), "Link.app 0\n");
+    EXPECT_EQ(textOfTree(children.at("Elsewhere.app")), "Elsewhere.app/\n  Contents 0\n");
     EXPECT_EQ(textOfTree(scan(folder.url("Tool.app/"))), "Tool.app 20100 [application]\n");
 }
 
