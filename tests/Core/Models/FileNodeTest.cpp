@@ -5,17 +5,13 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <string>
 #include <thread>
-#include <unordered_set>
 
 namespace morlaine {
 namespace {
 
 using test::treeFromText;
-
-constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 
 /// The seven fields of a node, to be changed one at a time.
 struct Fields {
@@ -43,7 +39,9 @@ TEST(FileNode, HoldsItsFields)
     ASSERT_TRUE(node.children());
     ASSERT_EQ(node.children()->size(), 1U);
     EXPECT_EQ(node.children()->front(), fields.children->front());
-    EXPECT_EQ(FileNode(fields.url, "x", 0, false, FileCategory::image, std::nullopt).children(), std::nullopt);
+    const FileNode nameless(fields.url, {}, 0, false, FileCategory::image, std::nullopt);
+    EXPECT_EQ(nameless.name(), "");
+    EXPECT_EQ(nameless.children(), std::nullopt);
     EXPECT_NE(treeFromText("x 1").id(), treeFromText("x 1").id()) << "ids are fresh";
 }
 
