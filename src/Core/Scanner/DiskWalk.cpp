@@ -66,7 +66,7 @@ struct DiskWalk::OpenDirectory {
     }
 };
 
-/// What the walk has come to: the top, or an entry of an open folder.
+/// What the walk has come to: the top, or an entry of an open folder. Valid until that folder is left.
 struct DiskWalk::Item {
     const FileUrl* top;             // null for an entry
     const OpenDirectory* directory; // null for the top
@@ -81,7 +81,7 @@ struct DiskWalk::Item {
                               : FileNode::inFolder(directory->sharedUrl, name, size, isDirectory, category);
     }
 
-    [[nodiscard]] FileNode emptyFolder(bool isDirectory) const
+    [[nodiscard]] FileNode withEmptyList(bool isDirectory) const
     {
         return {url(), name, 0, isDirectory, FileCategory::other, std::vector<FileNode>()};
     }
@@ -153,7 +153,7 @@ std::optional<FileNode> DiskWalk::visit(const Item& item)
         return item.leaf(0, false, FileCategory::other);
     }
     if (isExcluded(m_path, *item.values)) {
-        return item.emptyFolder(item.values->isDirectory.value_or(false));
+        return item.withEmptyList(item.values->isDirectory.value_or(false));
     }
     if (item.values->isSymbolicLink) {
         return item.leaf(0, false, FileCategory::other);
@@ -174,7 +174,7 @@ std::optional<FileNode> DiskWalk::enterDirectory(const Item& item)
     std::unique_ptr<Folder> folder = openFolder(item);
     FolderContents contents = takeSpareContents();
     if (!list(*folder, contents)) {
-        return item.emptyFolder(true);
+        return item.withEmptyList(true);
     }
     const std::size_t pathLength = m_path == "/" ? 0 : m_path.size();
     std::vector<OpenDirectory::Child> children;
