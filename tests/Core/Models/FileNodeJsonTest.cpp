@@ -324,14 +324,6 @@ TEST(FileNodeJson, StaysBoundedWhateverItIsFed)
     }
 }
 
-TEST(FileNodeJson, ReadsANameOfAHundredMegabytes)
-{
-    const std::string name(100'000'000, 'n');
-    const auto result = decoded(withReplaced("\"name\":\"x.c\"", "\"name\":\"" + name + '"'));
-    ASSERT_TRUE(std::holds_alternative<FileNode>(result)) << std::get<DecodeError>(result).message();
-    EXPECT_EQ(std::get<FileNode>(result).name(), name);
-}
-
 TEST(FileNodeJson, ReportsASinkThatIsFull)
 {
     const FileNode tree = test::chainOfFolders(500);

@@ -211,14 +211,5 @@ TEST(FileNode, WorksAtAnyDepthWithASmallStack)
     EXPECT_EQ(folders, 10'000);
 }
 
-TEST(FileNode, HoldsAMillionChildrenAndALongName)
-{
-    const FileNode child = treeFromText("a 1");
-    const FileNode wide(FileUrl::fromPath("/w"), std::string(10'000'000, 'n'), 1'000'000, true, FileCategory::other,
-                        std::vector<FileNode>(1'000'000, child));
-    EXPECT_EQ(wide.fileCount(), 1'000'000);
-    EXPECT_EQ(wide.name().size(), 10'000'000U);
-}
-
 } // namespace
 } // namespace morlaine
