@@ -9,7 +9,10 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <exception>
 #include <filesystem>
+#include <iostream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -26,6 +29,9 @@ std::string treeFromArguments(int& argc, char** argv)
         std::string tree(std::string_view(*flag).substr(treeFlag.size()));
         std::rotate(flag, flag + 1, argv + argc);
         --argc;
+        if (!std::filesystem::is_directory(tree)) {
+            throw std::runtime_error(tree + " is no folder");
+        }
         return tree;
     }
     const std::filesystem::path tree =
@@ -37,7 +43,7 @@ std::string treeFromArguments(int& argc, char** argv)
 } // namespace
 
 int main(int argc, char** argv)
-{
+try {
     const QCoreApplication application(argc, argv);
     const std::string tree = treeFromArguments(argc, argv);
     benchmark::Initialize(&argc, argv);
@@ -50,4 +56,7 @@ int main(int argc, char** argv)
     morlaine::bench::registerTreemapBenchmarks(tree);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
+} catch (const std::exception& failure) {
+    std::cerr << failure.what() << '\n';
+    return 1;
 }
