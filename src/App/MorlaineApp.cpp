@@ -2,6 +2,8 @@
 
 #include "UI/Views/MainView.h"
 
+#include <QSettings>
+
 namespace morlaine {
 
 namespace {
@@ -22,6 +24,8 @@ MainViewModel::Environment runningDesktop()
 MorlaineApp::MorlaineApp(int& argc, char** argv) : m_application((qInstallMessageHandler(discardMessage), argc), argv)
 {
     QApplication::setApplicationName(QStringLiteral("Morlaine"));
+    // The toolkit's dialogs would remember folders in a file of the toolkit's.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
     QApplication::setDesktopFileName(QStringLiteral("morlaine"));
     m_mainView = std::make_unique<MainView>(runningDesktop(), FolderChooser::native());
 }
