@@ -82,7 +82,7 @@ private:
 };
 
 DiskScanner::DiskScanner(std::shared_ptr<const FileSystem> fileSystem, QObject* parent)
-    : QObject(parent)
+    : ObservableObject(parent)
     , m_fileSystem(std::move(fileSystem))
 {
 }

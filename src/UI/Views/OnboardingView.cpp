@@ -77,6 +77,16 @@ QWidget* makeHeadline(SymbolName symbol, const QString& text)
     return line;
 }
 
+/// `widget` in the middle, as wide as it may be. An alignment would keep it from growing with its text.
+QLayout* centred(QWidget* widget)
+{
+    auto* row = new QHBoxLayout;
+    row->addStretch(1);
+    row->addWidget(widget, 1000);
+    row->addStretch(1);
+    return row;
+}
+
 } // namespace
 
 OnboardingView::OnboardingView(std::shared_ptr<Workspace> workspace, QWidget* parent)
@@ -90,7 +100,7 @@ OnboardingView::OnboardingView(std::shared_ptr<Workspace> workspace, QWidget* pa
     subtitle->setText(QStringLiteral("Analyze which folders and files are taking up your disk space with a squarified "
                                      "treemap visualizer."));
     subtitle->setAlignment(Qt::AlignCenter);
-    subtitle->setFixedWidth(widestSubtitle);
+    subtitle->setMaximumWidth(widestSubtitle);
 
     auto* layout = new QVBoxLayout(this);
     const int padding = static_cast<int>(Theme::paddingMedium);
@@ -99,13 +109,9 @@ OnboardingView::OnboardingView(std::shared_ptr<Workspace> workspace, QWidget* pa
     layout->addStretch();
     layout->addWidget(new GradientSymbol, 0, Qt::AlignHCenter);
     layout->addWidget(title, 0, Qt::AlignHCenter);
-    layout->addWidget(subtitle, 0, Qt::AlignHCenter);
+    layout->addLayout(centred(subtitle));
     layout->addWidget(makeScanButton(), 0, Qt::AlignHCenter);
-    auto* boxRow = new QHBoxLayout;
-    boxRow->addStretch(1);
-    boxRow->addWidget(makePermissionBox(), 1000);
-    boxRow->addStretch(1);
-    layout->addLayout(boxRow);
+    layout->addLayout(centred(makePermissionBox()));
     layout->addStretch();
 }
 
