@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QColor>
+#include <QPushButton>
+
+namespace morlaine {
+
+/// The one button of a view that stands out: filled with a tint that is dark enough for a white label.
+class ProminentButton final : public QPushButton {
+    Q_OBJECT
+
+public:
+    ProminentButton(const QString& label, const QColor& tint, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] QColor fill() const;
+
+    const QColor m_tint;
+};
+
+} // namespace morlaine

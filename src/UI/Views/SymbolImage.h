@@ -1,0 +1,32 @@
+#pragma once
+
+#include "UI/Styles/Symbols.h"
+
+#include <QWidget>
+
+namespace morlaine {
+
+/// A symbol in a view, `side` points wide and high, in a system colour or a fixed one. It says nothing to assistive
+/// technology: the text beside it does.
+class SymbolImage final : public QWidget {
+    Q_OBJECT
+
+public:
+    SymbolImage(SymbolName name, int side, Theme::SystemColor color, QWidget* parent = nullptr);
+
+    void setSymbol(SymbolName name, const QColor& color);
+
+    [[nodiscard]] SymbolName name() const { return m_name; }
+    [[nodiscard]] QSize sizeHint() const override { return {m_side, m_side}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    SymbolName m_name;
+    const int m_side;
+    const Theme::SystemColor m_systemColor;
+    QColor m_color; // invalid for the system colour
+};
+
+} // namespace morlaine
