@@ -10,7 +10,7 @@ void paintLine(QPainter& painter, const QRect& rect, const QString& text, const 
 {
     painter.setFont(font);
     painter.setPen(color);
-    constexpr int flags = Qt::TextSingleLine | Qt::AlignVCenter;
+    constexpr int flags = Qt::TextSingleLine | Qt::TextDontClip | Qt::AlignVCenter;
     painter.drawText(rect, flags | static_cast<int>(alignment),
                      QFontMetrics(font).elidedText(text, elide, rect.width(), Qt::TextSingleLine));
 }
