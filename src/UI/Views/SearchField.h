@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QWidget>
+
+class QLineEdit;
+class QToolButton;
+
+namespace morlaine {
+
+/// A rounded row with a magnifier, a plain text field, and a button that clears it, shown while there is text.
+class SearchField final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SearchField(QWidget* parent = nullptr);
+
+    /// Shows another text, which is not announced.
+    void setText(const QString& text);
+
+    /// Puts the keyboard here, with the whole text selected.
+    void focusAndSelect();
+
+Q_SIGNALS:
+    /// The user has changed the text.
+    void edited(const QString& text);
+
+    /// Return was pressed.
+    void submitted();
+
+    /// The down key was pressed.
+    void leftDownwards();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void buildEdit();
+    void buildClearButton();
+    void clear();
+
+    QLineEdit* m_edit;
+    QToolButton* m_clearButton;
+};
+
+} // namespace morlaine

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QAbstractItemView>
+
+namespace morlaine {
+
+/// A list of equally high rows, as high as the delegate's size hint says without looking at a row. What it costs
+/// depends on the rows in sight alone: nothing is kept or computed for each row, so that a million of them appear at
+/// once. The model is flat, has one column and changes by resets and `dataChanged`.
+///
+/// One row at a time is selected, by the left mouse button or by moving the current row with the keyboard; resets and
+/// focus select nothing by themselves. Typing letters does not search: that would make the texts of all rows.
+class UniformListView : public QAbstractItemView {
+    Q_OBJECT
+
+public:
+    explicit UniformListView(QWidget* parent = nullptr);
+
+    [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
+    [[nodiscard]] QModelIndex indexAt(const QPoint& point) const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    void keyboardSearch(const QString& search) override;
+    void doItemsLayout() override;
+
+    /// Of all rows together, in points.
+    [[nodiscard]] int contentHeight() const;
+
+Q_SIGNALS:
+    /// The up key was pressed in the first row.
+    void leftUpwards();
+
+    /// A context menu was asked for, with the mouse or the keyboard, for the row at `index`.
+    void rowMenuRequested(const QModelIndex& index, const QPoint& globalPosition);
+
+protected:
+    [[nodiscard]] QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    [[nodiscard]] int horizontalOffset() const override;
+    [[nodiscard]] int verticalOffset() const override;
+    [[nodiscard]] bool isIndexHidden(const QModelIndex& index) const override;
+    void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
+    [[nodiscard]] QRegion visualRegionForSelection(const QItemSelection& selection) const override;
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                                       const QEvent* event) const override;
+    void updateGeometries() override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    [[nodiscard]] int rowCount() const;
+    [[nodiscard]] int rowAt(int y) const;
+    [[nodiscard]] QStyleOptionViewItem optionFor(const QModelIndex& index, const QStyleOptionViewItem& base) const;
+
+    int m_rowHeight = 1; // points
+};
+
+} // namespace morlaine
