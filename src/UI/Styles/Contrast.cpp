@@ -1,0 +1,52 @@
+#include "UI/Styles/Contrast.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace morlaine {
+
+namespace {
+
+double linear(float component)
+{
+    const auto value = static_cast<double>(component);
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& color)
+{
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+int mixedComponent(int over, int under, double share)
+{
+    return static_cast<int>(std::lround(over * share + under * (1 - share)));
+}
+
+} // namespace
+
+double contrastRatio(const QColor& first, const QColor& second)
+{
+    const auto [darker, lighter] = std::minmax({luminance(first), luminance(second)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+QColor mixed(const QColor& over, const QColor& under, double share)
+{
+    return {mixedComponent(over.red(), under.red(), share), mixedComponent(over.green(), under.green(), share),
+            mixedComponent(over.blue(), under.blue(), share)};
+}
+
+QColor receded(const QColor& text, const QColor& background, double share, double leastContrast)
+{
+    constexpr double step = 0.02;
+    for (double kept = share; kept < 1; kept += step) {
+        const QColor color = mixed(text, background, kept);
+        if (contrastRatio(color, background) >= leastContrast) {
+            return color;
+        }
+    }
+    return text;
+}
+
+} // namespace morlaine

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Utilities/Color.h"
+#include "Utilities/Rect.h"
+
+#include <QColor>
+#include <QRectF>
+
+namespace morlaine {
+
+// The one place where values of the layers below turn into the toolkit's types.
+
+[[nodiscard]] inline QColor toQColor(const Color& color)
+{
+    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                            static_cast<float>(color.blue));
+}
+
+[[nodiscard]] inline QRectF toQRectF(const Rect& rect)
+{
+    return {rect.x, rect.y, rect.width, rect.height};
+}
+
+} // namespace morlaine

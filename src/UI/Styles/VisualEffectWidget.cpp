@@ -1,0 +1,26 @@
+#include "UI/Styles/VisualEffectWidget.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace morlaine::Theme {
+
+VisualEffectWidget::VisualEffectWidget(VisualEffectView effect, QWidget* parent) : QWidget(parent), m_effect(effect)
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void VisualEffectWidget::setEffect(VisualEffectView effect)
+{
+    m_effect = effect;
+    update();
+}
+
+void VisualEffectWidget::paintEvent(QPaintEvent* event)
+{
+    QPalette active = palette();
+    active.setCurrentColorGroup(QPalette::Active);
+    QPainter(this).fillRect(event->rect(), panelBackground(active));
+}
+
+} // namespace morlaine::Theme
