@@ -1,5 +1,7 @@
 #include "UI/Styles/ProminentButton.h"
 
+#include "UI/Styles/Contrast.h"
+#include "UI/Styles/TextStyles.h"
 #include "UI/Styles/Theme.h"
 
 #include <QPainter>
@@ -23,8 +25,10 @@ ProminentButton::ProminentButton(const QString& text, const QColor& tint, QWidge
     : QPushButton(text, parent)
     , m_tint(tint)
 {
+    setAutoDefault(false);
     setAttribute(Qt::WA_Hover);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setFont(TextStyles::font(TextStyle::headline));
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 int ProminentButton::textWidth() const
@@ -44,7 +48,8 @@ QColor ProminentButton::fill() const
     if (!isEnabled()) {
         return Theme::withOpacity(m_tint, 0.4);
     }
-    return isDown() ? m_tint.darker(125) : underMouse() ? m_tint.darker(110) : m_tint;
+    const double shade = isDown() ? 0.24 : (underMouse() ? 0.14 : 0.06);
+    return mixed(Qt::black, m_tint, shade);
 }
 
 void ProminentButton::paintEvent(QPaintEvent* /*event*/)

@@ -5,7 +5,8 @@
 
 namespace morlaine {
 
-/// A button that stands out: filled with its tint, text and symbol in white.
+/// The one button of a view that stands out: filled with a tint that is dark enough for a white label and symbol. A
+/// symbol it is given must be white.
 class ProminentButton final : public QPushButton {
     Q_OBJECT
 

@@ -1,6 +1,8 @@
 #include "UI/Views/AnalysisView.h"
 
 #include "UI/Views/MainViewModel.h"
+#include "UI/Views/SearchFilterView.h"
+#include "UI/Views/TreemapView.h"
 
 namespace morlaine {
 
@@ -14,18 +16,19 @@ constexpr int highestPane = 360;
 
 } // namespace
 
-AnalysisView::AnalysisView(MainViewModel& /*viewModel*/, QWidget* parent) : QSplitter(Qt::Vertical, parent)
+AnalysisView::AnalysisView(MainViewModel& viewModel, QWidget* parent)
+    : QSplitter(Qt::Vertical, parent)
+    , m_search(new SearchFilterView(viewModel))
 {
-    auto* treemap = new QWidget;
+    auto* treemap = new TreemapView(viewModel);
     treemap->setMinimumSize(smallestTreemap);
-    auto* search = new QWidget;
-    search->setMinimumWidth(narrowestPane);
+    m_search->setMinimumWidth(narrowestPane);
     auto* chart = new QWidget;
     chart->setMinimumWidth(narrowestPane);
 
     auto* bottom = new QSplitter(Qt::Horizontal);
     bottom->setChildrenCollapsible(false);
-    bottom->addWidget(search);
+    bottom->addWidget(m_search);
     bottom->addWidget(chart);
     bottom->setMinimumHeight(lowestPane);
     bottom->setMaximumHeight(highestPane);
@@ -40,6 +43,7 @@ AnalysisView::AnalysisView(MainViewModel& /*viewModel*/, QWidget* parent) : QSpl
 
 void AnalysisView::focusSearchField()
 {
+    m_search->focusSearchField();
 }
 
 } // namespace morlaine

@@ -5,6 +5,7 @@
 namespace morlaine {
 
 class MainViewModel;
+class SearchFilterView;
 
 /// What fills the middle of the window while a tree is shown: the treemap above the search and the chart.
 class AnalysisView final : public QSplitter {
@@ -15,6 +16,9 @@ public:
 
     /// Moves the keyboard focus into the search field.
     void focusSearchField();
+
+private:
+    SearchFilterView* const m_search;
 };
 
 } // namespace morlaine

@@ -3,6 +3,7 @@
 #include "UI/Styles/Theme.h"
 #include "UI/Styles/VisualEffectWidget.h"
 #include "UI/Views/AnalysisView.h"
+#include "UI/Views/DetailView.h"
 #include "UI/Views/MainToolbar.h"
 #include "UI/Views/OnboardingView.h"
 #include "UI/Views/SideColumn.h"
@@ -81,10 +82,14 @@ void MainView::buildCentralArea()
 
 void MainView::buildColumns()
 {
-    auto* inspector =
+    QWidget* backing =
         Theme::VisualEffectView{Theme::Material::sidebar, Theme::BlendingMode::withinWindow}.make(nullptr);
+    m_detailView = new DetailView(*m_viewModel);
+    auto* inspector = new QVBoxLayout(backing);
+    inspector->setContentsMargins({});
+    inspector->addWidget(m_detailView);
     m_sidebar = new SideColumn(SideColumn::Side::leading, sidebarWidths, new QWidget);
-    m_detail = new SideColumn(SideColumn::Side::trailing, detailWidths, inspector);
+    m_detail = new SideColumn(SideColumn::Side::trailing, detailWidths, backing);
 
     m_sidebar->setObjectName(QStringLiteral("sidebar"));
     m_detail->setObjectName(QStringLiteral("inspector"));
@@ -98,8 +103,8 @@ void MainView::buildColumns()
     columns->setStretchFactor(0, 0);
     columns->setStretchFactor(1, 1);
     columns->setStretchFactor(2, 0);
-    columns->setSizes({sidebarWidths.ideal, preferredSize.width() - sidebarWidths.ideal - detailWidths.ideal,
-                       detailWidths.ideal});
+    columns->setSizes(
+        {sidebarWidths.ideal, preferredSize.width() - sidebarWidths.ideal - detailWidths.ideal, detailWidths.ideal});
     setCentralWidget(columns);
 }
 
@@ -176,9 +181,7 @@ void MainView::chooseFolder(const FolderChooser::Texts& texts)
 /// Escape leaves what is innermost: a running scan, else the folder zoomed into.
 void MainView::leave()
 {
-    if (m_viewModel->scanner().isScanning()) {
-        m_viewModel->cancelScan();
-    } else {
+    if (!m_detailView->cancelIfScanning()) {
         m_viewModel->zoomOut();
     }
 }

@@ -14,6 +14,7 @@ class QStackedWidget;
 namespace morlaine {
 
 class AnalysisView;
+class DetailView;
 class MainToolbar;
 class OnboardingView;
 class SideColumn;
@@ -62,6 +63,7 @@ private:
     MainToolbar* m_toolbar = nullptr;
     SideColumn* m_sidebar = nullptr;
     SideColumn* m_detail = nullptr;
+    DetailView* m_detailView = nullptr;
     QStackedWidget* m_centralArea = nullptr;
     OnboardingView* m_onboarding = nullptr;
     AnalysisView* m_analysis = nullptr; // while a tree is shown

@@ -5,6 +5,8 @@
 #include "UI/Styles/StyledLabel.h"
 #include "UI/Styles/Symbols.h"
 #include "UI/Styles/Theme.h"
+#include "UI/Views/RoundedBox.h"
+#include "UI/Views/SymbolImage.h"
 
 #include <QBoxLayout>
 #include <QPainter>
@@ -38,22 +40,6 @@ protected:
     }
 };
 
-/// A rounded box that lets half of what is behind it through.
-class PermissionBox final : public QWidget {
-public:
-    using QWidget::QWidget;
-
-protected:
-    void paintEvent(QPaintEvent* /*event*/) override
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(Theme::withOpacity(Theme::controlBackground(palette()), permissionBackgroundOpacity));
-        painter.drawRoundedRect(rect(), Theme::cornerRadiusMedium, Theme::cornerRadiusMedium);
-    }
-};
-
 StyledLabel* wrapping(StyledLabel* label)
 {
     label->setWordWrap(true);
@@ -69,9 +55,7 @@ QWidget* makeHeadline(SymbolName symbol, const QString& text)
     layout->setSpacing(static_cast<int>(Theme::paddingSmall));
     auto* title = new StyledLabel(TextStyle::headline);
     title->setText(text);
-    auto* picture = new QLabel;
-    const int side = Symbols::sideBeside(title->font());
-    picture->setPixmap(Symbols::icon(symbol, Theme::textPrimary).pixmap(side));
+    auto* picture = new SymbolImage(symbol, Symbols::sideBeside(title->font()), Theme::textPrimary);
     layout->addWidget(picture);
     layout->addWidget(title, 1);
     return line;
@@ -118,7 +102,6 @@ OnboardingView::OnboardingView(std::shared_ptr<Workspace> workspace, QWidget* pa
 QWidget* OnboardingView::makeScanButton()
 {
     auto* button = new ProminentButton(QStringLiteral("Select Folder to Scan..."), Theme::accent);
-    button->setFont(TextStyles::font(TextStyle::headline));
     const int side = Symbols::sideBeside(button->font());
     button->setIconSize({side, side});
     button->setIcon(Symbols::icon("folder.badge.plus", QColor(Qt::white)));
@@ -134,7 +117,7 @@ QWidget* OnboardingView::makePermissionBox()
                                  "<b>Full Disk Access</b> permissions. Without this, some system directories might be "
                                  "skipped due to macOS Sandbox boundaries."));
 
-    auto* box = new PermissionBox;
+    auto* box = new RoundedBox(permissionBackgroundOpacity, Theme::cornerRadiusMedium);
     box->setMaximumWidth(widestPermissionBox);
     auto* layout = new QVBoxLayout(box);
     const int padding = static_cast<int>(Theme::paddingMedium);

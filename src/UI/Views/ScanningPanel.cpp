@@ -1,10 +1,10 @@
 #include "UI/Views/ScanningPanel.h"
 
+#include "UI/Styles/ProminentButton.h"
 #include "UI/Styles/StyledLabel.h"
 #include "UI/Views/DetailRow.h"
 #include "UI/Views/InspectorText.h"
 #include "UI/Views/ProgressIndicator.h"
-#include "UI/Views/ProminentButton.h"
 #include "UI/Views/RoundedBox.h"
 
 #include <QVBoxLayout>

@@ -8,7 +8,6 @@ namespace morlaine {
 
 /// A symbol in a view, `side` points wide and high, in a system colour or a fixed one. It says nothing to assistive
 /// technology: the text beside it does.
-/// A symbol as a picture of a fixed size among other widgets; decoration, which screen readers pass over.
 class SymbolImage final : public QWidget {
     Q_OBJECT
 
@@ -16,9 +15,10 @@ public:
     SymbolImage(SymbolName name, int side, Theme::SystemColor color, QWidget* parent = nullptr);
 
     void setSymbol(SymbolName name, const QColor& color);
+
     [[nodiscard]] SymbolName name() const { return m_name; }
     [[nodiscard]] QSize sizeHint() const override { return {m_side, m_side}; }
-    /// `side` in points.
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
@@ -27,7 +27,6 @@ private:
     const int m_side;
     const Theme::SystemColor m_systemColor;
     QColor m_color; // invalid for the system colour
-    Theme::SystemColor m_color;
 };
 
 } // namespace morlaine
