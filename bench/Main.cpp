@@ -2,11 +2,15 @@
 #include "JsonBenchmark.h"
 #include "ScanBenchmark.h"
 #include "TreemapBenchmark.h"
+#include "TreemapViewBenchmark.h"
+
+#include <QApplication>
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -43,6 +47,16 @@ int main(int argc, char** argv)
     morlaine::bench::registerScanBenchmarks(tree);
     morlaine::bench::registerJsonBenchmarks();
     morlaine::bench::registerTreemapBenchmarks(tree);
+
+    // Only for those that paint: what an application holds and does would show in the measurements of the others.
+    std::optional<QApplication> application;
+    const auto startApplication = [&] {
+        if (!application) {
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+            application.emplace(argc, argv);
+        }
+    };
+    morlaine::bench::registerTreemapViewBenchmarks(tree, startApplication);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }
