@@ -3,8 +3,9 @@
 #include "ScanBenchmark.h"
 #include "SearchBenchmark.h"
 #include "TreemapBenchmark.h"
-
-#include <QCoreApplication>
+#include "TreemapViewBenchmark.h"
+#include "WatchedApplication.h"
+#include "WindowBenchmark.h"
 
 #include <benchmark/benchmark.h>
 
@@ -12,6 +13,7 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -44,7 +46,6 @@ std::string treeFromArguments(int& argc, char** argv)
 
 int main(int argc, char** argv)
 try {
-    const QCoreApplication application(argc, argv);
     const std::string tree = treeFromArguments(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
@@ -52,8 +53,20 @@ try {
     }
     morlaine::bench::registerScanBenchmarks(tree);
     morlaine::bench::registerJsonBenchmarks();
-    morlaine::bench::registerSearchBenchmarks(tree);
     morlaine::bench::registerTreemapBenchmarks(tree);
+
+    // Only for those that need one: what an application holds and does would show in the measurements of the others.
+    std::optional<morlaine::bench::WatchedApplication> application;
+    const auto startApplication = [&]() -> morlaine::bench::WatchedApplication& {
+        if (!application) {
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+            application.emplace(argc, argv);
+        }
+        return *application;
+    };
+    morlaine::bench::registerSearchBenchmarks(tree, startApplication);
+    morlaine::bench::registerTreemapViewBenchmarks(tree, startApplication);
+    morlaine::bench::registerWindowBenchmarks(startApplication);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 } catch (const std::exception& failure) {

@@ -2,6 +2,7 @@
 
 #include "GeneratedTree.h"
 #include "Measurements.h"
+#include "NoDesktop.h"
 #include "ScanBenchmark.h"
 #include "Services/Search/SearchIndex.h"
 #include "UI/Views/MainViewModel.h"
@@ -98,11 +99,6 @@ void search(benchmark::State& state, MakeTree makeTree, const std::string& tree)
     state.counters["nodes"] = static_cast<double>(nodesIn(root));
 }
 
-class NoVolumes final : public Volumes {
-public:
-    [[nodiscard]] std::vector<MountedVolume> mountedVolumes() const override { return {}; }
-};
-
 /// A model that knows no desktop and keeps its scans in a folder of its own.
 class ScanSession {
 public:
@@ -154,7 +150,7 @@ void finishScan(benchmark::State& state, const std::string& tree)
 
 } // namespace
 
-void registerSearchBenchmarks(const std::string& tree)
+void registerSearchBenchmarks(const std::string& tree, const std::function<void()>& startApplication)
 {
     const struct {
         const char* suffix;
@@ -169,7 +165,11 @@ void registerSearchBenchmarks(const std::string& tree)
             ->Iterations(repetitions)
             ->Unit(benchmark::kMillisecond);
     }
-    benchmark::RegisterBenchmark("scan/finish", finishScan, tree)
+    benchmark::RegisterBenchmark("scan/finish",
+                                 [=](benchmark::State& state) {
+                                     startApplication();
+                                     finishScan(state, tree);
+                                 })
         ->Iterations(3)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond);

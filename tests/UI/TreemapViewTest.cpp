@@ -94,16 +94,22 @@ protected:
     QPoint centerOf(std::string_view name) const { return rectNamed(name).center().toPoint(); }
     QPoint cornerOf(std::string_view name) const { return rectNamed(name).topLeft().toPoint() + QPoint(1, 1); }
 
-    void moveTo(const QPoint& point) { moveTo(*m_canvas, point); }
-
-    void leaveCanvas() { moveTo(m_view, {3, 3}); }
-
-    /// Comes from somewhere else, since a move to where the pointer is already is none.
-    void moveTo(QWidget& widget, const QPoint& point)
+    void moveTo(const QPoint& point)
     {
-        QTest::mouseMove(&widget, point + QPoint(1, 1));
-        QTest::mouseMove(&widget, point);
+        // A move to where the pointer is already is none.
+        QTest::mouseMove(m_canvas, point + QPoint(1, 1));
+        QTest::mouseMove(m_canvas, point);
         settle();
+    }
+
+    /// What a pointer that goes elsewhere brings about. Moving it there is no use here: while menus open and close,
+    /// this platform loses track of which widget it was over.
+    void leaveCanvas()
+    {
+        settle();
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(m_canvas, &leave);
+        ASSERT_FALSE(m_view.hoveredRect());
     }
 
     void click(const QPoint& point, Qt::MouseButton button = Qt::LeftButton)
@@ -145,7 +151,9 @@ protected:
     {
         for (QAction* action : menu.actions()) {
             if (action->text() == text) {
-                QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+                menu.setActiveAction(action);
+                QTest::keyClick(&menu, Qt::Key_Return);
+                return;
             }
         }
     }
