@@ -9,7 +9,7 @@
 
 namespace morlaine {
 
-UniformListView::UniformListView(QWidget* parent) : QAbstractItemView(parent)
+UniformListView::UniformListView(QWidget* parent) : QListView(parent)
 {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
@@ -83,6 +83,11 @@ void UniformListView::doItemsLayout()
     initViewItemOption(&option);
     m_rowHeight = std::max(1, itemDelegate()->sizeHint(option, {}).height());
     QAbstractItemView::doItemsLayout();
+}
+
+void UniformListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles)
+{
+    QAbstractItemView::dataChanged(topLeft, bottomRight, roles);
 }
 
 QModelIndex UniformListView::moveCursor(CursorAction action, Qt::KeyboardModifiers /*modifiers*/)
@@ -169,6 +174,16 @@ void UniformListView::updateGeometries()
     bar.setPageStep(viewport()->height());
     bar.setRange(0, std::max(0, contentHeight() - viewport()->height()));
     QAbstractItemView::updateGeometries();
+}
+
+void UniformListView::scrollContentsBy(int dx, int dy)
+{
+    QAbstractItemView::scrollContentsBy(dx, dy);
+}
+
+void UniformListView::resizeEvent(QResizeEvent* event)
+{
+    QAbstractItemView::resizeEvent(event);
 }
 
 QStyleOptionViewItem UniformListView::optionFor(const QModelIndex& index, const QStyleOptionViewItem& base) const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QAbstractItemView>
+#include <QListView>
 
 namespace morlaine {
 
@@ -10,7 +10,10 @@ namespace morlaine {
 ///
 /// One row at a time is selected, by the left mouse button or by moving the current row with the keyboard; resets and
 /// focus select nothing by themselves. Typing letters does not search: that would make the texts of all rows.
-class UniformListView : public QAbstractItemView {
+///
+/// It is a QListView since that is what screen readers are told of, but uses nothing of its layout, which goes through
+/// all rows whenever they change.
+class UniformListView : public QListView {
     Q_OBJECT
 
 public:
@@ -22,6 +25,7 @@ public:
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
     void keyboardSearch(const QString& search) override;
     void doItemsLayout() override;
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles = {}) override;
 
     /// Of all rows together, in points.
     [[nodiscard]] int contentHeight() const;
@@ -43,6 +47,8 @@ protected:
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                                        const QEvent* event) const override;
     void updateGeometries() override;
+    void scrollContentsBy(int dx, int dy) override;
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QAbstractItemDelegate>
+
+namespace morlaine {
+
+class RecentScansModel;
+
+/// Paints the rows of a RecentScansModel: name over size and date, and a trash can at the end.
+class RecentScanDelegate final : public QAbstractItemDelegate {
+    Q_OBJECT
+
+public:
+    /// `model` must outlive this.
+    explicit RecentScanDelegate(const RecentScansModel& model, QObject* parent = nullptr);
+
+    /// Where in a row at `rowRect` the trash can takes clicks.
+    [[nodiscard]] static QRect trashRect(const QRect& rowRect);
+
+    /// The row whose trash can is under the pointer; -1 for none.
+    void setRowWithHotTrash(int row) { m_rowWithHotTrash = row; }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+    /// The height of every row; `index` is not looked at.
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+private:
+    const RecentScansModel& m_model;
+    int m_rowWithHotTrash = -1;
+};
+
+} // namespace morlaine
