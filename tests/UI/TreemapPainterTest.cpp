@@ -79,13 +79,16 @@ TEST(RectangleFillerTest, StrokesWhatLiesWithinHalfTheWidthOfAnEdge)
     const Rect rect{4.3, 5.6, 18.1, 8.7};
     const auto shareOfPixel = [&rect](int x, int y, double width) {
         constexpr int steps = 40;
+        const QRectF edge = toQRectF(rect);
+        const double half = width / 2;
+        const QRectF outer = edge.adjusted(-half, -half, half, half);
+        const QRectF inner = edge.adjusted(half, half, -half, -half);
         int covered = 0;
-        for (int step = 0; step < steps * steps; ++step) {
-            const QPointF point(x + (step % steps + 0.5) / steps, y + (step / steps + 0.5) / steps);
-            const QRectF edge = toQRectF(rect);
-            const double half = width / 2;
-            covered += edge.adjusted(-half, -half, half, half).contains(point) &&
-                       !(rect.height > width && edge.adjusted(half, half, -half, -half).contains(point));
+        for (int row = 0; row < steps; ++row) {
+            for (int column = 0; column < steps; ++column) {
+                const QPointF point(x + (column + 0.5) / steps, y + (row + 0.5) / steps);
+                covered += outer.contains(point) && !(rect.height > width && inner.contains(point));
+            }
         }
         return static_cast<double>(covered) / (steps * steps);
     };

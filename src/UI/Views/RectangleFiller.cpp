@@ -25,7 +25,7 @@ QRgb mixed(QRgb over, QRgb under, QRgb share)
 
 QRgb shareOf(double opacity)
 {
-    return static_cast<QRgb>(opacity * 256 + 0.5);
+    return static_cast<QRgb>(qRound(opacity * 256));
 }
 
 } // namespace

@@ -76,7 +76,7 @@ void TreemapBreadcrumb::measure()
     m_naturalWidths.clear();
     for (std::size_t step = 0; step < m_names.size(); ++step) {
         m_buttons[step]->setAccessibleName(m_names[step]);
-        m_naturalWidths.push_back(fontMetrics().horizontalAdvance(m_names[step]) + aroundName());
+        m_naturalWidths.push_back(m_foldButton->fontMetrics().horizontalAdvance(m_names[step]) + aroundName());
     }
     arrange();
     Q_EMIT naturalWidthChanged();
@@ -95,7 +95,7 @@ int TreemapBreadcrumb::chevronSide() const
 BreadcrumbFit::Metrics TreemapBreadcrumb::metrics() const
 {
     return {chevronSide() + insideStep, betweenSteps, leastName,
-            fontMetrics().horizontalAdvance(m_foldButton->text()) + aroundName()};
+            m_foldButton->fontMetrics().horizontalAdvance(m_foldButton->text()) + aroundName()};
 }
 
 int TreemapBreadcrumb::naturalWidth() const
@@ -146,7 +146,8 @@ void TreemapBreadcrumb::showStep(std::size_t step)
     const QString& name = m_names[step];
     const int room = m_fit.nameWidths[step] - aroundName();
     const bool isCut = m_fit.nameWidths[step] < m_naturalWidths[step];
-    m_buttons[step]->setText(asLabel(isCut ? fontMetrics().elidedText(name, Qt::ElideMiddle, room) : name));
+    m_buttons[step]->setText(
+        asLabel(isCut ? m_foldButton->fontMetrics().elidedText(name, Qt::ElideMiddle, room) : name));
     m_buttons[step]->setToolTip(isCut ? name : QString());
 }
 

@@ -34,6 +34,7 @@ TreemapMenu::TreemapMenu(MainViewModel& viewModel, std::optional<FileNode> targe
     , m_target(std::move(target))
 {
     setAttribute(Qt::WA_DeleteOnClose);
+    showTextsLikeEntries();
     for (const TreemapMenuEntry& entry : treemapMenuEntries(m_target)) {
         add(entry);
     }
@@ -43,6 +44,17 @@ TreemapMenu::TreemapMenu(MainViewModel& viewModel, std::optional<FileNode> targe
 TreemapMenu::~TreemapMenu()
 {
     releaseInBackground(std::move(m_target));
+}
+
+/// They cannot be chosen, but have to be read.
+void TreemapMenu::showTextsLikeEntries()
+{
+    QPalette readable = palette();
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        readable.setColor(QPalette::Disabled, role, readable.color(QPalette::Active, role));
+    }
+    readable.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent); // some styles engrave what is disabled
+    setPalette(readable);
 }
 
 void TreemapMenu::add(const TreemapMenuEntry& entry)

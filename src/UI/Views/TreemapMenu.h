@@ -31,6 +31,7 @@ public:
     ~TreemapMenu() override;
 
 private:
+    void showTextsLikeEntries();
     void add(const TreemapMenuEntry& entry);
     void addText(const QString& text, bool isTitle);
     void run(TreemapMenuEntry::Kind kind);

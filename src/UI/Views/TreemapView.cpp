@@ -42,13 +42,22 @@ TreemapView::TreemapView(MainViewModel& viewModel, QWidget* parent)
     , m_header(new TreemapHeader(this))
     , m_canvas(new TreemapCanvas(this))
     , m_computedRects(std::make_shared<const std::vector<TreemapRect>>())
+    , m_rootID(idOf(viewModel.activeRootNode()))
     , m_observer(viewModel, [this] { readModel(); })
 {
     build();
     connectCanvas();
     connectHeader();
-    m_canvas->showLayout(m_computedRects, TreemapDecisions::textInsteadOfRects(false));
+    // The first layout comes with the canvas's first size.
+    m_canvas->showLayout(m_computedRects, TreemapDecisions::textInsteadOfRects(m_rootID.has_value()));
     readModel();
+}
+
+/// The canvas goes later than what its signals would change.
+TreemapView::~TreemapView()
+{
+    m_canvas->disconnect(this);
+    m_header->disconnect(this);
 }
 
 void TreemapView::build()

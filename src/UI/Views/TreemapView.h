@@ -25,6 +25,7 @@ class TreemapView final : public QWidget {
 
 public:
     explicit TreemapView(MainViewModel& viewModel, QWidget* parent = nullptr);
+    ~TreemapView() override;
 
     /// The last layout, in the engine's order and the canvas's coordinates.
     [[nodiscard]] const std::vector<TreemapRect>& computedRects() const { return *m_computedRects; }
