@@ -7,6 +7,7 @@
 #include "UI/Views/MainToolbar.h"
 #include "UI/Views/OnboardingView.h"
 #include "UI/Views/SideColumn.h"
+#include "UI/Views/SidebarView.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -88,7 +89,7 @@ void MainView::buildColumns()
     auto* inspector = new QVBoxLayout(backing);
     inspector->setContentsMargins({});
     inspector->addWidget(m_detailView);
-    m_sidebar = new SideColumn(SideColumn::Side::leading, sidebarWidths, new QWidget);
+    m_sidebar = new SideColumn(SideColumn::Side::leading, sidebarWidths, new SidebarView(*m_viewModel));
     m_detail = new SideColumn(SideColumn::Side::trailing, detailWidths, backing);
 
     m_sidebar->setObjectName(QStringLiteral("sidebar"));
