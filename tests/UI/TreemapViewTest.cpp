@@ -452,37 +452,4 @@ TEST_F(TreemapViewTest, TellsAssistiveProgramsEveryRectangle)
     EXPECT_EQ(list->childCount(), static_cast<int>(m_view.computedRects().size()));
 }
 
-/// Notes down the children that events are about while an assistive program is there.
-class AssistiveProgram final {
-public:
-    AssistiveProgram()
-    {
-        selected.clear();
-        QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
-            if (event->type() == QAccessible::Selection) {
-                selected.push_back(event->child());
-            }
-        });
-        QAccessible::setActive(true);
-    }
-    ~AssistiveProgram()
-    {
-        QAccessible::setActive(false);
-        QAccessible::installUpdateHandler(nullptr);
-    }
-    AssistiveProgram(const AssistiveProgram&) = delete;
-    AssistiveProgram& operator=(const AssistiveProgram&) = delete;
-
-    static inline std::vector<int> selected;
-};
-
-TEST_F(TreemapViewTest, TellsAssistiveProgramsWhatIsSelected)
-{
-    showTree();
-    const AssistiveProgram program;
-    click(centerOf("deep"));
-    const auto position = TreemapDecisions::positionOf(m_view.computedRects(), nodeNamed("deep").id());
-    EXPECT_EQ(program.selected, std::vector<int>{static_cast<int>(position.value())});
-}
-
 } // namespace morlaine
