@@ -8,8 +8,8 @@
 namespace morlaine {
 
 /// Fills upright rectangles, as many as a treemap has. The edge of a rectangle may lie anywhere within a pixel, which
-/// then takes its share of the colour. The toolkit's painter can do the same, but takes it for a path in general, which
-/// costs fifty times as much.
+/// then takes its share of the colour. The toolkit's painter can do the same, but takes it for a path in general: on
+/// 50,000 rectangles it was measured to take three to four times as long.
 class RectangleFiller {
 public:
     /// `image` is opaque (RGB32) and outlives the filler, which draws on it with `scale` pixels to a point.
