@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <random>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int fileCount = 200'000;
 constexpr int deepest = 12;
+constexpr unsigned seed = 20'010'101;
 constexpr std::array<std::string_view, 10> extensions{"jpg",  "mp4", "so",  "h",  "txt",
                                                       "json", "zip", "png", "py", "dat"};
 
@@ -26,7 +28,7 @@ public:
     [[nodiscard]] int below(int limit) { return static_cast<int>(m_generator() % static_cast<unsigned>(limit)); }
 
 private:
-    std::mt19937 m_generator{20'010'101};
+    std::mt19937 m_generator{seed};
 };
 
 std::string nameOf(int number, Dice& dice)
@@ -64,7 +66,9 @@ struct Plan {
 
 void makeGeneratedTree(const std::filesystem::path& folder)
 {
-    const std::filesystem::path finished = folder.native() + ".finished";
+    std::ostringstream parameters;
+    parameters << '.' << fileCount << '-' << deepest << '-' << seed << ".finished";
+    const std::filesystem::path finished = folder.native() + parameters.str();
     if (std::filesystem::exists(finished)) {
         return;
     }

@@ -1,12 +1,20 @@
 #include "GeneratedTree.h"
 #include "JsonBenchmark.h"
 #include "ScanBenchmark.h"
+#include "SearchBenchmark.h"
 #include "TreemapBenchmark.h"
+#include "TreemapViewBenchmark.h"
+#include "WatchedApplication.h"
+#include "WindowBenchmark.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <exception>
 #include <filesystem>
+#include <iostream>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -23,6 +31,9 @@ std::string treeFromArguments(int& argc, char** argv)
         std::string tree(std::string_view(*flag).substr(treeFlag.size()));
         std::rotate(flag, flag + 1, argv + argc);
         --argc;
+        if (!std::filesystem::is_directory(tree)) {
+            throw std::runtime_error(tree + " is no folder");
+        }
         return tree;
     }
     const std::filesystem::path tree =
@@ -34,7 +45,7 @@ std::string treeFromArguments(int& argc, char** argv)
 } // namespace
 
 int main(int argc, char** argv)
-{
+try {
     const std::string tree = treeFromArguments(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
@@ -43,6 +54,22 @@ int main(int argc, char** argv)
     morlaine::bench::registerScanBenchmarks(tree);
     morlaine::bench::registerJsonBenchmarks();
     morlaine::bench::registerTreemapBenchmarks(tree);
+
+    // Only for those that need one: what an application holds and does would show in the measurements of the others.
+    std::optional<morlaine::bench::WatchedApplication> application;
+    const auto startApplication = [&]() -> morlaine::bench::WatchedApplication& {
+        if (!application) {
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+            application.emplace(argc, argv);
+        }
+        return *application;
+    };
+    morlaine::bench::registerSearchBenchmarks(tree, startApplication);
+    morlaine::bench::registerTreemapViewBenchmarks(tree, startApplication);
+    morlaine::bench::registerWindowBenchmarks(startApplication);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
+} catch (const std::exception& failure) {
+    std::cerr << failure.what() << '\n';
+    return 1;
 }

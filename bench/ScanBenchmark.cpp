@@ -32,7 +32,10 @@ void runDu(const std::string& tree)
     if (failure != 0) {
         throw std::runtime_error("du cannot be started");
     }
-    ::waitpid(process, nullptr, 0);
+    int status = 0;
+    if (::waitpid(process, &status, 0) != process || status != 0) {
+        throw std::runtime_error("du has failed, so that its time says nothing");
+    }
 }
 
 /// Must come first in the process: memory that an earlier tree left behind would be used again.

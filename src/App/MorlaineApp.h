@@ -1,23 +1,31 @@
 #pragma once
 
-#include "UI/Views/MainView.h"
+#include "UI/Styles/DesktopAppearance.h"
 
 #include <QApplication>
 
+#include <memory>
+
 namespace morlaine {
+
+class MainView;
 
 /// The running program: the toolkit's application object and the one window, which lives as long as it.
 class MorlaineApp {
 public:
     /// `argc` and `argv` must outlive the object.
     MorlaineApp(int& argc, char** argv);
+    ~MorlaineApp();
+    MorlaineApp(const MorlaineApp&) = delete;
+    MorlaineApp& operator=(const MorlaineApp&) = delete;
 
     /// Shows the window; returns the process's exit code once the window is closed.
     [[nodiscard]] int run();
 
 private:
     QApplication m_application;
-    MainView m_mainView;
+    DesktopAppearance m_appearance;
+    std::unique_ptr<MainView> m_mainView;
 };
 
 } // namespace morlaine

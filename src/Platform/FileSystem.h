@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,16 +14,16 @@
 namespace morlaine {
 
 /// What the file system tells of one item without opening it or following it. A value that the system does not
-/// give is absent; the other flags are false then.
+/// give is absent; a flag that it does not give is false.
 struct ResourceValues {
     std::optional<std::int64_t> fileSize;           // bytes of content; absent for a folder
     std::optional<std::int64_t> totalAllocatedSize; // bytes on the volume, all that belongs to the item
     std::optional<std::int64_t> allocatedSize;      // bytes on the volume
     std::optional<std::uint64_t> volumeIdentifier;  // equal for all items of a volume
-    std::optional<bool> isDirectory;
-    bool isPackage = false; // a folder that people take for one thing, such as an application bundle
+    std::optional<bool> isDirectory; // true for packages and for folders on which something is mounted, too
+    bool isPackage = false;          // a folder that people take for one thing, such as an application bundle
     bool isSymbolicLink = false;
-    bool isVolume = false; // something is mounted here
+    bool isVolume = false; // a folder or file on which something is mounted
 
     friend bool operator==(const ResourceValues&, const ResourceValues&) = default;
 };
@@ -65,11 +66,11 @@ public:
     Folder& operator=(const Folder&) = delete;
 
     /// Puts everything in the folder but `.` and `..` into `contents`, which is empty. False when the folder cannot be
-    /// listed to its end; what `contents` holds then has no meaning.
-    [[nodiscard]] virtual bool list(FolderContents& contents) = 0;
+    /// listed to its end, or soon after `stop` was triggered; what `contents` holds then has no meaning. Called once.
+    [[nodiscard]] virtual bool list(FolderContents& contents, const std::stop_token& stop) = 0;
 
-    /// The folder of that name in this one. Never fails: what is not there or no folder cannot be
-    /// listed.
+    /// The folder of that name in this one. Never fails: what is not there, is no folder, or has something mounted on
+    /// it cannot be listed.
     [[nodiscard]] virtual std::unique_ptr<Folder> folder(std::string_view name) = 0;
 };
 

@@ -23,8 +23,12 @@ public:
     explicit AtomicFile(const FileUrl& target);
     ~AtomicFile() override;
 
-    /// False when anything failed, now or while writing.
+    /// False when anything failed, now or while writing. A crash of the machine soon after may undo it as a whole.
     [[nodiscard]] bool commit();
+
+    /// Removes the temporary files of `*.json` that programs which were killed while writing have left in the folder.
+    /// One that was written to within a day is spared, since its writer may be at work.
+    static void removeAbandoned(const FileUrl& folder);
 
 protected:
     qint64 readData(char* data, qint64 maxSize) override;

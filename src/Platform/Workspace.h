@@ -21,8 +21,8 @@ public:
     /// The running desktop's.
     [[nodiscard]] static std::shared_ptr<Workspace> native();
 
-    /// Shows the item at the absolute `path` (exact bytes), selected, in the desktop's file manager, which opens the
-    /// folder at `rootPath`, or with an empty one the folder that holds the item.
+    /// Shows the item at the absolute `path` (exact bytes), selected, in the desktop's file manager. Where none can do
+    /// that, the folder at `rootPath` is opened instead, or with an empty one the folder that holds the item.
     virtual void selectFile(const std::string& path, const std::string& rootPath) = 0;
 
     /// Opens the item with its default application.

@@ -1,11 +1,15 @@
 #include "Utilities/FileUrl.h"
 
+#include "Utilities/Hex.h"
+
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <new>
+#include <utility>
 #include <vector>
 
 namespace morlaine {
@@ -42,16 +46,6 @@ constexpr std::array<bool, 256> plainCharacters = [] {
     }
     return plain;
 }();
-
-std::optional<unsigned> hexDigit(char c)
-{
-    constexpr std::string_view digits = "0123456789ABCDEFabcdef";
-    const std::size_t position = digits.find(c);
-    if (position == std::string_view::npos) {
-        return std::nullopt;
-    }
-    return static_cast<unsigned>(position < 16 ? position : position - 6);
-}
 
 } // namespace
 
@@ -111,7 +105,7 @@ FileUrl::Segment* FileUrl::makeSegment(Segment* folder, std::string_view bytes)
 {
     auto* segment = static_cast<Segment*>(::operator new(sizeof(Segment) + bytes.size()));
     ::new (segment) Segment{1, static_cast<std::uint32_t>(bytes.size()), folder};
-    std::memcpy(segment->bytes(), bytes.data(), bytes.size());
+    bytes.copy(segment->bytes(), bytes.size());
     return segment;
 }
 
@@ -128,10 +122,6 @@ void FileUrl::release(Segment* segment) noexcept
 
 FileUrl FileUrl::appending(std::string_view component) const
 {
-    if (component.empty() || component.find('/') != std::string_view::npos ||
-        component.find('\0') != std::string_view::npos) {
-        return fromPath(path() + '/' + std::string(component));
-    }
     FileUrl folder = asFolder();
     Segment* segment = makeSegment(folder.m_segment, component);
     folder.m_segment = nullptr; // the new segment holds it now
@@ -221,13 +211,12 @@ std::string FileUrl::absoluteString() const
 
 void FileUrl::appendPercentEncoded(std::string_view bytes, std::string& text)
 {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
         if (plainCharacters[byte]) {
             text += c;
         } else {
-            text += {'%', digits[byte >> 4], digits[byte & 0x0F]};
+            text += {'%', hexDigit(byte >> 4U), hexDigit(byte & 0x0FU)};
         }
     }
 }
@@ -242,12 +231,12 @@ std::optional<std::string> FileUrl::percentDecoded(std::string_view text)
             return std::nullopt;
         }
         if (c == '%') {
-            const auto high = i + 2 < text.size() ? hexDigit(text[i + 1]) : std::nullopt;
-            const auto low = i + 2 < text.size() ? hexDigit(text[i + 2]) : std::nullopt;
-            if (!high || !low) {
+            const int high = i + 2 < text.size() ? hexValue(text[i + 1]) : -1;
+            const int low = i + 2 < text.size() ? hexValue(text[i + 2]) : -1;
+            if (high < 0 || low < 0) {
                 return std::nullopt;
             }
-            c = static_cast<char>(*high * 16 + *low);
+            c = static_cast<char>(high * 16 + low);
             i += 2;
         }
         if (c == '\0') {

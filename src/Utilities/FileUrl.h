@@ -30,7 +30,7 @@ public:
     FileUrl& operator=(FileUrl&& other) noexcept;
     ~FileUrl() { release(m_segment); }
 
-    /// The location of `component` (one file name, neither empty nor with a slash) inside this folder.
+    /// The location of `component` inside this folder. Requires one file name: not empty, without slash and NUL.
     [[nodiscard]] FileUrl appending(std::string_view component) const;
 
     /// This url as the urls appended to it share it: without trailing slashes.

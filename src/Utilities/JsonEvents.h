@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 namespace morlaine {
@@ -27,7 +28,8 @@ using JsonScalar = std::variant<std::nullptr_t, bool, std::int64_t, HugeInteger,
 /// The number that a JSON text means; nothing when no double comes near it.
 [[nodiscard]] std::optional<JsonScalar> numberFromText(std::string_view text) noexcept;
 
-/// Turns the parser's many events into few, and passes over the values of unknown members, whatever they hold.
+/// Turns the parser's many events into few, and passes over the values of unknown members, whatever they hold: any JSON
+/// in UTF-8, but for numbers beyond 1e308 (0e400 is one of them), which the parser itself may refuse.
 ///
 /// `Reader` derives from this and has the private members (with this class as a friend) `bool isAtUnknownMember()`,
 /// `void key(std::string_view)`, and `bool scalar(const JsonScalar&)`, `bool beginObject()`, `bool endObject()`,
@@ -42,8 +44,11 @@ public:
     bool Bool(bool flag) { return value(flag); }
     bool RawNumber(const char* text, rapidjson::SizeType length, bool)
     {
+        if (isIgnored()) {
+            return true;
+        }
         const std::optional<JsonScalar> number = numberFromText({text, length});
-        return number ? value(*number) : refuse("a number is too large or too small");
+        return number ? reader().scalar(*number) : refuse("a number is too large or too small");
     }
     bool Int(int) { return refuseOther(); }
     bool Uint(unsigned) { return refuseOther(); }
@@ -81,21 +86,20 @@ private:
     /// The parser hands over all numbers as texts.
     [[nodiscard]] bool refuseOther() { return refuse("a number came without its text"); }
 
-    bool value(const JsonScalar& scalar)
-    {
-        return m_ignoredDepth > 0 || reader().isAtUnknownMember() || reader().scalar(scalar);
-    }
+    [[nodiscard]] bool isIgnored() { return m_ignoredDepth > 0 || reader().isAtUnknownMember(); }
+
+    bool value(const JsonScalar& scalar) { return isIgnored() || reader().scalar(scalar); }
     bool beginIgnored()
     {
-        const bool isIgnored = m_ignoredDepth > 0 || reader().isAtUnknownMember();
-        m_ignoredDepth += isIgnored ? 1 : 0;
-        return isIgnored;
+        const bool begins = isIgnored();
+        m_ignoredDepth += begins ? 1 : 0;
+        return begins;
     }
     bool endIgnored()
     {
-        const bool isIgnored = m_ignoredDepth > 0;
-        m_ignoredDepth -= isIgnored ? 1 : 0;
-        return isIgnored;
+        const bool ends = m_ignoredDepth > 0;
+        m_ignoredDepth -= ends ? 1 : 0;
+        return ends;
     }
 
     std::size_t m_ignoredDepth = 0; // open brackets below an unknown member

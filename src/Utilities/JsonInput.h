@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string_view>
 
@@ -152,21 +153,24 @@ namespace morlaine {
 /// Parses the one JSON value that `source` (open for reading) holds from here to its end, and hands its events to
 /// `handler`, RapidJSON's kind with `const std::string& fault() const` beside: the reason for which an event was
 /// refused. Nothing when all went well. Neither deep nesting nor a long string costs more than a bounded amount of
-/// memory here, and nothing of the machine stack. Whether texts are UTF-8 is left to the handler, which is faster at
-/// it.
+/// memory here, and nothing of the machine stack; where memory runs out all the same, that is a fault like others.
+/// Whether texts are UTF-8 is left to the handler, which is faster at it.
 template <typename Handler>
 [[nodiscard]] std::optional<DecodeError> parseJson(QIODevice& source, Handler& handler)
 {
     // Numbers come as texts: the parser's own conversion is undefined for some that are zero.
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
-    // The buffer is too large for the stack of a small thread.
-    const auto input = std::make_unique<BufferedInput>(source);
+    std::unique_ptr<BufferedInput> input;
     rapidjson::ParseResult result;
     try {
+        // The buffer is too large for the stack of a small thread.
+        input = std::make_unique<BufferedInput>(source);
         JsonParser parser;
         result = parser.Parse<flags>(*input, handler);
     } catch (const ParserStackExhausted&) {
         return DecodeError{"a string is too long or brackets nest too deep", input->Tell()};
+    } catch (const std::bad_alloc&) {
+        return DecodeError{"out of memory", input ? input->Tell() : 0};
     }
     if (input->hasFailed()) {
         return DecodeError{"the file cannot be read", input->Tell()};

@@ -1,6 +1,6 @@
 #include "Utilities/Utf8.h"
 
-#include <QString>
+#include <QStringDecoder>
 #include <QUtf8StringView>
 
 #include <cstdint>
@@ -41,10 +41,17 @@ bool isValidUtf8(std::string_view bytes) noexcept
            QUtf8StringView(bytes.data(), static_cast<qsizetype>(bytes.size())).isValidUtf8();
 }
 
+QString textOfUtf8(std::string_view bytes)
+{
+    // QString::fromUtf8 takes U+FEFF at the start for a mark of the encoding, and drops it.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
+}
+
 std::string validUtf8(std::string_view bytes)
 {
-    return isValidUtf8(bytes) ? std::string(bytes)
-                              : QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size())).toStdString();
+    return isValidUtf8(bytes) ? std::string(bytes) : textOfUtf8(bytes).toStdString();
 }
 
 } // namespace morlaine

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <string>
 #include <string_view>
 
@@ -8,7 +10,11 @@ namespace morlaine {
 /// Whether the bytes are well-formed UTF-8. Quickest for ASCII. Any thread.
 [[nodiscard]] bool isValidUtf8(std::string_view bytes) noexcept;
 
-/// The text that the bytes are, with U+FFFD for what is no UTF-8. Any thread.
+/// The text that the bytes are, with U+FFFD for what is no UTF-8. U+FEFF at the start is a character like any other.
+/// Any thread.
+[[nodiscard]] QString textOfUtf8(std::string_view bytes);
+
+/// The same as UTF-8. Any thread.
 [[nodiscard]] std::string validUtf8(std::string_view bytes);
 
 } // namespace morlaine

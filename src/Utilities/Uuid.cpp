@@ -1,5 +1,7 @@
 #include "Utilities/Uuid.h"
 
+#include "Utilities/Hex.h"
+
 #include <algorithm>
 #include <cstring>
 #include <random>
@@ -11,20 +13,6 @@ namespace {
 constexpr bool isHyphenPosition(std::size_t position)
 {
     return position == 8 || position == 13 || position == 18 || position == 23;
-}
-
-constexpr int hexValue(char c)
-{
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    if (c >= 'A' && c <= 'F') {
-        return c - 'A' + 10;
-    }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
-    }
-    return -1;
 }
 
 std::mt19937_64 seededGenerator()
@@ -73,15 +61,14 @@ std::optional<Uuid> Uuid::fromText(std::string_view text) noexcept
 
 Uuid::Text Uuid::text() const noexcept
 {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     Text text;
     std::size_t position = 0;
     for (const std::uint8_t byte : m_bytes) {
         if (isHyphenPosition(position)) {
             text[position++] = '-';
         }
-        text[position++] = digits[byte >> 4];
-        text[position++] = digits[byte & 0x0F];
+        text[position++] = hexDigit(byte >> 4);
+        text[position++] = hexDigit(byte & 0x0F);
     }
     return text;
 }

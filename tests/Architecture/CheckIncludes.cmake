@@ -17,7 +17,7 @@ set(UI_below Utilities Platform Core Services State)
 set(App_below Utilities Platform Core Services State UI)
 
 # The Linux sources that talk to the desktop instead of the file system: these may use the whole of Qt.
-set(desktop_sources "^Platform/Linux/[A-Za-z]*(Workspace|FolderChooser|Appearance)\\.(h|cpp)$")
+set(desktop_sources "^Platform/Linux/[A-Za-z]*(Workspace|FolderChooser|Appearance|SessionBus)\\.(h|cpp)$")
 
 function(layer_of path result)
     if(path MATCHES "^UI/Views/(MainViewModel|VolumeInfo|FavoriteFolder)[A-Za-z]*\\.")

@@ -19,7 +19,7 @@ public:
     {
     }
 
-    [[nodiscard]] bool list(FolderContents& contents) override
+    [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop) override
     {
         {
             const std::lock_guard lock(m_fileSystem.m_mutex);
@@ -29,7 +29,7 @@ public:
             m_fileSystem.onListing(m_path);
         }
         const Item* item = m_fileSystem.find(m_path);
-        if (item == nullptr || !item->isListable) {
+        if (item == nullptr || !item->isListable || stop.stop_requested()) {
             return false;
         }
         for (const std::string& name : item->entries) {

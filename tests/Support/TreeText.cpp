@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
+#include <set>
 #include <stdexcept>
 #include <vector>
 
@@ -91,6 +93,16 @@ std::string textOfTree(const FileNode& root)
         },
         [&](const FileNode&) { --level; });
     return text;
+}
+
+bool childrenShareOneFolder(const FileNode& folder)
+{
+    std::set<const char*> folders;
+    for (const FileNode& child : folder.childrenOrNone()) {
+        const std::optional<FileUrl> shared = child.url().sharedFolder();
+        folders.insert(shared ? shared->lastPathComponent().data() : nullptr);
+    }
+    return folders.size() == 1 && !folders.contains(nullptr);
 }
 
 FileNode chainOfFolders(int depth)

@@ -1,30 +1,203 @@
 #include "UI/Views/MainView.h"
 
-#include <QTest>
+#include "Support/FakeFolderChooser.h"
+#include "Support/Gate.h"
+#include "Support/ModelFixture.h"
+#include "UI/Views/AnalysisView.h"
+#include "UI/Views/OnboardingView.h"
+#include "UI/Views/SideColumn.h"
 
-#include <gtest/gtest.h>
+#include <QAction>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <gmock/gmock.h>
+
+#include <memory>
 
 namespace morlaine {
+namespace {
 
-TEST(MainViewTest, IsTitledMorlaine)
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class MainViewTest : public testing::Test, protected test::ModelFixture {
+protected:
+    MainViewTest()
+    {
+        model.reset(); // the window makes its own
+        fileSystem->addFile("/r/sub/b", 4);
+        window =
+            std::make_unique<MainView>(MainViewModel::Environment{fileSystem, volumes, userFolders, workspace, *store},
+                                       std::make_unique<test::FakeFolderChooser>(chooser));
+        window->show();
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    [[nodiscard]] MainViewModel& state() { return window->viewModel(); }
+
+    /// Scans with the model's own operation and waits until the window shows the tree.
+    void showTree()
+    {
+        state().scan(FileUrl::fromPath("/r"));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return window->findChild<AnalysisView*>() != nullptr; }, 30'000));
+    }
+
+    [[nodiscard]] QToolButton* button(const char* name) const
+    {
+        for (QToolButton* candidate : window->findChildren<QToolButton*>()) {
+            if (candidate->accessibleName() == QLatin1StringView(name) ||
+                candidate->text() == QLatin1StringView(name)) {
+                return candidate;
+            }
+        }
+        return nullptr;
+    }
+
+    void press(int key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(target(), Qt::Key(key), modifiers); }
+    [[nodiscard]] QWidget* target() const
+    {
+        return window->focusWidget() != nullptr ? window->focusWidget() : window.get();
+    }
+
+    [[nodiscard]] SideColumn* column(const char* name) const
+    {
+        return window->findChild<SideColumn*>(QLatin1StringView(name));
+    }
+
+    /// Whether the column comes to rest at that width.
+    [[nodiscard]] bool settles(const char* name, int width) const
+    {
+        return QTest::qWaitFor([this, name, width] {
+            return width == 0 ? column(name)->isHidden() : column(name)->isVisible() && column(name)->width() == width;
+        });
+    }
+
+    test::FakeFolderChooser::Log chooser;
+    std::unique_ptr<MainView> window;
+};
+
+TEST_F(MainViewTest, BeginsWithTheWelcome)
 {
-    const MainView view;
-    EXPECT_EQ(view.windowTitle(), QStringLiteral("Morlaine"));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Morlaine"));
+    EXPECT_TRUE(window->findChild<OnboardingView*>()->isVisible());
+    EXPECT_FALSE(button("Go Back")->isEnabled());
+    EXPECT_FALSE(button("Go Forward")->isEnabled());
+    EXPECT_TRUE(button("Scan Folder...")->isVisible());
+    EXPECT_FALSE(button("Cancel")->isVisible());
+    EXPECT_EQ(column("sidebar")->width(), 240);
+    EXPECT_EQ(column("inspector")->width(), 280);
 }
 
-TEST(MainViewTest, KeepsItsMinimumContentSizeWhenResizedSmaller)
+TEST_F(MainViewTest, NeverShrinksBelowItsContent)
 {
-    MainView view;
-    view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
-    const auto hasContentSize = [&view](QSize size) {
-        return QTest::qWaitFor([&view, size] { return view.centralWidget()->size() == size; });
-    };
-
-    view.resize(1200, 900);
-    ASSERT_TRUE(hasContentSize({1200, 900}));
-    view.resize(100, 100);
-    EXPECT_TRUE(hasContentSize({960, 640}));
+    window->resize(100, 100);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window->centralWidget()->size() == QSize(960, 640); }));
+    press(Qt::Key_S, Qt::ControlModifier);
+    press(Qt::Key_I, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_TRUE(settles("sidebar", 0));
+    EXPECT_TRUE(settles("inspector", 0));
+    window->resize(100, 100);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window->centralWidget()->size() == QSize(960, 640); }));
 }
 
+TEST_F(MainViewTest, TogglesItsColumns)
+{
+    const char* const hide = "Hide Disks Sidebar (⌥⌘S or ⌘S)";
+    const char* const show = "Show Disks Sidebar (⌥⌘S or ⌘S)";
+    EXPECT_EQ(button("Disks Sidebar")->toolTip().toStdString(), hide);
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_FALSE(window->isSidebarVisible());
+    EXPECT_EQ(button("Disks Sidebar")->toolTip().toStdString(), show);
+    EXPECT_TRUE(settles("sidebar", 0));
+    press(Qt::Key_S, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_TRUE(settles("sidebar", 240)) << "as wide as before";
+    EXPECT_EQ(button("Disks Sidebar")->toolTip().toStdString(), hide);
+    QTest::mouseClick(button("Inspector"), Qt::LeftButton);
+    press(Qt::Key_I, Qt::ControlModifier | Qt::AltModifier);
+    QTest::mouseClick(button("Inspector"), Qt::LeftButton);
+    EXPECT_EQ(button("Inspector")->toolTip().toStdString(), "Show Inspector (⌥⌘I)");
+    EXPECT_TRUE(settles("inspector", 0)) << "however often the movement turned round";
+}
+
+TEST_F(MainViewTest, ScansTheFolderThatIsChosen)
+{
+    press(Qt::Key_O, Qt::ControlModifier);
+    for (QPushButton* candidate : window->findChildren<QPushButton*>()) {
+        if (candidate->text() == QStringLiteral("Select Folder to Scan...")) {
+            QTest::mouseClick(candidate, Qt::LeftButton);
+        }
+    }
+    EXPECT_THAT(chooser.requests, ElementsAre("Select Folder to Scan/Scan", "no title/Scan"));
+    EXPECT_FALSE(state().scanner().isScanning()) << "nothing was chosen yet";
+    chooser.onChosen(FileUrl::fromPath("/r"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->findChild<AnalysisView*>() != nullptr; }, 30'000));
+    EXPECT_FALSE(window->findChild<OnboardingView*>()->isVisible());
+    EXPECT_EQ(state().scanHistory().size(), 1U);
+    state().scan(FileUrl::fromPath("/r"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<OnboardingView*>()->isVisible(); }));
+}
+
+TEST_F(MainViewTest, OffersToCancelWhileItScans)
+{
+    test::Gate gate;
+    fileSystem->onListing = [&gate](const std::string&) { gate.pass(); };
+    state().scan(FileUrl::fromPath("/r"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return button("Cancel")->isVisible(); }));
+    EXPECT_FALSE(button("Scan Folder...")->isVisible());
+    press(Qt::Key_O, Qt::ControlModifier);
+    EXPECT_THAT(chooser.requests, IsEmpty()) << "the shortcut goes with its button";
+    QTest::mouseClick(button("Cancel"), Qt::LeftButton);
+    EXPECT_FALSE(state().scanner().isScanning());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return button("Scan Folder...")->isVisible(); }));
+    state().scan(FileUrl::fromPath("/r"));
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(state().scanner().isScanning());
+    gate.open();
+}
+
+TEST_F(MainViewTest, LeavesTheZoomedFolderWithEscape)
+{
+    showTree();
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(state().canGoBack()) << "nothing to leave";
+    state().zoomIn(test::nodeNamed(*state().currentRootNode(), "sub"));
+    press(Qt::Key_Escape);
+    EXPECT_THAT(state().zoomStack(), IsEmpty());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return button("Go Back")->isEnabled(); }));
+    QTest::mouseClick(button("Go Back"), Qt::LeftButton);
+    EXPECT_TRUE(state().canGoForward());
+}
+
+TEST_F(MainViewTest, OpensTheSelectionWithSpaceUnlessSpaceMeansSomethingElse)
+{
+    press(Qt::Key_Space);
+    EXPECT_THAT(workspace->calls, IsEmpty()) << "nothing is selected";
+    showTree();
+    window->setFocus();
+    press(Qt::Key_Space);
+    EXPECT_THAT(workspace->calls, ElementsAre("open /r"));
+
+    auto* field = new QLineEdit(window->centralWidget());
+    auto* pushed = new QPushButton(window->centralWidget());
+    int presses = 0;
+    QObject::connect(pushed, &QPushButton::clicked, [&presses] { ++presses; });
+    field->show();
+    pushed->show();
+    field->setFocus();
+    press(Qt::Key_Space);
+    EXPECT_EQ(field->text(), QStringLiteral(" "));
+    pushed->setFocus();
+    press(Qt::Key_Space);
+    EXPECT_EQ(presses, 1);
+    EXPECT_EQ(workspace->calls.size(), 1U);
+}
+
+} // namespace
 } // namespace morlaine

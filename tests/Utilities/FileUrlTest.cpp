@@ -105,7 +105,6 @@ TEST(FileUrl, AppendsComponentsAndSharesTheFolder)
     EXPECT_EQ(child.sharedFolder(), folder.appending("c"));
     EXPECT_FALSE(folder.sharedFolder());
     EXPECT_EQ(FileUrl::fromPath("/").appending("x").path(), "/x");
-    EXPECT_EQ(FileUrl::fromPath("/a").appending("b/c").path(), "/a/b/c");
 }
 
 TEST(FileUrl, IsEqualByItsTextHoweverItWasMade)

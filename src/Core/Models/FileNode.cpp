@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
-#include <cstring>
 #include <new>
 
 namespace morlaine {
@@ -93,7 +92,7 @@ FileNode::Record* FileNode::Record::make(const Uuid& id, const FileUrl& location
     void* memory = ::operator new(allocationSize(name.size(), childCount));
     auto* record =
         ::new (memory) Record{1, static_cast<std::uint32_t>(name.size()), size, location, id, fileCategory, flags};
-    std::memcpy(record->nameBytes(), name.data(), name.size());
+    name.copy(record->nameBytes(), name.size());
     return record;
 }
 
@@ -191,6 +190,13 @@ FileNode& FileNode::operator=(const FileNode& other) noexcept
 {
     FileNode copy(other);
     std::swap(m_record, copy.m_record);
+    return *this;
+}
+
+FileNode& FileNode::operator=(FileNode&& other) noexcept
+{
+    FileNode moved(std::move(other));
+    std::swap(m_record, moved.m_record);
     return *this;
 }
 

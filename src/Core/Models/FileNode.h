@@ -40,11 +40,7 @@ public:
     FileNode(const FileNode& other) noexcept;
     FileNode(FileNode&& other) noexcept : m_record(std::exchange(other.m_record, nullptr)) {}
     FileNode& operator=(const FileNode& other) noexcept;
-    FileNode& operator=(FileNode&& other) noexcept
-    {
-        std::swap(m_record, other.m_record);
-        return *this;
-    }
+    FileNode& operator=(FileNode&& other) noexcept;
     ~FileNode() { release(m_record); }
 
     /// Identity: two nodes are the same item of the same scan when their ids are equal.
@@ -56,7 +52,8 @@ public:
     /// The name for people, valid UTF-8. The view lasts as long as any copy of this node.
     [[nodiscard]] std::string_view name() const noexcept;
 
-    /// Bytes on disk. A folder's is the sum of its children's.
+    /// Bytes: of a file the smaller of its length and what is allocated for it, of a package the sum of its files, of a
+    /// folder the sum of its children.
     [[nodiscard]] std::int64_t size() const noexcept;
 
     [[nodiscard]] bool isDirectory() const noexcept;

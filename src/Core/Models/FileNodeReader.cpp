@@ -17,6 +17,8 @@ constexpr std::size_t deepestLevel = 100'000;
 struct Level {
     Uuid id;
     std::optional<FileUrl> url;
+    std::optional<FileUrl> folder;       // the url as what the folder holds shares it, known while that is read
+    std::size_t childUrlStartLength = 0; // of the text with which the urls of that begin, once it was needed
     std::string name;
     std::int64_t size = 0;
     bool isDirectory = false;
@@ -26,13 +28,13 @@ struct Level {
     JsonKey key = JsonKey::unknown;
     std::uint8_t seenKeys = 0;
     bool isInChildren = false;
-    std::string childUrlStart; // the text with which the urls of what this folder holds begin, if its own is known
 
     void reset()
     {
         seenKeys = 0;
         isInChildren = false;
         url.reset();
+        folder.reset();
         children.reset();
     }
 };
@@ -57,10 +59,13 @@ private:
     [[nodiscard]] bool expectsNode() { return m_depth == 0 || level().isInChildren; }
     [[nodiscard]] bool refuseType(std::string_view found);
     [[nodiscard]] bool string(std::string_view text);
-    [[nodiscard]] std::optional<FileUrl> url(std::string_view text) const;
+    [[nodiscard]] std::optional<FileUrl> url(std::string_view text);
+    [[nodiscard]] bool isInFolder(std::string_view text, Level& folder);
 
     std::vector<Level> m_levels;
     std::size_t m_depth = 0;
+    std::string m_childUrlStart; // with which the urls of what a folder holds begin, for one open folder only
+    std::size_t m_childUrlStartDepth = 0;
     std::optional<FileNode> m_root;
 };
 
@@ -126,20 +131,38 @@ bool NodeReader::string(std::string_view text)
 
 /// The url of a child that stands in its folder's url is appended to that, so that a tree that is read shares its
 /// paths like one that was scanned.
-std::optional<FileUrl> NodeReader::url(std::string_view text) const
+std::optional<FileUrl> NodeReader::url(std::string_view text)
 {
     if (m_depth > 1) {
-        const Level& folder = m_levels[m_depth - 2];
-        const std::string_view start = folder.childUrlStart;
-        if (folder.url && text.size() > start.size() && text.starts_with(start) &&
-            text.find('/', start.size()) == std::string_view::npos) {
-            const auto component = FileUrl::percentDecoded(text.substr(start.size()));
+        Level& above = m_levels[m_depth - 2];
+        if (above.folder && isInFolder(text, above)) {
+            const auto component = FileUrl::percentDecoded(text.substr(above.childUrlStartLength));
             if (component && component->find('/') == std::string::npos) {
-                return folder.url->appending(*component);
+                return above.folder->appending(*component);
             }
         }
     }
     return FileUrl::parse(text);
+}
+
+/// Whether the text is that of `folder`, the innermost but one, with one component more. The text of the folder is kept
+/// for the one that was asked for last, since those of all open folders would take the square of their depth. It is
+/// made again only for a text that is longer, so that reading takes linear time.
+bool NodeReader::isInFolder(std::string_view text, Level& folder)
+{
+    if (text.size() <= folder.childUrlStartLength) {
+        return false;
+    }
+    if (m_childUrlStartDepth != m_depth - 1) {
+        m_childUrlStartDepth = m_depth - 1;
+        m_childUrlStart = folder.folder->absoluteString();
+        if (!m_childUrlStart.ends_with('/')) {
+            m_childUrlStart += '/';
+        }
+        folder.childUrlStartLength = m_childUrlStart.size();
+    }
+    return text.size() > m_childUrlStart.size() && text.starts_with(m_childUrlStart) &&
+           text.find('/', m_childUrlStart.size()) == std::string_view::npos;
 }
 
 bool NodeReader::beginObject()
@@ -185,12 +208,9 @@ bool NodeReader::beginArray()
     Level& folder = level();
     folder.isInChildren = true;
     folder.children.emplace();
-    if (folder.url) {
-        folder.childUrlStart = folder.url->asFolder().absoluteString();
-        if (!folder.childUrlStart.ends_with('/')) {
-            folder.childUrlStart += '/';
-        }
-    }
+    folder.folder = folder.url ? std::optional(folder.url->asFolder()) : std::nullopt;
+    folder.childUrlStartLength = 0;
+    m_childUrlStartDepth = 0;
     return true;
 }
 

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <deque>
 #include <utility>
-#include <vector>
 
 namespace morlaine {
 
-/// The levels of a descent, each standing on the one below it. However it ends, the topmost level goes first.
+/// The levels of a descent, each standing on the one below it. A level stays where it is until it is popped. However
+/// the descent ends, the topmost level goes first.
 template <typename Level>
 class DescentStack {
 public:
@@ -31,7 +32,7 @@ public:
     }
 
 private:
-    std::vector<Level> m_levels;
+    std::deque<Level> m_levels;
 };
 
 } // namespace morlaine

@@ -2,6 +2,7 @@
 
 #include "Core/Scanner/DiskWalk.h"
 #include "Platform/BackgroundWork.h"
+#include "Utilities/Utf8.h"
 
 #include <QTimer>
 
@@ -22,11 +23,6 @@ constexpr std::chrono::milliseconds clockInterval{100};
 QString cancellationMessage()
 {
     return QStringLiteral("Scan cancelled by user.");
-}
-
-QString textOfBytes(const std::string& bytes)
-{
-    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
 
 QString descriptionOf(const std::exception& error)
@@ -86,7 +82,7 @@ private:
 };
 
 DiskScanner::DiskScanner(std::shared_ptr<const FileSystem> fileSystem, QObject* parent)
-    : QObject(parent)
+    : ObservableObject(parent)
     , m_fileSystem(std::move(fileSystem))
 {
 }
@@ -101,7 +97,7 @@ DiskScanner::~DiskScanner()
 void DiskScanner::startScan(const FileUrl& url)
 {
     cancelScan();
-    publish(m_currentPath, textOfBytes(url.path()));
+    publish(m_currentPath, textOfUtf8(url.path()));
     publish(m_scannedFilesCount, 0);
     publish(m_scannedDirsCount, 0);
     publish(m_totalSize, 0);
@@ -172,7 +168,7 @@ void DiskScanner::showProgress(const std::string& path, std::int64_t filesCount,
     if (!m_isScanning) {
         return;
     }
-    publish(m_currentPath, textOfBytes(path));
+    publish(m_currentPath, textOfUtf8(path));
     publish(m_scannedFilesCount, filesCount);
     publish(m_scannedDirsCount, dirsCount);
     publish(m_totalSize, totalSize);

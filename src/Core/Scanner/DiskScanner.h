@@ -3,8 +3,8 @@
 #include "Core/Models/FileNode.h"
 #include "Platform/FileSystem.h"
 #include "Utilities/MainThreadQueue.h"
+#include "Utilities/ObservableObject.h"
 
-#include <QObject>
 #include <QString>
 
 #include <chrono>
@@ -29,7 +29,7 @@ namespace morlaine {
 /// the newest scan, and an earlier scan's end stops the newest one's progress.
 ///
 /// Destroying the scanner abandons a running walk, which ends by itself: nothing waits for it.
-class DiskScanner : public QObject {
+class DiskScanner : public ObservableObject {
     Q_OBJECT
 
 public:
@@ -73,20 +73,10 @@ public:
     void setScanResult(const FileNode& root) { publishResult(root); }
     void setErrorMessage(const QString& message) { publish(m_errorMessage, message); }
 
-Q_SIGNALS:
-    /// A published property is about to change.
-    void objectWillChange();
-
 private:
     using Clock = std::chrono::steady_clock;
     class Walker;
 
-    template <typename Property, typename Value>
-    void publish(Property& property, Value&& value)
-    {
-        Q_EMIT objectWillChange();
-        property = std::forward<Value>(value);
-    }
     void publishResult(const std::optional<FileNode>& root);
 
     void startClock();

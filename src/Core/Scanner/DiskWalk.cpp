@@ -36,6 +36,7 @@ struct DiskWalk::OpenDirectory {
     };
 
     FileUrl url;
+    FileUrl sharedUrl; // as what the folder holds shares it
     std::unique_ptr<Folder> folder;
     FolderContents contents;
     std::size_t pathLength; // of the folder's own path in m_path, without a slash at its end
@@ -65,22 +66,22 @@ struct DiskWalk::OpenDirectory {
     }
 };
 
-/// What the walk has come to: the top, or an entry of an open folder.
+/// What the walk has come to: the top, or an entry of an open folder. Valid until that folder is left.
 struct DiskWalk::Item {
     const FileUrl* top;             // null for an entry
     const OpenDirectory* directory; // null for the top
     std::string_view name;
     const ResourceValues* values; // null when they cannot be read
 
-    [[nodiscard]] FileUrl url() const { return top != nullptr ? *top : directory->url.appending(name); }
+    [[nodiscard]] FileUrl url() const { return top != nullptr ? *top : directory->sharedUrl.appending(name); }
 
     [[nodiscard]] FileNode leaf(std::int64_t size, bool isDirectory, FileCategory category) const
     {
         return top != nullptr ? FileNode(*top, name, size, isDirectory, category, std::nullopt)
-                              : FileNode::inFolder(directory->url, name, size, isDirectory, category);
+                              : FileNode::inFolder(directory->sharedUrl, name, size, isDirectory, category);
     }
 
-    [[nodiscard]] FileNode emptyFolder(bool isDirectory) const
+    [[nodiscard]] FileNode withEmptyList(bool isDirectory) const
     {
         return {url(), name, 0, isDirectory, FileCategory::other, std::vector<FileNode>()};
     }
@@ -152,7 +153,7 @@ std::optional<FileNode> DiskWalk::visit(const Item& item)
         return item.leaf(0, false, FileCategory::other);
     }
     if (isExcluded(m_path, *item.values)) {
-        return item.emptyFolder(item.values->isDirectory.value_or(false));
+        return item.withEmptyList(item.values->isDirectory.value_or(false));
     }
     if (item.values->isSymbolicLink) {
         return item.leaf(0, false, FileCategory::other);
@@ -172,13 +173,15 @@ std::optional<FileNode> DiskWalk::enterDirectory(const Item& item)
     reportAtIntervals(item);
     std::unique_ptr<Folder> folder = openFolder(item);
     FolderContents contents = takeSpareContents();
-    if (!folder->list(contents)) {
-        return item.emptyFolder(true);
+    if (!list(*folder, contents)) {
+        return item.withEmptyList(true);
     }
     const std::size_t pathLength = m_path == "/" ? 0 : m_path.size();
     std::vector<OpenDirectory::Child> children;
     children.reserve(contents.size());
-    m_openDirectories.push({item.url(), std::move(folder), std::move(contents), pathLength, std::move(children)});
+    const FileUrl url = item.url();
+    m_openDirectories.push(
+        {url, url.asFolder(), std::move(folder), std::move(contents), pathLength, std::move(children)});
     return std::nullopt;
 }
 
@@ -211,6 +214,16 @@ FileNode DiskWalk::measurePackage(const Item& item)
 std::unique_ptr<Folder> DiskWalk::openFolder(const Item& item) const
 {
     return item.top != nullptr ? m_fileSystem->folder(*item.top) : item.directory->folder->folder(item.name);
+}
+
+/// A listing that was stopped is no reason to take the folder for an unreadable one.
+bool DiskWalk::list(Folder& folder, FolderContents& contents) const
+{
+    const bool isListed = folder.list(contents, m_stopToken);
+    if (!isListed) {
+        throwIfCancelled();
+    }
+    return isListed;
 }
 
 FolderContents DiskWalk::takeSpareContents()
@@ -255,8 +268,8 @@ std::int64_t DiskWalk::calculateSizeOfPackage(std::unique_ptr<Folder> package) c
     throwIfCancelled();
     std::int64_t total = 0;
     DescentStack<OpenPackage> openFolders;
-    const auto enter = [&openFolders](std::unique_ptr<Folder> folder) {
-        if (FolderContents contents; folder->list(contents)) {
+    const auto enter = [this, &openFolders](std::unique_ptr<Folder> folder) {
+        if (FolderContents contents; list(*folder, contents)) {
             openFolders.push({std::move(folder), std::move(contents)});
         }
     };

@@ -53,6 +53,7 @@ private:
 
     [[nodiscard]] std::unique_ptr<Folder> openFolder(const Item& item) const;
 
+    [[nodiscard]] bool list(Folder& folder, FolderContents& contents) const;
     [[nodiscard]] FolderContents takeSpareContents();
     void giveBack(FolderContents&& contents);
 

@@ -7,6 +7,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,11 +20,13 @@ class LinuxFolder;
 struct WalkState {
     std::deque<LinuxFolder*> openFolders; // those nearest to where the walk is, outermost first
     std::vector<char> listingBuffer;
+    bool hasOpenat2 = true;              // until the kernel, or a filter of system calls, says otherwise
     std::optional<std::uint64_t> volume; // of the folder at which the walk began
 };
 
-/// A folder of a walk. It is opened when it is first needed, relative to the one above it. Only the innermost few
-/// stay open; one that was closed is found again through ".." of the folder below it, or from the start of the walk.
+/// A folder of a walk. It is opened when it is first needed, relative to the one above it, unless something has been
+/// mounted there. Only the innermost few stay open (fewer when descriptors run out); one that was closed is found again
+/// through ".." of the folder below it, or from the start of the walk, and cannot be listed when another stands there.
 class LinuxFolder final : public Folder {
 public:
     /// The folder at the absolute `path`, at which a walk begins.
@@ -31,7 +34,7 @@ public:
     LinuxFolder(LinuxFolder& parent, std::string_view name);
     ~LinuxFolder() override;
 
-    [[nodiscard]] bool list(FolderContents& contents) override;
+    [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop) override;
     [[nodiscard]] std::unique_ptr<Folder> folder(std::string_view name) override;
 
 private:
@@ -44,8 +47,11 @@ private:
     [[nodiscard]] static std::optional<Identity> identityOf(const FileDescriptor& descriptor);
 
     [[nodiscard]] bool open();
-    [[nodiscard]] FileDescriptor openFromParent() const;
+    [[nodiscard]] FileDescriptor openFromParent();
+    [[nodiscard]] FileDescriptor tryToOpenFromParent();
+    [[nodiscard]] FileDescriptor openWithin(const FileDescriptor& folder, const char* name);
     void keep(FileDescriptor descriptor);
+    void setOutermostAside();
     void setAside();
     void reopenParent();
 

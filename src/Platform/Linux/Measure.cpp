@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <climits>
+#include <limits>
 #include <string>
 
 #include <fcntl.h>
@@ -15,7 +16,7 @@ namespace {
 
 constexpr int statxFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT;
 constexpr unsigned statxMask = STATX_TYPE | STATX_SIZE | STATX_BLOCKS;
-constexpr std::int64_t blockSize = 512;
+constexpr std::uint64_t blockSize = 512;
 
 /// Extensions under which people see one thing and not a folder, in lower case.
 constexpr std::array<std::string_view, 9> packageExtensions{"app",      "appex",       "bundle", "kext", "plugin",
@@ -30,11 +31,21 @@ bool hasPackageExtension(std::string_view path)
     });
 }
 
+/// A link in the place of `Contents` may lead anywhere, so it is looked at first.
 bool holdsBundleInformation(int folder, const char* name)
 {
     struct statx status;
-    const std::string path = std::string(name) + "/Contents/Info.plist";
-    return ::statx(folder, path.c_str(), statxFlags, STATX_TYPE, &status) == 0;
+    const std::string contents = std::string(name) + "/Contents";
+    const std::string information = contents + "/Info.plist";
+    return ::statx(folder, contents.c_str(), statxFlags, STATX_TYPE, &status) == 0 && S_ISDIR(status.stx_mode) &&
+           ::statx(folder, information.c_str(), statxFlags, STATX_TYPE, &status) == 0;
+}
+
+/// What a file system claims may be more than a size can hold.
+std::int64_t saturatedProduct(std::uint64_t count, std::uint64_t unit)
+{
+    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    return static_cast<std::int64_t>(count > most / unit ? most : count * unit);
 }
 
 std::uint64_t deviceOf(const struct statx& status)
@@ -65,10 +76,10 @@ std::optional<ResourceValues> measure(int folder, const char* name, std::optiona
     values.isDirectory = isDirectory;
     values.isSymbolicLink = S_ISLNK(status.stx_mode);
     if (!isDirectory && (status.stx_mask & STATX_SIZE) != 0) {
-        values.fileSize = static_cast<std::int64_t>(status.stx_size);
+        values.fileSize = saturatedProduct(status.stx_size, 1);
     }
     if ((status.stx_mask & STATX_BLOCKS) != 0) {
-        values.allocatedSize = static_cast<std::int64_t>(status.stx_blocks) * blockSize;
+        values.allocatedSize = saturatedProduct(status.stx_blocks, blockSize);
         values.totalAllocatedSize = values.allocatedSize;
     }
     values.volumeIdentifier = isDirectory || !volume ? deviceOf(status) : *volume;

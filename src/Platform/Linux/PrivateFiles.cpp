@@ -1,8 +1,12 @@
 #include "Platform/PrivateFiles.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
@@ -13,14 +17,14 @@ namespace morlaine {
 
 namespace {
 
-/// Makes a change of names in the folder last. Where a file system cannot do that, there is nothing better to do.
-void syncFolder(const std::string& path)
+constexpr std::string_view temporarySuffix = ".XXXXXX";
+
+bool isTemporaryName(std::string_view name)
 {
-    const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        ::fsync(folder);
-        ::close(folder);
-    }
+    const std::string_view suffix = name.substr(name.size() - std::min(name.size(), temporarySuffix.size()));
+    const std::string_view target = name.substr(0, name.size() - suffix.size());
+    const auto isRandom = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; };
+    return target.ends_with(".json") && suffix.front() == '.' && std::ranges::all_of(suffix.substr(1), isRandom);
 }
 
 } // namespace
@@ -43,7 +47,9 @@ bool removeItem(const FileUrl& item)
     return !failure;
 }
 
-AtomicFile::AtomicFile(const FileUrl& target) : m_target(target.path()), m_temporary(m_target + ".XXXXXX")
+AtomicFile::AtomicFile(const FileUrl& target)
+    : m_target(target.path())
+    , m_temporary(m_target + std::string(temporarySuffix))
 {
     m_descriptor = ::mkostemp(m_temporary.data(), O_CLOEXEC);
     if (m_descriptor < 0) {
@@ -71,8 +77,21 @@ bool AtomicFile::commit()
     }
     m_temporary.clear();
     discard();
-    syncFolder(m_target.substr(0, m_target.rfind('/')));
     return true;
+}
+
+void AtomicFile::removeAbandoned(const FileUrl& folder)
+{
+    const auto newest = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
+    std::error_code failure;
+    for (std::filesystem::directory_iterator entry(folder.path(), failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        std::error_code unknown;
+        if (isTemporaryName(entry->path().filename().native()) && entry->last_write_time(unknown) < newest &&
+            !unknown) {
+            std::filesystem::remove(entry->path(), unknown);
+        }
+    }
 }
 
 void AtomicFile::discard()

@@ -57,6 +57,8 @@ PersistenceManager::PersistenceManager(const FileUrl& applicationSupport)
     , m_indexURL(m_appSupportURL.appending("history.json"))
 {
     makePrivateFolder(m_scansDirectoryURL);
+    AtomicFile::removeAbandoned(m_appSupportURL);
+    AtomicFile::removeAbandoned(m_scansDirectoryURL);
 }
 
 std::vector<HistoricalScan> PersistenceManager::loadHistory() const

@@ -7,15 +7,26 @@
 #include <QHashFunctions>
 
 #include <algorithm>
+#include <bit>
 #include <cstdlib>
-#include <limits>
 
 namespace morlaine {
 
 namespace {
 
 constexpr char nameEnd = '\xFF'; // in no UTF-8
-constexpr auto freeSlot = std::numeric_limits<FlatNodes::Position>::max();
+constexpr std::uint32_t freeSlot = 0xFFFFFFFF;
+constexpr std::size_t mostNodes = 0x7FFFFFFF;
+
+/// More than names take as a rule. What is not needed of it is never touched, and so takes no memory.
+constexpr std::size_t roomForName = 48;
+
+/// The seed differs from run to run, so that no file can hold ids that all fall on one slot.
+std::uint32_t hashOf(const Uuid& id)
+{
+    static const std::size_t seed = QHashSeed::globalSeed();
+    return static_cast<std::uint32_t>(qHashBits(id.bytes().data(), id.bytes().size(), seed));
+}
 
 } // namespace
 
@@ -26,9 +37,12 @@ FlatNodes::FlatNodes(const FileNode& root)
 {
     reserve(static_cast<std::size_t>(root.fileCount() + root.directoryCount()));
     std::vector<Position> open;
+    std::vector<std::uint32_t> hashes;
+    hashes.reserve(m_nodes.capacity());
     const auto enter = [&](const FileNode& node) {
         const Position position = size();
         append(node, open.empty() ? position : open.back());
+        hashes.push_back(hashOf(node.id()));
         open.push_back(position);
     };
     const auto leave = [&](const FileNode&) {
@@ -37,8 +51,7 @@ FlatNodes::FlatNodes(const FileNode& root)
     };
     walkTree(m_root, enter, leave);
     m_nameOffsets.push_back(m_lowerNames.size());
-    m_lowerNames.shrink_to_fit();
-    indexIds();
+    indexIds(hashes);
 }
 
 void FlatNodes::reserve(std::size_t count)
@@ -49,12 +62,13 @@ void FlatNodes::reserve(std::size_t count)
     m_sizes.reserve(count);
     m_categories.reserve(count);
     m_nameOffsets.reserve(count + 1);
+    m_lowerNames.reserve(count * roomForName);
 }
 
 void FlatNodes::append(const FileNode& node, Position parent)
 {
-    if (m_nodes.size() == freeSlot) {
-        std::abort(); // more nodes than positions, and than any memory holds
+    if (m_nodes.size() == mostNodes) {
+        std::abort(); // more than any memory holds
     }
     m_nodes.push_back(&node);
     m_ends.push_back(0);
@@ -74,7 +88,11 @@ void FlatNodes::append(const FileNode& node, Position parent)
 /// name.
 void FlatNodes::noteExtension(const FileNode& node, std::string_view lowerName)
 {
-    std::string lowerExtension = lowercased(validUtf8(node.fileExtension()));
+    const std::string extension = node.fileExtension();
+    if (extension.empty()) {
+        return;
+    }
+    std::string lowerExtension = lowercased(validUtf8(extension));
     if (!lowerName.ends_with(lowerExtension)) {
         m_oddExtensions.push_back({static_cast<Position>(m_nodes.size() - 1), std::move(lowerExtension)});
     }
@@ -112,40 +130,44 @@ FlatNodes::Position FlatNodes::positionAtOffset(std::size_t offset, Position fro
     return static_cast<Position>(std::upper_bound(begin, end, offset) - m_nameOffsets.begin() - 1);
 }
 
-/// The seed differs from run to run, so that no file can hold ids that all fall on one slot.
-std::size_t FlatNodes::firstSlot(const Uuid& id) const noexcept
+FlatNodes::Position FlatNodes::positionIn(std::uint32_t slot) const noexcept
 {
-    static const std::size_t seed = QHashSeed::globalSeed();
-    const std::uint64_t hash = qHashBits(id.bytes().data(), id.bytes().size(), seed) & 0xFFFFFFFFU;
-    return static_cast<std::size_t>((hash * m_idSlots.size()) >> 32);
+    return slot & ((1U << m_positionBits) - 1);
 }
 
-void FlatNodes::indexIds()
+/// The slot that holds the id, or the free one where it belongs. What a slot holds beside the position tells most other
+/// ids apart without a look at their nodes.
+std::size_t FlatNodes::slotFor(const Uuid& id, std::uint32_t hash) const noexcept
 {
-    m_idSlots.assign(m_nodes.size() + m_nodes.size() / 2 + 1, freeSlot);
-    for (Position position = 0; position < size(); ++position) {
-        const Uuid& id = node(position).id();
-        std::size_t slot = firstSlot(id);
-        while (m_idSlots[slot] != freeSlot && node(m_idSlots[slot]).id() != id) {
-            slot = slot + 1 == m_idSlots.size() ? 0 : slot + 1;
+    const std::uint32_t mark = hash << m_positionBits;
+    std::size_t slot = (std::uint64_t{hash} * m_idSlots.size()) >> 32;
+    for (; m_idSlots[slot] != freeSlot; slot = slot + 1 == m_idSlots.size() ? 0 : slot + 1) {
+        const Position position = positionIn(m_idSlots[slot]);
+        if (m_idSlots[slot] == (mark | position) && node(position).id() == id) {
+            break;
         }
-        if (m_idSlots[slot] == freeSlot) {
-            m_idSlots[slot] = position;
+    }
+    return slot;
+}
+
+void FlatNodes::indexIds(std::span<const std::uint32_t> hashes)
+{
+    m_positionBits = std::min(static_cast<int>(std::bit_width(hashes.size())), 31);
+    m_idSlots.assign(hashes.size() + hashes.size() / 4 + 1, freeSlot);
+    for (Position position = 0; position < hashes.size(); ++position) {
+        std::uint32_t& slot = m_idSlots[slotFor(node(position).id(), hashes[position])];
+        if (slot == freeSlot) {
+            slot = (hashes[position] << m_positionBits) | position;
         } else {
-            m_repeatedIds.emplace_back(position, m_idSlots[slot]);
+            m_repeatedIds.emplace_back(position, positionIn(slot));
         }
     }
 }
 
 std::optional<FlatNodes::Position> FlatNodes::find(const Uuid& id) const noexcept
 {
-    for (std::size_t slot = firstSlot(id); m_idSlots[slot] != freeSlot;
-         slot = slot + 1 == m_idSlots.size() ? 0 : slot + 1) {
-        if (node(m_idSlots[slot]).id() == id) {
-            return m_idSlots[slot];
-        }
-    }
-    return std::nullopt;
+    const std::uint32_t slot = m_idSlots[slotFor(id, hashOf(id))];
+    return slot == freeSlot ? std::nullopt : std::optional(positionIn(slot));
 }
 
 } // namespace morlaine

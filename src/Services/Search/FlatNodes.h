@@ -70,8 +70,9 @@ private:
     void reserve(std::size_t count);
     void append(const FileNode& node, Position parent);
     void noteExtension(const FileNode& node, std::string_view lowerName);
-    void indexIds();
-    [[nodiscard]] std::size_t firstSlot(const Uuid& id) const noexcept;
+    void indexIds(std::span<const std::uint32_t> hashes);
+    [[nodiscard]] std::size_t slotFor(const Uuid& id, std::uint32_t hash) const noexcept;
+    [[nodiscard]] Position positionIn(std::uint32_t slot) const noexcept;
 
     FileNode m_root;
     std::string m_rootPath;
@@ -85,7 +86,8 @@ private:
     std::vector<std::size_t> m_nameOffsets; // one more than nodes
     std::vector<OddExtension> m_oddExtensions;
     bool m_hasSlashInNames = false;
-    std::vector<Position> m_idSlots; // open addressing by id, some of it free
+    std::vector<std::uint32_t> m_idSlots; // open addressing by id: a position below some bits of the id's hash
+    int m_positionBits = 0;
     std::vector<std::pair<Position, Position>> m_repeatedIds;
 };
 

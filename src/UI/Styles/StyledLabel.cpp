@@ -1,7 +1,8 @@
 #include "UI/Styles/StyledLabel.h"
 
+#include "UI/Styles/ApplicationLook.h"
+
 #include <QApplication>
-#include <QEvent>
 
 namespace morlaine {
 
@@ -23,6 +24,8 @@ StyledLabel::StyledLabel(std::function<QFont()> font, Theme::SystemColor color, 
     setTextFormat(Qt::PlainText);
     applyFont();
     applyColor();
+    connect(&ApplicationLook::shared(), &ApplicationLook::fontChanged, this, &StyledLabel::applyFont);
+    connect(&ApplicationLook::shared(), &ApplicationLook::paletteChanged, this, &StyledLabel::applyColor);
 }
 
 void StyledLabel::applyFont()
@@ -41,17 +44,6 @@ void StyledLabel::applyColor()
         own.setColor(group, QPalette::WindowText, m_color(resolved));
     }
     setPalette(own);
-}
-
-bool StyledLabel::event(QEvent* event)
-{
-    const bool isHandled = QLabel::event(event);
-    if (event->type() == QEvent::ApplicationFontChange) {
-        applyFont();
-    } else if (event->type() == QEvent::ApplicationPaletteChange) {
-        applyColor();
-    }
-    return isHandled;
 }
 
 } // namespace morlaine

@@ -19,9 +19,6 @@ public:
     StyledLabel(TextStyle style, QFont::Weight weight, Theme::SystemColor color, QWidget* parent = nullptr);
     StyledLabel(std::function<QFont()> font, Theme::SystemColor color, QWidget* parent = nullptr);
 
-protected:
-    bool event(QEvent* event) override;
-
 private:
     void applyFont();
     void applyColor();

@@ -10,12 +10,7 @@
 #include <cmath>
 #include <functional>
 #include <map>
-
-// The pictures are linked into a library, where nothing refers to them unless asked to.
-static void loadPictures()
-{
-    Q_INIT_RESOURCE(symbols);
-}
+#include <memory>
 
 namespace morlaine::Symbols {
 
@@ -32,19 +27,28 @@ QSvgRenderer& rendererOf(SymbolName name)
     static std::map<std::string_view, std::unique_ptr<QSvgRenderer>> renderers;
     std::unique_ptr<QSvgRenderer>& renderer = renderers[name.text()];
     if (!renderer) {
-        loadPictures();
         renderer = std::make_unique<QSvgRenderer>(fileOf(name));
     }
     return *renderer;
 }
 
-/// The symbol on a square of `side` pixels.
-QImage render(SymbolName name, int side, const QBrush& fill)
+/// The symbol's shape on a square of `side` pixels. Small ones are drawn larger and averaged: the toolkit draws lines
+/// of up to one pixel with a quick method that blurs them or tears them apart.
+QImage shape(SymbolName name, int side)
 {
-    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    const int factor = side < 64 ? 4 : 1;
+    QImage image(side * factor, side * factor, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     rendererOf(name).render(&painter, QRectF(image.rect()));
+    painter.end();
+    return image.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+QImage render(SymbolName name, int side, const QBrush& fill)
+{
+    QImage image = shape(name, side);
+    QPainter painter(&image);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(image.rect(), fill);
     return image;

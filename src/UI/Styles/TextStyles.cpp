@@ -32,6 +32,12 @@ const Row& rowOf(TextStyle style)
     return *std::ranges::find(rows, style, &Row::style);
 }
 
+/// Of fonts given in pixels too.
+double pointSizeOf(const QFont& font)
+{
+    return font.pointSizeF() > 0 ? font.pointSizeF() : QFontInfo(font).pointSizeF();
+}
+
 double scaled(double size, double applicationSize)
 {
     const double proportion = size / bodySize;
@@ -56,7 +62,7 @@ QFont font(TextStyle style, QFont::Weight weight)
 QFont systemFont(double size, QFont::Weight weight)
 {
     QFont font = QApplication::font();
-    font.setPointSizeF(scaled(size, QFontInfo(font).pointSizeF()));
+    font.setPointSizeF(scaled(size, pointSizeOf(font)));
     font.setWeight(weight);
     return font;
 }

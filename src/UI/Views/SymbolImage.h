@@ -6,20 +6,27 @@
 
 namespace morlaine {
 
-/// A symbol as a picture of a fixed size among other widgets; decoration, which screen readers pass over.
+/// A symbol in a view, `side` points wide and high, in a system colour or a fixed one. It says nothing to assistive
+/// technology: the text beside it does.
 class SymbolImage final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `side` in points.
     SymbolImage(SymbolName name, int side, Theme::SystemColor color, QWidget* parent = nullptr);
+
+    void setSymbol(SymbolName name, const QColor& color);
+
+    [[nodiscard]] SymbolName name() const { return m_name; }
+    [[nodiscard]] QSize sizeHint() const override { return {m_side, m_side}; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     SymbolName m_name;
-    Theme::SystemColor m_color;
+    const int m_side;
+    const Theme::SystemColor m_systemColor;
+    QColor m_color; // invalid for the system colour
 };
 
 } // namespace morlaine

@@ -188,11 +188,13 @@ TEST_F(DiskWalkTest, BuildsTheTopFromTheUrlAsGivenAndExcludesByTheResolvedOne)
 {
     m_fileSystem->addFile("/real/dir/a", 1);
     m_fileSystem->addFile("/way/dir/a", 1);
+    m_fileSystem->addFolder("/way/dir/b");
     m_fileSystem->resolved["/way/dir"] = "/real/dir";
     const FileNode root = scan("/x/../way/./dir/");
-    EXPECT_EQ(textOfTree(root), "dir/\n  a 1\n");
+    EXPECT_EQ(textOfTree(root), "dir/\n  a 1\n  b/\n");
     EXPECT_EQ(root.url().absoluteString(), "file:///x/../way/./dir/");
     EXPECT_EQ(root.children()->front().url().path(), "/x/../way/./dir/a");
+    EXPECT_TRUE(test::childrenShareOneFolder(root));
 
     m_fileSystem->addFolder("/way/dir").values->isVolume = true;
     EXPECT_EQ(scan("/way/dir").childrenOrNone().size(), 0U) << "under another name the top is a mount like any other";
@@ -239,6 +241,9 @@ TEST_F(DiskWalkTest, StopsAtTheNextItemOfAnyKind)
             EXPECT_EQ(listings.back(), stopAt) << "nothing is listed behind it";
         }
     }
+    m_stopSource = std::stop_source();
+    m_fileSystem->onListing = [this](const std::string&) { m_stopSource.request_stop(); };
+    EXPECT_THROW((void)scan("/r/wide/P.app"), ScanCancelled) << "a package at the top";
 }
 
 TEST_F(DiskWalkTest, ReportsAtIntervalsWhatItCountedLast)
@@ -261,7 +266,9 @@ TEST_F(DiskWalkTest, ReportsAtIntervalsWhatItCountedLast)
             std::this_thread::sleep_for(110ms);
         }
     };
+    const auto start = std::chrono::steady_clock::now();
     (void)scan("/./r");
+    EXPECT_LE(std::ssize(m_reports), (std::chrono::steady_clock::now() - start) / 100ms + 1);
     EXPECT_THAT(m_reports, testing::IsSupersetOf({"/./r/slow/b 2 3 3", "/./r/next 3 5 6", "/./r/slowPackage 4 5 10"}));
 }
 

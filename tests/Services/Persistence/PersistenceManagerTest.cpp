@@ -216,6 +216,22 @@ TEST_F(PersistenceManagerTest, ClearsWhateverLiesInItsFolder)
     EXPECT_THAT(paths(), IsEmpty());
 }
 
+TEST_F(PersistenceManagerTest, RemovesWhatAKilledProgramLeft)
+{
+    const auto dayBefore = fs::file_time_type::clock::now() - std::chrono::hours(25);
+    const std::string tree = Uuid::random().toString() + ".json";
+    for (const fs::path& old : {index(), index().concat(".Ab3xY9"), scans() / tree, scans() / (tree + ".000000"),
+                                scans() / "notes.backup", scans() / (tree + ".backup2"), scans() / ".json"}) {
+        write(old, "x");
+        fs::last_write_time(old, dayBefore);
+    }
+    write(scans() / (tree + ".atwork"), "x");
+    reopen();
+    EXPECT_THAT(namesIn(appFolder()), UnorderedElementsAre("Scans", "history.json"));
+    EXPECT_THAT(namesIn(scans()),
+                UnorderedElementsAre(tree, tree + ".atwork", "notes.backup", tree + ".backup2", ".json"));
+}
+
 TEST_F(PersistenceManagerTest, FindsNoTreeInAFileThatIsNone)
 {
     const HistoricalScan scan = saveToTheEnd("one");

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Platform/FolderChooser.h"
+#include "Platform/Volumes.h"
+
+#include <functional>
+#include <vector>
+
+namespace morlaine::bench {
+
+// A desktop that has nothing to offer, so that no measurement depends on what the machine has.
+
+class NoVolumes final : public Volumes {
+public:
+    [[nodiscard]] std::vector<MountedVolume> mountedVolumes() const override { return {}; }
+};
+
+class NoChooser final : public FolderChooser {
+public:
+    void choose(QWidget& /*window*/, const Texts& /*texts*/, std::function<void(const FileUrl&)> /*onChosen*/) override
+    {
+    }
+};
+
+} // namespace morlaine::bench

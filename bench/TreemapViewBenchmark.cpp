@@ -1,0 +1,158 @@
+#include "TreemapViewBenchmark.h"
+
+#include "Core/Treemap/TreemapEngine.h"
+#include "Measurements.h"
+#include "ScanBenchmark.h"
+#include "UI/Views/TreemapCanvas.h"
+#include "UI/Views/TreemapDecisions.h"
+#include "UI/Views/TreemapPainter.h"
+
+#include <QCoreApplication>
+#include <QPalette>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <random>
+#include <vector>
+
+namespace morlaine::bench {
+
+namespace {
+
+constexpr QSize window(1600, 1000);
+constexpr int runs = 21;
+constexpr int hoverMoves = 1'000;
+
+/// Sizes vary by a factor of sixteen; every category occurs.
+FileNode fileIn(const FileUrl& folder, std::mt19937& generator)
+{
+    const auto size = static_cast<std::int64_t>(std::exp2(16 + 4.0 * static_cast<double>(generator()) / 0x1p32));
+    const FileCategory category = FileCategory::allCases[generator() % FileCategory::allCases.size()];
+    return FileNode::inFolder(folder, "some file " + std::to_string(generator() % 10'000), size, false, category);
+}
+
+/// `width` children at each of `depth` levels, of which the last are files.
+FileNode folderOfFolders(const FileUrl& url, const std::vector<int>& widths, std::size_t level, std::mt19937& generator)
+{
+    std::vector<FileNode> children;
+    std::int64_t total = 0;
+    for (int index = 0; index < widths[level]; ++index) {
+        children.push_back(level + 1 == widths.size()
+                               ? fileIn(url, generator)
+                               : folderOfFolders(url.appending(std::to_string(index)), widths, level + 1, generator));
+        total += children.back().size();
+    }
+    std::ranges::sort(children, std::greater(), &FileNode::size);
+    return {url, url.lastPathComponent(), total, true, FileCategory::other, std::move(children)};
+}
+
+std::vector<TreemapRect> layOut(const FileNode& root, const QSize& size)
+{
+    return TreemapEngine::computeLayout(root,
+                                        {0, 0, static_cast<double>(size.width()), static_cast<double>(size.height())});
+}
+
+std::vector<TreemapRect> fiftyThousandFiles()
+{
+    std::mt19937 generator(20'010'101);
+    return layOut(folderOfFolders(FileUrl::fromPath("/files"), {25, 10, 200}, 0, generator), window);
+}
+
+QPixmap paint(const std::vector<TreemapRect>& rects, const QSize& size)
+{
+    return TreemapPainter::paintBase({rects, {}, TreemapPainter::ground(QPalette()), size, 1});
+}
+
+void basePaint(benchmark::State& state)
+{
+    const std::vector<TreemapRect> rects = fiftyThousandFiles();
+    std::vector<double> seconds;
+    for (auto _ : state) {
+        QPixmap picture;
+        seconds.push_back(secondsOf([&] { picture = paint(rects, window); }));
+        state.SetIterationTime(seconds.back());
+        benchmark::DoNotOptimize(picture);
+    }
+    state.counters["rectangles"] = static_cast<double>(rects.size());
+    state.counters["base_paint_ms"] = median(seconds) * 1e3;
+}
+
+/// Finds what lies under the pointer and repaints where the mark was and is, on a canvas that is shown. Most moves
+/// reach another file.
+void hoverPaint(benchmark::State& state)
+{
+    const auto layout = std::make_shared<const std::vector<TreemapRect>>(fiftyThousandFiles());
+    TreemapCanvas canvas;
+    canvas.resize(window);
+    canvas.showLayout(layout, {});
+    canvas.show();
+    QCoreApplication::processEvents();
+    canvas.repaint();
+    QCoreApplication::processEvents();
+    std::mt19937 generator(20'010'101);
+    std::vector<double> seconds;
+    std::vector<double> searching;
+    for (auto _ : state) {
+        const QPointF point(static_cast<double>(generator() % 1600), static_cast<double>(generator() % 1000));
+        std::optional<std::size_t> found;
+        searching.push_back(secondsOf([&] { found = TreemapDecisions::hitTest(*layout, point); }));
+        const double painting = secondsOf([&] {
+            canvas.setHoverMark(found ? std::optional((*layout)[*found].rect) : std::nullopt);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
+            QCoreApplication::processEvents();
+        });
+        seconds.push_back(searching.back() + painting);
+        state.SetIterationTime(seconds.back());
+    }
+    state.counters["hit_test_ms"] = median(searching) * 1e3;
+    state.counters["hover_paint_ms"] = median(seconds) * 1e3;
+    state.counters["slowest_hover_ms"] = *std::ranges::max_element(seconds) * 1e3;
+}
+
+/// As while a divider of the window is dragged.
+void resizeStep(benchmark::State& state, const std::string& tree)
+{
+    const FileNode root = scan(tree);
+    std::vector<double> seconds;
+    std::size_t rectangles = 0;
+    int step = 0;
+    for (auto _ : state) {
+        const QSize size = window - QSize(0, ++step % 2);
+        seconds.push_back(secondsOf([&] {
+            const std::vector<TreemapRect> rects = layOut(root, size);
+            rectangles = rects.size();
+            benchmark::DoNotOptimize(paint(rects, size));
+        }));
+        state.SetIterationTime(seconds.back());
+    }
+    state.counters["rectangles"] = static_cast<double>(rectangles);
+    state.counters["resize_step_ms"] = median(seconds) * 1e3;
+}
+
+template <typename Run>
+void registerRuns(const char* name, int iterations, const std::function<void()>& startApplication, Run run)
+{
+    benchmark::RegisterBenchmark(name,
+                                 [startApplication, run](benchmark::State& state) {
+                                     startApplication();
+                                     run(state);
+                                 })
+        ->Iterations(iterations)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+}
+
+} // namespace
+
+void registerTreemapViewBenchmarks(const std::string& tree, const std::function<void()>& startApplication)
+{
+    registerRuns("treemap_view/base", runs, startApplication, basePaint);
+    registerRuns("treemap_view/hover", hoverMoves, startApplication, hoverPaint);
+    registerRuns("treemap_view/resize", runs, startApplication,
+                 [tree](benchmark::State& state) { resizeStep(state, tree); });
+}
+
+} // namespace morlaine::bench

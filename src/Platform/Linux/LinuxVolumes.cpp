@@ -1,0 +1,186 @@
+#include "Platform/Linux/LinuxVolumes.h"
+
+#include "Platform/Linux/MountTable.h"
+#include "Utilities/Utf8.h"
+
+#include <charconv>
+#include <condition_variable>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+
+namespace morlaine {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Capacity = MountQueries::Capacity;
+
+constexpr std::chrono::milliseconds usualPatience(300);
+
+std::optional<std::int64_t> bytesOf(fsblkcnt_t blocks, unsigned long blockSize)
+{
+    std::int64_t bytes = 0;
+    return __builtin_mul_overflow(blocks, blockSize, &bytes) ? std::nullopt : std::optional(bytes);
+}
+
+/// The block device that a device file stands for, links followed.
+std::optional<dev_t> blockDevice(const char* path)
+{
+    struct stat status {};
+    const bool isBlockDevice = ::stat(path, &status) == 0 && S_ISBLK(status.st_mode);
+    return isBlockDevice ? std::optional(status.st_rdev) : std::nullopt;
+}
+
+/// Asks about several mounts and forgets those that do not answer in time. The threads are detached and hold what they
+/// touch, so that one which never returns keeps nobody waiting, not even the end of the program.
+class CapacityRound {
+public:
+    CapacityRound(std::shared_ptr<const MountQueries> queries, std::size_t count)
+        : m_queries(std::move(queries))
+        , m_answers(std::make_shared<Answers>())
+    {
+        m_answers->capacities.resize(count);
+        m_answers->missing = count;
+    }
+
+    void ask(std::size_t index, const std::string& mountPoint)
+    {
+        m_answers->give(index, m_queries->capacity(mountPoint));
+    }
+
+    void askOnThread(std::size_t index, const std::string& mountPoint)
+    {
+        try {
+            std::thread([queries = m_queries, answers = m_answers, index, mountPoint] {
+                answers->give(index, queries->capacity(mountPoint));
+            }).detach();
+        } catch (const std::system_error&) {
+            m_answers->give(index, std::nullopt);
+        }
+    }
+
+    /// What is known when all have answered or the time is over.
+    [[nodiscard]] std::vector<std::optional<Capacity>> answersUntil(std::chrono::steady_clock::time_point end)
+    {
+        std::unique_lock lock(m_answers->mutex);
+        m_answers->changed.wait_until(lock, end, [this] { return m_answers->missing == 0; });
+        return m_answers->capacities;
+    }
+
+private:
+    struct Answers {
+        void give(std::size_t index, const std::optional<Capacity>& capacity)
+        {
+            const std::lock_guard lock(mutex);
+            capacities[index] = capacity;
+            missing -= 1;
+            changed.notify_one();
+        }
+
+        std::mutex mutex;
+        std::condition_variable changed;
+        std::vector<std::optional<Capacity>> capacities;
+        std::size_t missing = 0;
+    };
+
+    std::shared_ptr<const MountQueries> m_queries;
+    std::shared_ptr<Answers> m_answers;
+};
+
+} // namespace
+
+std::shared_ptr<const Volumes> Volumes::native()
+{
+    return std::make_shared<LinuxVolumes>(std::make_shared<LinuxMountQueries>(), usualPatience);
+}
+
+std::string LinuxMountQueries::mountInfo() const
+{
+    std::ifstream file("/proc/self/mountinfo", std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// The toolkit's own class for this takes the path as text, in which a name that is no UTF-8 is lost, and looks through
+// the mount table and the folders above the path on its own.
+std::optional<Capacity> LinuxMountQueries::capacity(const std::string& mountPoint) const
+{
+    struct stat status {};
+    struct statvfs values {};
+    if (::stat(mountPoint.c_str(), &status) != 0 || !S_ISDIR(status.st_mode) ||
+        ::statvfs(mountPoint.c_str(), &values) != 0) {
+        return std::nullopt;
+    }
+    return Capacity{bytesOf(values.f_blocks, values.f_frsize), bytesOf(values.f_bavail, values.f_frsize)};
+}
+
+std::string LinuxMountQueries::label(const std::string& source) const
+{
+    const std::optional<dev_t> device = source.starts_with("/dev/") ? blockDevice(source.c_str()) : std::nullopt;
+    std::error_code missing;
+    for (fs::directory_iterator link("/dev/disk/by-label", missing), end; device && !missing && link != end;
+         link.increment(missing)) {
+        if (blockDevice(link->path().c_str()) == device) {
+            return decodedLabel(link->path().filename().native());
+        }
+    }
+    return {};
+}
+
+std::string decodedLabel(std::string_view linkName)
+{
+    std::string label;
+    for (std::size_t i = 0; i < linkName.size(); ++i) {
+        const char* digits = linkName.data() + i + 2;
+        unsigned byte = 0;
+        if (linkName.substr(i, 2) == "\\x" && i + 3 < linkName.size() &&
+            std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2) {
+            label += static_cast<char>(byte);
+            i += 3;
+        } else {
+            label += linkName[i];
+        }
+    }
+    return label;
+}
+
+LinuxVolumes::LinuxVolumes(std::shared_ptr<const MountQueries> queries, std::chrono::milliseconds patience)
+    : m_queries(std::move(queries))
+    , m_patience(patience)
+{
+}
+
+std::vector<MountedVolume> LinuxVolumes::mountedVolumes() const
+{
+    const auto end = std::chrono::steady_clock::now() + m_patience;
+    const std::vector<Mount> mounts = mountsForPeople(m_queries->mountInfo());
+    CapacityRound round(m_queries, mounts.size());
+    for (std::size_t i = 0; i < mounts.size(); ++i) {
+        if (!mounts[i].answersAtOnce) {
+            round.askOnThread(i, mounts[i].mountPoint);
+        }
+    }
+    for (std::size_t i = 0; i < mounts.size(); ++i) {
+        if (mounts[i].answersAtOnce) {
+            round.ask(i, mounts[i].mountPoint);
+        }
+    }
+    const std::vector<std::optional<Capacity>> capacities = round.answersUntil(end);
+
+    std::vector<MountedVolume> volumes;
+    for (std::size_t i = 0; i < mounts.size(); ++i) {
+        if (capacities[i]) {
+            volumes.push_back({FileUrl::fromPath(mounts[i].mountPoint), validUtf8(m_queries->label(mounts[i].source)),
+                               capacities[i]->total, capacities[i]->available});
+        }
+    }
+    return volumes;
+}
+
+} // namespace morlaine

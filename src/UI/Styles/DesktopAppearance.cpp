@@ -1,0 +1,49 @@
+#include "UI/Styles/DesktopAppearance.h"
+
+#include "UI/Styles/CalmStyle.h"
+#include "UI/Styles/Palettes.h"
+
+#include <QApplication>
+#include <QStyle>
+
+#include <algorithm>
+#include <array>
+
+namespace morlaine {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 100ms;
+
+/// The toolkit does not tell where the application's colours come from; without a desktop's they are the style's.
+bool desktopBringsColors()
+{
+    const QPalette palette = QApplication::palette();
+    const QPalette ofStyle = QApplication::style()->standardPalette();
+    constexpr std::array roles{QPalette::Window, QPalette::WindowText, QPalette::Base, QPalette::Button,
+                               QPalette::Highlight};
+    return std::ranges::any_of(roles, [&](auto role) { return palette.color(role) != ofStyle.color(role); });
+}
+
+void apply(Appearance::Preference preference)
+{
+    QApplication::setPalette(preference == Appearance::Preference::dark ? Palettes::dark() : Palettes::light());
+}
+
+} // namespace
+
+DesktopAppearance::DesktopAppearance(std::unique_ptr<Appearance> appearance) : m_appearance(std::move(appearance))
+{
+    if (desktopBringsColors()) {
+        m_appearance.reset();
+        return;
+    }
+    QApplication::setStyle(new CalmStyle);
+    m_appearance->waitForAnswer(patience);
+    apply(m_appearance->preference());
+    m_appearance->observe(apply);
+}
+
+} // namespace morlaine

@@ -1,0 +1,113 @@
+#include "UI/Styles/Palettes.h"
+
+#include "UI/Styles/Contrast.h"
+#include "UI/Styles/Theme.h"
+
+namespace morlaine::Palettes {
+
+namespace {
+
+/// What tells the two palettes apart; all other roles follow from these.
+struct Tints {
+    QColor window;
+    QColor base;
+    QColor alternateBase;
+    QColor button;
+    QColor text;
+    QColor toolTip;
+    QColor link;
+    QColor linkVisited;
+};
+
+constexpr Tints lightTints{
+    .window = {246, 246, 248},
+    .base = {255, 255, 255},
+    .alternateBase = {249, 249, 251},
+    .button = {255, 255, 255},
+    .text = {29, 29, 33},
+    .toolTip = {255, 255, 255},
+    .link = {10, 95, 220},
+    .linkVisited = {118, 66, 178},
+};
+
+constexpr Tints darkTints{
+    .window = {31, 32, 36},
+    .base = {24, 25, 28},
+    .alternateBase = {28, 29, 33},
+    .button = {54, 56, 63},
+    .text = {236, 236, 240},
+    .toolTip = {46, 48, 54},
+    .link = {110, 170, 255},
+    .linkVisited = {196, 156, 240},
+};
+
+void setBackgrounds(QPalette& palette, const Tints& tints)
+{
+    palette.setColor(QPalette::Window, tints.window);
+    palette.setColor(QPalette::Base, tints.base);
+    palette.setColor(QPalette::AlternateBase, tints.alternateBase);
+    palette.setColor(QPalette::Button, tints.button);
+    palette.setColor(QPalette::ToolTipBase, tints.toolTip);
+    palette.setColor(QPalette::Highlight, Theme::accent);
+}
+
+/// The shades that the style draws bevels and frames with.
+void setShades(QPalette& palette, const Tints& tints)
+{
+    palette.setColor(QPalette::Light, mixed(Qt::white, tints.button, 0.12));
+    palette.setColor(QPalette::Midlight, mixed(Qt::white, tints.button, 0.06));
+    palette.setColor(QPalette::Mid, mixed(tints.text, tints.window, 0.18));
+    palette.setColor(QPalette::Dark, mixed(tints.text, tints.window, 0.32));
+    palette.setColor(QPalette::Shadow, mixed(Qt::black, tints.window, 0.6));
+}
+
+void setTexts(QPalette& palette, const Tints& tints)
+{
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+        palette.setColor(role, tints.text);
+    }
+    palette.setColor(QPalette::PlaceholderText, receded(tints.text, tints.base, 0.5, 4.5));
+    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, tints.link);
+    palette.setColor(QPalette::LinkVisited, tints.linkVisited);
+}
+
+void setDisabledTexts(QPalette& palette, const Tints& tints)
+{
+    const auto fade = [&palette](QPalette::ColorRole role, const QColor& text, const QColor& background) {
+        palette.setColor(QPalette::Disabled, role, receded(text, background, 0.34, 2));
+    };
+    fade(QPalette::WindowText, tints.text, tints.window);
+    fade(QPalette::Text, tints.text, tints.base);
+    fade(QPalette::ButtonText, tints.text, tints.button);
+    fade(QPalette::PlaceholderText, tints.text, tints.base);
+    fade(QPalette::Link, tints.link, tints.window);
+    fade(QPalette::LinkVisited, tints.linkVisited, tints.window);
+    palette.setColor(QPalette::Disabled, QPalette::Button, mixed(tints.button, tints.window, 0.4));
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, mixed(tints.text, tints.window, 0.45));
+}
+
+QPalette paletteOf(const Tints& tints)
+{
+    QPalette palette;
+    setBackgrounds(palette, tints);
+    setShades(palette, tints);
+    setTexts(palette, tints);
+    setDisabledTexts(palette, tints);
+    return palette;
+}
+
+} // namespace
+
+QPalette light()
+{
+    return paletteOf(lightTints);
+}
+
+QPalette dark()
+{
+    return paletteOf(darkTints);
+}
+
+} // namespace morlaine::Palettes

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QPalette>
+
+namespace morlaine::Palettes {
+
+// The palettes for desktops that bring none of their own, with every role in every group.
+
+[[nodiscard]] QPalette light();
+[[nodiscard]] QPalette dark();
+
+} // namespace morlaine::Palettes

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "UI/Styles/Symbols.h"
+
+#include <QPushButton>
+
+namespace morlaine {
+
+/// A push button for a column of actions: icon and label begin at its leading edge, so that they line up below each
+/// other.
+class ActionButton final : public QPushButton {
+    Q_OBJECT
+
+public:
+    ActionButton(SymbolName symbol, const QString& label, QWidget* parent = nullptr);
+
+    [[nodiscard]] SymbolName symbol() const { return m_symbol; }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const SymbolName m_symbol;
+};
+
+} // namespace morlaine

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+
+namespace morlaine {
+
+class ElidingLabel;
+
+/// A label and its value on one line, the value at the trailing edge. The row's layout does not depend on the value, so
+/// that one that changes moves nothing; a value too long for the line goes on in more lines where these are allowed.
+class DetailRow final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit DetailRow(const QString& label, int maxValueLines = 1, QWidget* parent = nullptr);
+
+    void setLabel(const QString& label);
+    void setValue(const QString& value);
+
+    [[nodiscard]] QString label() const;
+    [[nodiscard]] QString value() const;
+
+private:
+    QLabel* m_label;
+    ElidingLabel* m_value;
+};
+
+} // namespace morlaine

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "Core/Models/TreemapRect.h"
+#include "Services/Search/SearchResults.h"
+
+#include <QPixmap>
+#include <QString>
+#include <QWidget>
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace morlaine {
+
+/// A layout in the engine's order. Whoever shows it holds it together with all others.
+using TreemapLayout = std::shared_ptr<const std::vector<TreemapRect>>;
+
+/// Shows a layout, with one rectangle selected and one under the pointer, and tells what the user does to it. It
+/// decides nothing. The rectangles are painted once into a picture that is kept; moving a mark repaints only where it
+/// was and is.
+///
+/// For assistive programs it is a list of the rectangles, see TreemapAccessibility.
+class TreemapCanvas final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TreemapCanvas(QWidget* parent = nullptr);
+    ~TreemapCanvas() override;
+
+    /// `text` stands in the middle while the layout is empty.
+    void showLayout(TreemapLayout layout, const QString& text);
+    [[nodiscard]] const std::vector<TreemapRect>& rects() const { return *m_layout; }
+
+    /// What is shown instead while there are no rectangles.
+    [[nodiscard]] const QString& text() const { return m_text; }
+
+    /// Another one for each layout.
+    [[nodiscard]] int layoutNumber() const { return m_layoutNumber; }
+
+    /// While these are not empty, files that are not among them are dimmed.
+    void setHighlightIDs(const NodeIDSet& ids);
+
+    /// The position of the selected rectangle in the layout.
+    void setSelectedPosition(std::optional<std::size_t> position);
+    [[nodiscard]] std::optional<std::size_t> selectedPosition() const { return m_selectedPosition; }
+
+    /// The rectangle under the pointer, which need not be of this layout.
+    void setHoverMark(const std::optional<Rect>& rect);
+
+    /// How often the picture of the rectangles was painted.
+    [[nodiscard]] int basePaintCount() const { return m_basePaintCount; }
+
+    [[nodiscard]] QSize sizeHint() const override { return {640, 400}; }
+
+Q_SIGNALS:
+    void resized(const QSizeF& size);
+    void hovered(const QPointF& point);
+    void hoverEnded();
+    void clicked(const QPointF& point);
+    void doubleClicked(const QPointF& point);
+    void menuRequested(const QPoint& globalPoint);
+
+    /// An assistive program has pressed the rectangle at that position.
+    void rectPressed(std::size_t position);
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    [[nodiscard]] std::optional<Rect> selectionMark() const;
+    [[nodiscard]] QPoint menuPoint() const;
+    [[nodiscard]] const QPixmap& base();
+    void forgetBase();
+    void updateMark(const std::optional<Rect>& rect);
+    void updateFocusFrame();
+    void paintText(QPainter& painter) const;
+    void paintMarks(QPainter& painter) const;
+    void paintFocus(QPainter& painter) const;
+
+    TreemapLayout m_layout = std::make_shared<const std::vector<TreemapRect>>();
+    int m_layoutNumber = 0;
+    QString m_text;
+    NodeIDSet m_highlightIDs;
+    std::optional<std::size_t> m_selectedPosition;
+    std::optional<Rect> m_hoverMark;
+    std::optional<QPointF> m_pressedAt;
+    bool m_isFocusedByMouse = false;
+
+    QPixmap m_base; // null when it has to be painted
+    int m_basePaintCount = 0;
+};
+
+} // namespace morlaine

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Core/Models/TreemapRect.h"
+#include "Services/Search/SearchResults.h"
+
+#include <QColor>
+#include <QPalette>
+#include <QPixmap>
+#include <QRect>
+#include <QSize>
+
+#include <span>
+
+class QPainter;
+
+/// From a layout to what is seen of it. Main thread only.
+namespace morlaine::TreemapPainter {
+
+/// What the base picture depends on, besides the application's font.
+struct Scene {
+    std::span<const TreemapRect> rects;
+    NodeIDSet highlightIDs;
+    QColor ground; // behind the rectangles
+    QSize size;    // points
+    double devicePixelRatio = 1;
+};
+
+/// All rectangles with their labels, without selection and pointer, at the resolution of the screen.
+[[nodiscard]] QPixmap paintBase(const Scene& scene);
+
+/// Marks over the base picture.
+void paintSelection(QPainter& painter, const Rect& rect, const QColor& accent);
+void paintHover(QPainter& painter, const Rect& rect);
+
+/// The points that a mark on that rectangle may touch.
+[[nodiscard]] QRect reachOfMark(const Rect& rect);
+
+/// A dark neutral colour in light and dark appearance alike: the outlines of folders are white, and dimmed files have
+/// to recede rather than to glare.
+[[nodiscard]] QColor ground(const QPalette& palette);
+
+} // namespace morlaine::TreemapPainter

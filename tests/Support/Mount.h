@@ -1,0 +1,33 @@
+#pragma once
+
+#include <filesystem>
+#include <utility>
+
+#include <sys/mount.h>
+
+namespace morlaine::test {
+
+/// Something mounted over a folder or file for as long as this lives, where this user may mount.
+class Mount {
+public:
+    Mount(const char* source, std::filesystem::path target, const char* type, unsigned long flags)
+        : m_target(std::move(target))
+    {
+        m_isMounted = ::mount(source, m_target.c_str(), type, flags, nullptr) == 0;
+    }
+    ~Mount()
+    {
+        if (m_isMounted) {
+            ::umount2(m_target.c_str(), MNT_DETACH);
+        }
+    }
+    Mount(const Mount&) = delete;
+    Mount& operator=(const Mount&) = delete;
+    [[nodiscard]] bool isMounted() const { return m_isMounted; }
+
+private:
+    std::filesystem::path m_target;
+    bool m_isMounted = false;
+};
+
+} // namespace morlaine::test

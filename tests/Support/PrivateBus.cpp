@@ -1,0 +1,84 @@
+#include "Support/PrivateBus.h"
+
+#include <QStandardPaths>
+
+#include <atomic>
+#include <fstream>
+
+namespace morlaine::test {
+
+PrivateBus::PrivateBus()
+{
+    const std::string configuration = m_folder.path() / "bus.conf";
+    std::ofstream(configuration) << R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:path=)" << m_folder.path().native()
+                                 << R"(/bus</listen>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+    m_daemon.start(QStringLiteral("dbus-daemon"),
+                   {QStringLiteral("--config-file=") + QString::fromStdString(configuration),
+                    QStringLiteral("--print-address"), QStringLiteral("--nofork")});
+    while (m_daemon.state() != QProcess::NotRunning && !m_daemon.canReadLine() && m_daemon.waitForReadyRead()) {
+    }
+    m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+}
+
+PrivateBus::~PrivateBus()
+{
+    m_daemon.kill();
+    m_daemon.waitForFinished();
+}
+
+QDBusConnection PrivateBus::connect() const
+{
+    static std::atomic<int> count = 0;
+    return QDBusConnection::connectToBus(m_address, QStringLiteral("private-%1").arg(count++));
+}
+
+FakeService::FakeService(const PrivateBus& bus, const QString& name, Answer answer)
+    : m_connection(bus.connect())
+    , m_answer(std::move(answer))
+{
+    m_connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+    m_connection.registerService(name);
+}
+
+FakeService::~FakeService()
+{
+    const QString name = m_connection.name();
+    m_connection.unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+    QDBusConnection::disconnectFromBus(name);
+}
+
+std::vector<QDBusMessage> FakeService::calls(const QString& member) const
+{
+    std::vector<QDBusMessage> calls;
+    for (const QDBusMessage& call : m_calls) {
+        if (call.member() == member) {
+            calls.push_back(call);
+        }
+    }
+    return calls;
+}
+
+QString FakeService::introspect(const QString&) const
+{
+    return {};
+}
+
+bool FakeService::handleMessage(const QDBusMessage& message, const QDBusConnection& connection)
+{
+    m_calls.push_back(message);
+    const QDBusMessage reply = m_answer(message);
+    return reply.type() == QDBusMessage::InvalidMessage || connection.send(reply);
+}
+
+} // namespace morlaine::test

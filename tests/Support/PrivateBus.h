@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Support/TemporaryFolder.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QProcess>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace morlaine::test {
+
+/// A message bus of its own, on which nothing is but what a test puts there. Its connections end with it. Main thread,
+/// but for `connect` and `address`.
+class PrivateBus {
+public:
+    PrivateBus();
+    ~PrivateBus();
+    PrivateBus(const PrivateBus&) = delete;
+    PrivateBus& operator=(const PrivateBus&) = delete;
+
+    [[nodiscard]] bool isRunning() const { return !m_address.isEmpty(); }
+    [[nodiscard]] QString address() const { return m_address; }
+
+    /// A new connection each time.
+    [[nodiscard]] QDBusConnection connect() const;
+
+private:
+    TemporaryFolder m_folder;
+    QProcess m_daemon;
+    QString m_address;
+};
+
+/// A service on a bus whose every object answers through one function. Calls are counted before they are answered. Goes
+/// off the bus with this object.
+class FakeService final : public QDBusVirtualObject {
+    Q_OBJECT
+
+public:
+    /// The reply to a call; one that was not made with createReply or createErrorReply means that there is none yet.
+    using Answer = std::function<QDBusMessage(const QDBusMessage& call)>;
+
+    FakeService(const PrivateBus& bus, const QString& name, Answer answer);
+    ~FakeService() override;
+    FakeService(const FakeService&) = delete;
+    FakeService& operator=(const FakeService&) = delete;
+
+    /// The calls of that member so far, in order.
+    [[nodiscard]] std::vector<QDBusMessage> calls(const QString& member) const;
+
+    [[nodiscard]] QDBusConnection connection() const { return m_connection; }
+
+    [[nodiscard]] QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+private:
+    QDBusConnection m_connection;
+    Answer m_answer;
+    std::vector<QDBusMessage> m_calls;
+};
+
+} // namespace morlaine::test

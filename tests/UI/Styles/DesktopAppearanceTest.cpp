@@ -1,0 +1,101 @@
+#include "UI/Styles/DesktopAppearance.h"
+
+#include "UI/Styles/Palettes.h"
+#include "UI/Styles/StyledLabel.h"
+
+#include <QApplication>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace morlaine {
+
+namespace {
+
+using Preference = Appearance::Preference;
+
+/// A desktop whose answer takes as long as the test wants.
+class FakeAppearance final : public Appearance {
+public:
+    FakeAppearance(Preference preference, bool answersInTime) : m_answer(preference), m_answersInTime(answersInTime) {}
+
+    [[nodiscard]] Preference preference() const override { return m_preference; }
+
+    void waitForAnswer(std::chrono::milliseconds /*patience*/) override
+    {
+        if (m_answersInTime) {
+            m_preference = m_answer;
+        }
+    }
+
+    void observe(Observer observer) override { m_observer = std::move(observer); }
+
+    void change(Preference preference)
+    {
+        m_preference = preference;
+        m_observer(preference);
+    }
+
+private:
+    Preference m_answer;
+    Preference m_preference = Preference::none;
+    bool m_answersInTime;
+    Observer m_observer;
+};
+
+QColor windowColor()
+{
+    return QApplication::palette().color(QPalette::Window);
+}
+
+const QColor lightWindow = Palettes::light().color(QPalette::Window);
+const QColor darkWindow = Palettes::dark().color(QPalette::Window);
+
+class DesktopAppearanceTest : public testing::Test {
+protected:
+    ~DesktopAppearanceTest() override
+    {
+        QApplication::setPalette(QPalette());
+        QApplication::setStyle(QStyleFactory::create(QStringLiteral("fusion")));
+    }
+};
+
+} // namespace
+
+TEST_F(DesktopAppearanceTest, IsDarkFromTheStartWhereTheUserWantsThat)
+{
+    for (const auto preference : {Preference::none, Preference::light, Preference::dark}) {
+        const DesktopAppearance appearance(std::make_unique<FakeAppearance>(preference, true));
+        EXPECT_EQ(windowColor(), preference == Preference::dark ? darkWindow : lightWindow);
+        QApplication::setPalette(QPalette());
+    }
+}
+
+TEST_F(DesktopAppearanceTest, FollowsALateAnswerAndChangesWhileRunning)
+{
+    auto owned = std::make_unique<FakeAppearance>(Preference::dark, false);
+    FakeAppearance& desktop = *owned;
+    const DesktopAppearance appearance(std::move(owned));
+    const StyledLabel label(TextStyle::body);
+    EXPECT_EQ(windowColor(), lightWindow);
+    desktop.change(Preference::dark);
+    EXPECT_EQ(windowColor(), darkWindow);
+    const QColor darkText = Palettes::dark().color(QPalette::WindowText);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return label.palette().color(QPalette::WindowText) == darkText; }));
+    desktop.change(Preference::none);
+    EXPECT_EQ(windowColor(), lightWindow);
+}
+
+TEST_F(DesktopAppearanceTest, LeavesTheColorsAndTheStyleOfADesktopAlone)
+{
+    const QPalette ofDesktop(QColor(60, 90, 60), QColor(220, 235, 220));
+    QApplication::setPalette(ofDesktop);
+    const QStyle* style = QApplication::style();
+    const DesktopAppearance appearance(std::make_unique<FakeAppearance>(Preference::dark, true));
+    EXPECT_EQ(windowColor(), QColor(220, 235, 220));
+    EXPECT_EQ(QApplication::style(), style);
+}
+
+} // namespace morlaine

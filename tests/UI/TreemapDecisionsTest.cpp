@@ -1,0 +1,147 @@
+#include "UI/Views/TreemapDecisions.h"
+
+#include "Support/TreeText.h"
+#include "UI/Views/BreadcrumbFit.h"
+#include "UI/Views/TreemapMenu.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+namespace morlaine {
+
+namespace Decide = TreemapDecisions;
+
+namespace {
+
+TreemapRect file(const char* name, const Rect& rect, std::int64_t depth = 0)
+{
+    return {FileNode(FileUrl::fromPath("/f"), name, 1, false, FileCategory::other, std::nullopt), rect, {}, depth};
+}
+
+TreemapRect folder(const char* name, const Rect& rect, std::int64_t depth = 0)
+{
+    return {FileNode(FileUrl::fromPath("/d"), name, 1, true, FileCategory::other, std::nullopt), rect, {}, depth};
+}
+
+std::string nameAt(std::span<const TreemapRect> rects, const QPointF& point)
+{
+    const auto position = Decide::hitTest(rects, point);
+    return position ? std::string(rects[*position].node.name()) : "nothing";
+}
+
+} // namespace
+
+TEST(TreemapDecisionsTest, FindsTheFileElseTheOutermostFolder)
+{
+    const std::vector<TreemapRect> rects{
+        folder("outer", {0, 0, 100, 100}),      folder("inner", {3, 3, 94, 94}, 1),
+        folder("empty", {6, 6, 40, 88}, 2),     file("first", {46, 6, 48, 40}, 2),
+        file("second", {46, 46, 48, 48.25}, 2), file("overlapping", {46, 46, 48, 48}, 2),
+    };
+    const std::pair<QPointF, const char*> cases[] = {
+        {{1, 1}, "outer"},       {{4, 4}, "outer"},      {{20, 20}, "outer"},     {{50, 20}, "first"},
+        {{46, 6}, "first"},      {{50, 46}, "second"},   {{50, 45.999}, "first"}, {{94, 50}, "outer"},
+        {{93.99, 50}, "second"}, {{0, 0}, "outer"},      {{100, 50}, "nothing"},  {{50, 100}, "nothing"},
+        {{-0.1, 5}, "nothing"},  {{50, 94.25}, "outer"},
+    };
+    for (const auto& [point, name] : cases) {
+        EXPECT_EQ(nameAt(rects, point), name) << point.x() << ", " << point.y();
+    }
+    EXPECT_EQ(Decide::positionOf(rects, rects[3].id()), 3U);
+    EXPECT_EQ(Decide::positionOf(rects, Uuid::random()), std::nullopt);
+}
+
+TEST(TreemapDecisionsTest, PaintsShallowRectanglesFirstAndKeepsTheOrderOfALevel)
+{
+    const std::vector<TreemapRect> rects{folder("a", {}, 0), file("b", {}, 1), folder("c", {}, 1),
+                                         file("d", {}, 2),   file("e", {}, 0), file("f", {}, 1)};
+    EXPECT_EQ(Decide::paintingOrder(rects), (std::vector<std::uint32_t>{0, 4, 1, 2, 5, 3}));
+}
+
+TEST(TreemapDecisionsTest, ThinsTheOutlinesOfFoldersWithTheDepth)
+{
+    const std::pair<double, double> expected[] = {{0.3, 2}, {0.25, 1.5}, {0.2, 1}, {0.15, 0.5}, {0.1, 0.5}};
+    for (std::int64_t depth = 0; depth < 5; ++depth) {
+        const Decide::Outline outline = Decide::folderOutline(depth);
+        EXPECT_DOUBLE_EQ(outline.opacity, expected[depth].first);
+        EXPECT_DOUBLE_EQ(outline.width, expected[depth].second);
+    }
+}
+
+TEST(TreemapDecisionsTest, LabelsOnlyWhatIsLargerThanALimit)
+{
+    EXPECT_FALSE(Decide::labelsIn({0, 0, 70, 100}));
+    EXPECT_FALSE(Decide::labelsIn({0, 0, 100, 35}));
+    const auto labels = Decide::labelsIn({10, 20, 70.5, 35.5});
+    ASSERT_TRUE(labels);
+    EXPECT_EQ(labels->frame, QRectF(14, 24, 62.5, 27.5));
+    EXPECT_EQ(labels->name, QPointF(14, 26));
+    EXPECT_EQ(labels->size, QPointF(14, 38));
+}
+
+TEST(TreemapDecisionsTest, TellsAboutTheNodeUnderThePointerElseTheSelectedOne)
+{
+    TreemapRect hovered = file("hovered\nname", {});
+    hovered.color = {0.25, 0.5, 0.75};
+    const FileNode selected(FileUrl::fromPath("/s"), "selected.mp3", 2'000, false, FileCategory::audio, std::nullopt);
+
+    EXPECT_EQ(Decide::infoOf(hovered, selected),
+              (Decide::Info{hovered.color, QStringLiteral("hovered\uFFFDname"), QStringLiteral("(1 byte)")}));
+    EXPECT_EQ(Decide::infoOf(std::nullopt, selected),
+              (Decide::Info{FileCategory(FileCategory::audio).color(), QStringLiteral("selected.mp3"),
+                            QStringLiteral("(2 KB)")}));
+    EXPECT_EQ(Decide::infoOf(std::nullopt, std::nullopt), std::nullopt);
+}
+
+TEST(TreemapDecisionsTest, OffersWhatCanBeDoneWithANode)
+{
+    const auto textOf = [](const std::optional<FileNode>& target) {
+        std::string text;
+        for (const TreemapMenuEntry& entry : treemapMenuEntries(target)) {
+            text += entry.text.toStdString() + (entry.kind == TreemapMenuEntry::Kind::title ? " =" : "") + "\n";
+        }
+        return text;
+    };
+    EXPECT_EQ(textOf(std::nullopt), "No element selected\n");
+    EXPECT_EQ(textOf(file("a&b", {}).node), "a&b =\n\nReveal in Finder\nOpen File / Folder\nCopy Path\n");
+    EXPECT_EQ(textOf(folder("d", {}).node), "d =\n\nZoom In\nReveal in Finder\nOpen File / Folder\nCopy Path\n");
+}
+
+TEST(BreadcrumbFitTest, CutsLongNamesThenFoldsTheMiddle)
+{
+    struct Case {
+        std::vector<int> names;
+        int available;
+        std::vector<int> widths; // 0 where folded
+    };
+    // Each step takes 20 besides its name; a name keeps 50; the button for folded steps is 10 wide.
+    const BreadcrumbFit::Metrics metrics{16, 4, 50, 10};
+    const Case cases[] = {
+        {{}, 100, {}},
+        {{60, 100}, 200, {60, 100}},
+        {{60, 100}, 190, {60, 90}},
+        {{60, 100, 200}, 300, {60, 90, 90}},
+        {{60, 100, 100}, 200, {60, 0, 70}}, // 3 x 70 would be too much
+        {{60, 30, 80, 70, 100}, 170, {50, 0, 0, 0, 50}},
+        {{60, 30, 80, 70, 100}, 169, {0, 0, 0, 0, 100}},
+        {{60, 100}, 60, {0, 10}},
+        {{60, 100}, 0, {0, 0}},
+    };
+    for (const Case& c : cases) {
+        const BreadcrumbFit fit = fitBreadcrumb(c.names, c.available, metrics);
+        EXPECT_EQ(fit.nameWidths, c.widths) << c.available;
+    }
+}
+
+TEST(BreadcrumbFitTest, GivesTheInfoWhatThePathLeaves)
+{
+    const std::tuple<int, int, int, int> cases[] = {{400, 100, 100, 292}, {400, 900, 232, 160}, {400, 0, 0, 392}};
+    for (const auto& [available, natural, breadcrumb, info] : cases) {
+        const HeaderWidths widths = divideHeader(available, natural, 8);
+        EXPECT_EQ(widths.breadcrumb, breadcrumb);
+        EXPECT_EQ(widths.info, info);
+    }
+}
+
+} // namespace morlaine

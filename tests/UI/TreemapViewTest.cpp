@@ -1,0 +1,455 @@
+#include "UI/Views/TreemapView.h"
+
+#include "Support/TemporaryFolder.h"
+#include "Support/TreeText.h"
+#include "UI/Styles/Conversions.h"
+#include "UI/Views/MainViewModel.h"
+#include "UI/Views/TreemapHeader.h"
+#include "UI/Views/TreemapMenu.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QLabel>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace morlaine {
+
+namespace {
+
+class NoVolumes final : public Volumes {
+public:
+    std::vector<MountedVolume> mountedVolumes() const override { return {}; }
+};
+
+/// Writes down what it is asked for.
+class RecordingWorkspace final : public Workspace {
+public:
+    void selectFile(const std::string& path, const std::string& /*rootPath*/) override { calls += "reveal " + path; }
+    void open(const FileUrl& url) override { calls += "open " + url.path(); }
+    void copyText(std::string_view text) override { calls += "copy " + std::string(text); }
+    void openPrivacySettings() override {}
+
+    std::string calls;
+};
+
+constexpr std::string_view tree = R"(
+root/
+  big/
+    inner/
+      deep 300
+      small 100
+    notes.txt 400
+  hit.mp3 600
+  rest 200
+)";
+
+} // namespace
+
+class TreemapViewTest : public testing::Test {
+protected:
+    TreemapViewTest()
+    {
+        m_view.resize(600, 440);
+        m_view.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_view));
+    }
+
+    void showTree(std::string_view text = tree)
+    {
+        const FileNode root = test::treeFromText(text, "/");
+        const HistoricalScan scan = m_store.saveScan(root, root.fileCount(), root.directoryCount());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return m_store.loadScanTree(scan.id).has_value(); }));
+        m_model.loadHistoricalScan(scan);
+        settle();
+    }
+
+    /// Until the view has read the model and painted what came of it.
+    void settle()
+    {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+
+    FileNode nodeNamed(std::string_view name) const
+    {
+        for (const TreemapRect& rect : m_view.computedRects()) {
+            if (rect.node.name() == name) {
+                return rect.node;
+            }
+        }
+        throw std::runtime_error("no such rectangle");
+    }
+
+    QRectF rectNamed(std::string_view name) const
+    {
+        const auto& rects = m_view.computedRects();
+        const auto found = std::ranges::find(rects, name, [](const TreemapRect& rect) { return rect.node.name(); });
+        return found == rects.end() ? QRectF() : toQRectF(found->rect);
+    }
+
+    QPoint centerOf(std::string_view name) const { return rectNamed(name).center().toPoint(); }
+    QPoint cornerOf(std::string_view name) const { return rectNamed(name).topLeft().toPoint() + QPoint(1, 1); }
+
+    void moveTo(const QPoint& point)
+    {
+        // A move to where the pointer is already is none.
+        QTest::mouseMove(m_canvas, point + QPoint(1, 1));
+        QTest::mouseMove(m_canvas, point);
+        settle();
+    }
+
+    /// What a pointer that goes elsewhere brings about. Moving it there is no use here: while menus open and close,
+    /// this platform loses track of which widget it was over.
+    void leaveCanvas()
+    {
+        settle();
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(m_canvas, &leave);
+        ASSERT_FALSE(m_view.hoveredRect());
+    }
+
+    void click(const QPoint& point, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseClick(m_canvas, button, {}, point);
+        settle();
+    }
+
+    void doubleClick(const QPoint& point)
+    {
+        QTest::mouseClick(m_canvas, Qt::LeftButton, {}, point);
+        QTest::mouseDClick(m_canvas, Qt::LeftButton, {}, point);
+        settle();
+    }
+
+    std::string selected() const
+    {
+        return m_model.selectedNode() ? std::string(m_model.selectedNode()->name()) : "nothing";
+    }
+
+    std::string active() const
+    {
+        const std::optional<FileNode> root = m_model.activeRootNode();
+        return root ? std::string(root->name()) : "nothing";
+    }
+
+    QString info() const { return m_view.findChild<TreemapInfo*>()->text(); }
+
+    QColor pixel(const QPoint& point) const { return m_canvas->grab().toImage().pixelColor(point); }
+
+    QMenu* openMenu(QContextMenuEvent::Reason reason, const QPoint& point = {})
+    {
+        QContextMenuEvent event(reason, point, m_canvas->mapToGlobal(point));
+        QCoreApplication::sendEvent(m_canvas, &event);
+        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    }
+
+    static void choose(QMenu& menu, const QString& text)
+    {
+        for (QAction* action : menu.actions()) {
+            if (action->text() == text) {
+                menu.setActiveAction(action);
+                QTest::keyClick(&menu, Qt::Key_Return);
+                return;
+            }
+        }
+    }
+
+    QToolButton* button(const QString& name) const
+    {
+        for (auto* button : m_view.findChildren<QToolButton*>()) {
+            if (button->accessibleName() == name) {
+                return button;
+            }
+        }
+        return nullptr;
+    }
+
+    test::TemporaryFolder m_folder;
+    PersistenceManager m_store{m_folder.url()};
+    std::shared_ptr<RecordingWorkspace> m_workspace = std::make_shared<RecordingWorkspace>();
+    MainViewModel m_model{{FileSystem::native(), std::make_shared<NoVolumes>(), UserFolders{m_folder.url(), {}, {}, {}},
+                           m_workspace, m_store}};
+    TreemapView m_view{m_model};
+    TreemapCanvas* m_canvas = m_view.findChild<TreemapCanvas*>();
+};
+
+TEST_F(TreemapViewTest, SaysWhyThereIsNothingToSee)
+{
+    const auto accessibleText = [this] { return m_canvas->text(); };
+    EXPECT_EQ(accessibleText(), QStringLiteral("Select a folder to start scanning disk space"));
+    const QImage withoutFolder = m_canvas->grab().toImage();
+    click({300, 200});
+    doubleClick({300, 200});
+    EXPECT_EQ(selected(), "nothing");
+
+    showTree("root/\n  empty 0\n");
+    EXPECT_EQ(accessibleText(), QStringLiteral("Calculating Layout..."));
+    EXPECT_NE(m_canvas->grab().toImage(), withoutFolder);
+    EXPECT_EQ(m_canvas->basePaintCount(), 0);
+}
+
+TEST_F(TreemapViewTest, LaysOutAgainForAnotherSizeAndAnotherFolderOnly)
+{
+    showTree();
+    const TreemapRect* first = m_view.computedRects().data();
+    EXPECT_EQ(rectNamed("big").height(), m_canvas->height());
+    m_model.setSearchText(QStringLiteral("hit"));
+    m_model.setSelectedNode(nodeNamed("rest"));
+    settle();
+    EXPECT_EQ(m_view.computedRects().data(), first);
+
+    for (const QSizeF& tooSmall : {QSizeF(20, 300), QSizeF(300, 20)}) {
+        m_view.recalculateLayout(tooSmall);
+        EXPECT_EQ(m_view.computedRects().data(), first);
+    }
+    m_view.recalculateLayout({20.5, 20.5});
+    EXPECT_EQ(rectNamed("big").height(), 20.5);
+
+    m_view.resize(700, 500);
+    settle();
+    EXPECT_EQ(rectNamed("big").height(), m_canvas->height());
+    m_model.zoomIn(nodeNamed("big"));
+    settle();
+    EXPECT_EQ(rectNamed("inner").height(), m_canvas->height());
+
+    m_model.scan(m_folder.url("missing"));
+    settle();
+    EXPECT_TRUE(m_view.computedRects().empty());
+}
+
+TEST_F(TreemapViewTest, SelectsWithAClickAndZoomsWithTwo)
+{
+    showTree();
+    EXPECT_EQ(selected(), "root");
+    click(centerOf("hit.mp3"));
+    EXPECT_EQ(selected(), "hit.mp3");
+    click(cornerOf("inner"));
+    EXPECT_EQ(selected(), "big") << "the outermost folder";
+
+    QTest::mousePress(m_canvas, Qt::LeftButton, {}, centerOf("rest"));
+    QTest::mouseRelease(m_canvas, Qt::LeftButton, {}, centerOf("hit.mp3"));
+    click(centerOf("rest"), Qt::RightButton);
+    EXPECT_EQ(selected(), "big") << "neither dragging nor another button is a click";
+
+    doubleClick(centerOf("hit.mp3"));
+    EXPECT_EQ(selected(), "hit.mp3") << "by the first click";
+    EXPECT_EQ(active(), "root");
+
+    doubleClick(cornerOf("big"));
+    EXPECT_EQ(active(), "big");
+    EXPECT_EQ(m_model.zoomStack().size(), 1U);
+}
+
+TEST_F(TreemapViewTest, FollowsThePointerWithoutPaintingTheRectanglesAgain)
+{
+    showTree();
+    const QColor plain = pixel(centerOf("rest"));
+    const int paintedBefore = m_canvas->basePaintCount();
+
+    moveTo(centerOf("rest"));
+    ASSERT_TRUE(m_view.hoveredRect());
+    EXPECT_EQ(info(), QStringLiteral("rest (200 bytes)"));
+    EXPECT_GT(pixel(centerOf("rest")).lightness(), plain.lightness());
+    moveTo(centerOf("hit.mp3"));
+    EXPECT_EQ(info(), QStringLiteral("hit.mp3 (600 bytes)"));
+    EXPECT_EQ(pixel(centerOf("rest")), plain);
+
+    click(centerOf("hit.mp3"));
+    moveTo(centerOf("rest"));
+    const QColor selectedOnly = pixel(centerOf("hit.mp3"));
+    moveTo(centerOf("hit.mp3"));
+    EXPECT_EQ(pixel(centerOf("hit.mp3")), selectedOnly) << "what is selected is not washed white";
+
+    leaveCanvas();
+    m_model.setSelectedNode(std::nullopt);
+    settle();
+    EXPECT_FALSE(m_view.hoveredRect());
+    EXPECT_EQ(info(), QString());
+    EXPECT_EQ(m_canvas->basePaintCount(), paintedBefore);
+
+    m_model.setSearchText(QStringLiteral("hit"));
+    settle();
+    m_canvas->grab();
+    EXPECT_EQ(m_canvas->basePaintCount(), paintedBefore + 1);
+    EXPECT_LT(pixel(centerOf("rest")).lightness(), plain.lightness());
+}
+
+/// Counts the pixels that it is asked to paint.
+class PaintedArea final : public QObject {
+public:
+    explicit PaintedArea(QWidget& widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject* /*object*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            region += static_cast<QPaintEvent*>(event)->region();
+        }
+        return false;
+    }
+
+    QRegion region;
+};
+
+TEST_F(TreemapViewTest, PaintsOnlyWhereTheMarkWasAndIs)
+{
+    showTree();
+    moveTo(centerOf("small"));
+    PaintedArea painted(*m_canvas);
+    moveTo(centerOf("deep"));
+    const auto around = [this](std::string_view name) {
+        return rectNamed(name).toAlignedRect().adjusted(-4, -4, 4, 4);
+    };
+    EXPECT_FALSE(painted.region.isEmpty());
+    EXPECT_TRUE((painted.region - around("small") - around("deep")).isEmpty());
+    EXPECT_TRUE(painted.region.contains(rectNamed("small").toRect()));
+    EXPECT_TRUE(painted.region.contains(rectNamed("deep").toRect()));
+}
+
+TEST_F(TreemapViewTest, KeepsWhatThePointerWasOverWhenTheLayoutChanges)
+{
+    showTree();
+    moveTo(centerOf("hit.mp3"));
+    m_model.zoomIn(nodeNamed("big"));
+    settle();
+    EXPECT_EQ(m_view.hoveredRect()->node.name(), "hit.mp3");
+    EXPECT_EQ(info(), QStringLiteral("hit.mp3 (600 bytes)"));
+    m_view.updateHoveredRect();
+    EXPECT_NE(m_view.hoveredRect()->node.name(), "hit.mp3");
+}
+
+TEST_F(TreemapViewTest, LeadsBackAlongThePath)
+{
+    showTree();
+    EXPECT_FALSE(button(QStringLiteral("Zoom to root"))->isEnabled());
+    m_model.zoomIn(nodeNamed("big"));
+    settle();
+    m_model.zoomIn(nodeNamed("inner"));
+    settle();
+    QTest::mouseClick(button(QStringLiteral("big")), Qt::LeftButton);
+    settle();
+    EXPECT_EQ(m_model.zoomStack().size(), 1U);
+    EXPECT_EQ(active() + " " + selected(), "big big");
+    EXPECT_EQ(button(QStringLiteral("inner")), nullptr);
+
+    QToolButton* const house = button(QStringLiteral("Zoom to root"));
+    ASSERT_TRUE(house->isEnabled());
+    house->setFocus();
+    QTest::keyClick(house, Qt::Key_Space);
+    settle();
+    EXPECT_EQ(active() + " " + selected(), "root root");
+    EXPECT_FALSE(house->isEnabled());
+}
+
+TEST_F(TreemapViewTest, FoldsALongPathInsteadOfGrowing)
+{
+    const FileNode top = test::treeFromText("folder with a rather long name & more/\n  file 1\n");
+    m_model.setZoomStack(std::vector<FileNode>(30, top));
+    settle();
+    EXPECT_EQ(m_view.minimumSizeHint().expandedTo(m_view.minimumSize()), QSize(380, 220));
+    m_view.resize(380, 220);
+    settle();
+    const auto* const info = m_view.findChild<TreemapInfo*>();
+    const int infoLeft = info->x();
+    for (const auto* step : m_view.findChildren<QToolButton*>()) {
+        EXPECT_TRUE(!step->isVisible() || step->mapTo(&m_view, step->rect().topRight()).x() < info->x());
+    }
+    m_model.setSelectedNode(top);
+    settle();
+    EXPECT_EQ(info->x(), infoLeft);
+
+    QTest::mouseClick(button(QStringLiteral("More folders")), Qt::LeftButton);
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions()[0]->text(), QStringLiteral("folder with a rather long name && more"));
+    QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Return);
+    settle();
+    EXPECT_LE(m_model.zoomStack().size(), 2U);
+}
+
+TEST_F(TreemapViewTest, OffersAMenuForWhatIsUnderThePointerElseForWhatIsSelected)
+{
+    EXPECT_EQ(openMenu(QContextMenuEvent::Keyboard)->actions()[0]->text(), QStringLiteral("No element selected"));
+    QApplication::activePopupWidget()->close();
+    showTree();
+
+    moveTo(centerOf("hit.mp3"));
+    QMenu* menu = openMenu(QContextMenuEvent::Mouse, centerOf("hit.mp3"));
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions()[0]->text(), QStringLiteral("hit.mp3"));
+    EXPECT_GE(menu->actions()[0]->font().weight(), QFont::DemiBold);
+    moveTo(centerOf("rest")); // the target is fixed by now
+    choose(*menu, QStringLiteral("Reveal in Finder"));
+    EXPECT_EQ(m_workspace->calls, "reveal /root/hit.mp3");
+    EXPECT_EQ(selected(), "hit.mp3");
+
+    leaveCanvas();
+    m_model.setSelectedNode(nodeNamed("rest"));
+    settle();
+    m_workspace->calls.clear();
+    menu = openMenu(QContextMenuEvent::Keyboard);
+    choose(*menu, QStringLiteral("Open File / Folder"));
+    leaveCanvas();
+    menu = openMenu(QContextMenuEvent::Keyboard);
+    choose(*menu, QStringLiteral("Copy Path"));
+    EXPECT_EQ(m_workspace->calls, "open /root/restcopy /root/rest");
+
+    m_model.setSelectedNode(nodeNamed("big"));
+    settle();
+    leaveCanvas();
+    choose(*openMenu(QContextMenuEvent::Keyboard), QStringLiteral("Zoom In"));
+    EXPECT_EQ(active(), "big");
+}
+
+TEST_F(TreemapViewTest, ShowsTheFocusAndLeavesShortcutsToTheWindow)
+{
+    showTree();
+    QApplication::setActiveWindow(&m_view);
+    m_canvas->clearFocus();
+    const QColor plain = pixel({0, 0});
+    m_canvas->setFocus(Qt::TabFocusReason);
+    EXPECT_NE(pixel({0, 0}), plain);
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Escape}) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_canvas, &event);
+        EXPECT_FALSE(event.isAccepted());
+    }
+}
+
+TEST_F(TreemapViewTest, TellsAssistiveProgramsEveryRectangle)
+{
+    showTree();
+    QAccessibleInterface* const list = QAccessible::queryAccessibleInterface(m_canvas);
+    ASSERT_EQ(list->childCount(), static_cast<int>(m_view.computedRects().size()));
+    EXPECT_EQ(list->role(), QAccessible::List);
+    for (int index = 0; index < list->childCount(); ++index) {
+        const TreemapRect& rect = m_view.computedRects()[static_cast<std::size_t>(index)];
+        QAccessibleInterface* const item = list->child(index);
+        EXPECT_EQ(item->text(QAccessible::Name).toStdString(), rect.node.name());
+        EXPECT_EQ(item->text(QAccessible::Value).toStdString(), rect.node.formattedSize());
+        EXPECT_EQ(item->role(), QAccessible::ListItem);
+        EXPECT_EQ(list->indexOfChild(item), index);
+        EXPECT_EQ(item->parent(), list);
+        EXPECT_TRUE(item->rect().contains(m_canvas->mapToGlobal(toQRectF(rect.rect).center().toPoint())));
+        EXPECT_EQ(list->child(index), item) << "asked again";
+    }
+    const QPoint rest = m_canvas->mapToGlobal(centerOf("rest"));
+    QAccessibleInterface* const item = list->childAt(rest.x(), rest.y());
+    ASSERT_NE(item, nullptr);
+    EXPECT_FALSE(item->state().selected);
+    item->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    settle();
+    EXPECT_EQ(selected(), "rest");
+    EXPECT_TRUE(item->state().selected);
+
+    m_model.zoomIn(nodeNamed("big"));
+    settle();
+    EXPECT_FALSE(item->isValid());
+    EXPECT_EQ(list->childCount(), static_cast<int>(m_view.computedRects().size()));
+}
+
+} // namespace morlaine
