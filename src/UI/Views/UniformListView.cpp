@@ -82,12 +82,12 @@ void UniformListView::doItemsLayout()
     QStyleOptionViewItem option;
     initViewItemOption(&option);
     m_rowHeight = std::max(1, itemDelegate()->sizeHint(option, {}).height());
-    QAbstractItemView::doItemsLayout();
+    QAbstractItemView::doItemsLayout(); // NOLINT(bugprone-parent-virtual-call): on purpose
 }
 
 void UniformListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles)
 {
-    QAbstractItemView::dataChanged(topLeft, bottomRight, roles);
+    QAbstractItemView::dataChanged(topLeft, bottomRight, roles); // NOLINT(bugprone-parent-virtual-call): on purpose
 }
 
 QModelIndex UniformListView::moveCursor(CursorAction action, Qt::KeyboardModifiers /*modifiers*/)
@@ -173,17 +173,17 @@ void UniformListView::updateGeometries()
     bar.setSingleStep(m_rowHeight);
     bar.setPageStep(viewport()->height());
     bar.setRange(0, std::max(0, contentHeight() - viewport()->height()));
-    QAbstractItemView::updateGeometries();
+    QAbstractItemView::updateGeometries(); // NOLINT(bugprone-parent-virtual-call): on purpose
 }
 
 void UniformListView::scrollContentsBy(int dx, int dy)
 {
-    QAbstractItemView::scrollContentsBy(dx, dy);
+    QAbstractItemView::scrollContentsBy(dx, dy); // NOLINT(bugprone-parent-virtual-call): on purpose
 }
 
 void UniformListView::resizeEvent(QResizeEvent* event)
 {
-    QAbstractItemView::resizeEvent(event);
+    QAbstractItemView::resizeEvent(event); // NOLINT(bugprone-parent-virtual-call): on purpose
 }
 
 QStyleOptionViewItem UniformListView::optionFor(const QModelIndex& index, const QStyleOptionViewItem& base) const
