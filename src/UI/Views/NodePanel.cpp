@@ -93,7 +93,7 @@ void NodePanel::addActions(QVBoxLayout& column)
     const auto add = [this, &column](SymbolName symbol, const QString& label, auto operation) {
         auto* button = new ActionButton(symbol, label);
         connect(button, &QPushButton::clicked, this, [this, operation] {
-            if (const auto node = m_viewModel.selectedNode()) {
+            if (const auto& node = m_viewModel.selectedNode()) {
                 (m_viewModel.*operation)(*node);
             }
         });
