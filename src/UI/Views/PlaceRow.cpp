@@ -121,16 +121,6 @@ void PlaceRow::keyPressEvent(QKeyEvent* event)
     }
 }
 
-/// A window may have a use of its own for the space bar, but a button that has the keyboard comes first.
-bool PlaceRow::event(QEvent* event)
-{
-    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space) {
-        event->accept();
-        return true;
-    }
-    return QPushButton::event(event);
-}
-
 QPalette PlaceRow::currentPalette() const
 {
     QPalette current = palette();

@@ -111,6 +111,9 @@ void RecentScansList::hideEvent(QHideEvent* event)
 void RecentScansList::keyPressEvent(QKeyEvent* event)
 {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && event->isAutoRepeat()) {
+        return;
+    }
     if (isReturn && currentIndex().isValid()) {
         Q_EMIT openRequested(HistoricalScan(m_scans->row(currentIndex().row()).scan));
     } else {
