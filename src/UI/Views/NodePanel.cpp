@@ -13,6 +13,9 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include <functional>
+#include <utility>
+
 namespace morlaine {
 
 namespace {
@@ -90,20 +93,25 @@ void NodePanel::addPath(QVBoxLayout& column)
 
 void NodePanel::addActions(QVBoxLayout& column)
 {
-    const auto add = [this, &column](SymbolName symbol, const QString& label, auto operation) {
+    const auto add = [this, &column](SymbolName symbol, const QString& label,
+                                     std::function<void(const FileNode&)> operation) {
         auto* button = new ActionButton(symbol, label);
-        connect(button, &QPushButton::clicked, this, [this, operation] {
-            if (const auto& node = m_viewModel.selectedNode()) {
-                (m_viewModel.*operation)(*node);
+        connect(button, &QPushButton::clicked, this, [this, operation = std::move(operation)] {
+            if (const auto node = m_viewModel.selectedNode()) {
+                operation(*node);
             }
         });
         column.addWidget(button);
         return button;
     };
-    add("arrow.right.to.line.alt", QStringLiteral("Reveal in Finder"), &MainViewModel::revealInFinder);
-    add("arrow.up.right.square", QStringLiteral("Open File"), &MainViewModel::openFile);
-    add("doc.on.doc", QStringLiteral("Copy Absolute Path"), &MainViewModel::copyPathToClipboard);
-    m_zoom = add("plus.magnifyingglass", QStringLiteral("Zoom Into Folder"), &MainViewModel::zoomIn);
+    add("arrow.right.to.line.alt", QStringLiteral("Reveal in Finder"),
+        [this](const FileNode& node) { m_viewModel.revealInFinder(node); });
+    add("arrow.up.right.square", QStringLiteral("Open File"),
+        [this](const FileNode& node) { m_viewModel.openFile(node); });
+    add("doc.on.doc", QStringLiteral("Copy Absolute Path"),
+        [this](const FileNode& node) { m_viewModel.copyPathToClipboard(node); });
+    m_zoom = add("plus.magnifyingglass", QStringLiteral("Zoom Into Folder"),
+                 [this](const FileNode& node) { m_viewModel.zoomIn(node); });
 }
 
 void NodePanel::refresh()
