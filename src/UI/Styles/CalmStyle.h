@@ -4,12 +4,29 @@
 
 namespace morlaine {
 
-/// The toolkit's own style with its relief taken out: flat controls with round corners and hairlines between panels.
+/// The toolkit's own style with its relief taken out: flat controls with round corners, slim scroll bars and progress
+/// bars, hairlines between panels. All colours come from the palette of what is drawn.
 class CalmStyle final : public QProxyStyle {
     Q_OBJECT
 
 public:
     CalmStyle();
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override;
+    [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
+                                       const QWidget* widget) const override;
+    [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption* option,
+                                       const QWidget* widget) const override;
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                                QStyleHintReturn* returned) const override;
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contentsSize,
+                                         const QWidget* widget) const override;
 };
 
 } // namespace morlaine

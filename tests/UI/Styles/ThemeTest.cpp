@@ -89,8 +89,9 @@ TEST_F(ThemeTest, SecondaryAndTertiaryTextRecedeAndStayReadable)
     palettes.push_back({"the toolkit's", QApplication::style()->standardPalette()});
     palettes.push_back({"of little contrast", QPalette(QColor(128, 128, 128))});
     palettes.back().palette.setColor(QPalette::WindowText, QColor(60, 60, 60));
-    for (const auto& [name, palette] : palettes) {
-        SCOPED_TRACE(name);
+    for (const NamedPalette& named : palettes) {
+        SCOPED_TRACE(named.name);
+        const QPalette& palette = named.palette;
         for (const auto background : {Theme::panelBackground, Theme::controlBackground}) {
             const auto contrast = [&](Theme::SystemColor color) {
                 return contrastRatio(color(palette), background(palette));
@@ -158,8 +159,9 @@ TEST_F(ThemeTest, ALabelKeepsItsStyleWhenAppearanceAndFontChange)
 {
     QWidget window;
     const StyledLabel label(TextStyle::caption, Theme::textSecondary, &window);
-    for (const auto& [name, palette] : allPalettes()) {
-        SCOPED_TRACE(name);
+    for (const NamedPalette& named : allPalettes()) {
+        SCOPED_TRACE(named.name);
+        const QPalette& palette = named.palette;
         QApplication::setPalette(palette);
         EXPECT_TRUE(QTest::qWaitFor([&] {
             return label.palette().color(QPalette::WindowText) == Theme::textSecondary(palette) &&
