@@ -124,6 +124,7 @@ void SearchFilterView::buildList()
     m_list->setAccessibleName(QStringLiteral("Search results"));
     m_list->setItemDelegate(new SearchResultDelegate(*m_results, m_list));
     m_list->setModel(m_results);
+    connect(m_results, &QAbstractItemModel::modelReset, m_list, &QAbstractItemView::scrollToTop);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this](const QItemSelection& selected) { select(selected.indexes().value(0)); });
     connect(m_list, &QAbstractItemView::clicked, this, &SearchFilterView::select);
