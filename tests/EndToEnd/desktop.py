@@ -42,6 +42,8 @@ class Desktop:
     def __init__(self, has_window_manager=True, has_session_bus=True, width=1400, height=920):
         # The space in the name is on purpose.
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="morlaine test "))
+        # The toolkit takes a command apart at its spaces before it starts it.
+        self._commands = pathlib.Path(tempfile.mkdtemp(prefix="morlaine-commands-"))
         self._processes = []
         self._programs = []
         self._log = open(self.folder / "services.log", "wb")
@@ -71,6 +73,7 @@ class Desktop:
             self.display.stop()
         self._log.close()
         remove_tree(self.folder)
+        remove_tree(self._commands)
 
     def start_program(self, path, environment=None):
         """Starts the program under test; what it prints is kept apart."""
@@ -81,7 +84,7 @@ class Desktop:
 
     def install_command(self, name, script):
         """Puts a command in front of what the system offers under the name."""
-        command = self.folder / "commands" / name
+        command = self._commands / name
         command.write_text("#!/bin/sh\n" + script)
         command.chmod(0o755)
 
@@ -91,7 +94,7 @@ class Desktop:
     def _make_folders(self):
         self.home = self.folder / "home of a user"
         self.data_home = self.home / "data"
-        for folder in [self.home, self.folder / "commands", self.folder / "configuration" / "openbox"]:
+        for folder in [self.home, self.folder / "configuration" / "openbox"]:
             folder.mkdir(parents=True)
         (self.folder / "runtime").mkdir(mode=0o700)
         (self.folder / "configuration" / "openbox" / "rc.xml").write_text(WINDOW_MANAGER_CONFIGURATION)
@@ -100,7 +103,7 @@ class Desktop:
     def _make_environment(self):
         runtime = self.folder / "runtime"
         return {
-            "PATH": f"{self.folder}/commands:/usr/local/bin:/usr/bin:/bin",
+            "PATH": f"{self._commands}:/usr/local/bin:/usr/bin:/bin",
             "LANG": "C.UTF-8",
             "HOME": str(self.home),
             "DISPLAY": self.display.name,
