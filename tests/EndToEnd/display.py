@@ -7,6 +7,7 @@ import png
 from Xlib import X, XK, Xatom, display as xdisplay
 from Xlib.error import XError
 from Xlib.ext import xtest
+from Xlib.protocol.event import ClientMessage
 from waiting import wait_for
 
 MODIFIERS = {"Ctrl": "Control_L", "Alt": "Alt_L", "Shift": "Shift_L"}
@@ -77,14 +78,37 @@ class Display:
     def type(self, text):
         """Types what a keyboard of the plain English layout can."""
         for character in text:
+            if character == "\n":
+                self.press("Return")
+                continue
             # A key has a column of symbols for each combination of modifiers: plain, then with Shift.
             column, code = min((column, code) for code, column in self.connection.keysym_to_keycodes(ord(character)))
             shift = [self._code(XK.XK_Shift_L)] if column == 1 else []
             self._strike(shift, code)
 
-    def focus(self, window):
+    def wait_for_focus(self, title):
+        """Waits until the keyboard belongs to the window."""
+
+        def has_focus():
+            focus = self.connection.get_input_focus().focus
+            return not isinstance(focus, int) and self._title(focus) == title
+
+        wait_for(has_focus, f'window "{title}" to have the keyboard')
+
+    def focus(self, title):
         """What a window manager would do, for screens that have none."""
-        window.set_input_focus(X.RevertToParent, X.CurrentTime)
+        self.window(title).set_input_focus(X.RevertToParent, X.CurrentTime)
+        self.wait_for_focus(title)
+
+    def close_window(self, title):
+        """Asks the window's program to close it, as a window manager does."""
+        window = self.window(title)
+        message = ClientMessage(
+            window=window,
+            client_type=self.connection.intern_atom("WM_PROTOCOLS"),
+            data=(32, [self.connection.intern_atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0]),
+        )
+        window.send_event(message)
         self.connection.sync()
 
     def _code(self, symbol):
