@@ -55,6 +55,8 @@ MainView::MainView(MainViewModel::Environment environment, std::unique_ptr<Folde
     buildColumns();
     bindShortcuts();
     update();
+    // Otherwise the first button would begin with the focus, and take the space bar for itself.
+    setFocus();
     resize(preferredSize.boundedTo(screen()->availableSize()));
 }
 

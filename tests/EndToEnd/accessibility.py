@@ -1,0 +1,122 @@
+"""What a screen reader sees of a program, asked for afresh each time."""
+
+import buses
+from gi.repository import GLib
+
+PREFIX = "org.a11y.atspi."
+REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
+NULL_PATH = "/org/a11y/atspi/null"
+
+# Positions in the protocol's set of states.
+STATES = {"active": 1, "checked": 4, "enabled": 8, "focused": 12, "selected": 23, "sensitive": 24, "showing": 25}
+
+
+class Gone(Exception):
+    """The item, or its program, does not exist any more."""
+
+
+class Node:
+    """One item of the tree: a window, a button, a text."""
+
+    def __init__(self, bus, owner, path):
+        self._bus, self._owner, self._path = bus, owner, path
+
+    def __eq__(self, other):
+        return (self._owner, self._path) == (other._owner, other._path)
+
+    def __hash__(self):
+        return hash((self._owner, self._path))
+
+    def _call(self, interface, method, arguments=None):
+        try:
+            return buses.call(self._bus, self._owner, self._path, interface, method, arguments)
+        except GLib.Error as error:
+            raise Gone(error.message) from error
+
+    def _property(self, interface, name):
+        arguments = GLib.Variant("(ss)", (PREFIX + interface, name))
+        return self._call("org.freedesktop.DBus.Properties", "Get", arguments)[0]
+
+    @property
+    def name(self):
+        return self._property("Accessible", "Name")
+
+    @property
+    def process(self):
+        """The number of the process that it belongs to."""
+        try:
+            return buses.ask(self._bus, "GetConnectionUnixProcessID", self._owner)
+        except GLib.Error as error:
+            raise Gone(error.message) from error
+
+    @property
+    def description(self):
+        return self._property("Accessible", "Description")
+
+    @property
+    def role(self):
+        return self._call(PREFIX + "Accessible", "GetRoleName")[0]
+
+    @property
+    def children(self):
+        references = self._call(PREFIX + "Accessible", "GetChildren")[0]
+        return [Node(self._bus, owner, path) for owner, path in references if path != NULL_PATH]
+
+    def is_(self, state):
+        low, high = self._call(PREFIX + "Accessible", "GetState")[0]
+        return bool((low | high << 32) >> STATES[state] & 1)
+
+    @property
+    def extents(self):
+        """x, y, width and height on the screen."""
+        return self._call(PREFIX + "Component", "GetExtents", GLib.Variant("(u)", (0,)))[0]
+
+    def do_default_action(self):
+        self._call(PREFIX + "Action", "DoAction", GLib.Variant("(i)", (0,)))
+
+    @property
+    def text(self):
+        return self._call(PREFIX + "Text", "GetText", GLib.Variant("(ii)", (0, -1)))[0]
+
+    @text.setter
+    def text(self, value):
+        self._call(PREFIX + "EditableText", "SetTextContents", GLib.Variant("(s)", (value,)))
+
+    def grab_focus(self):
+        self._call(PREFIX + "Component", "GrabFocus")
+
+    def all(self, role=None, name=None):
+        """All items in here that can be seen, this one included, with the role and the name where these are given."""
+        found = []
+        self._collect(role, name, found)
+        return found
+
+    def _collect(self, role, name, found):
+        try:
+            # What is not shown shows nothing inside; an application itself is neither shown nor hidden.
+            if not self.is_("showing") and self.role != "application":
+                return
+            if (role is None or self.role == role) and (name is None or self.name == name):
+                found.append(self)
+            children = self.children
+        except Gone:
+            return
+        for child in children:
+            child._collect(role, name, found)
+
+    def find(self, role=None, name=None):
+        """The first such item, or None."""
+        return next(iter(self.all(role, name)), None)
+
+    def outline(self, depth=0):
+        """The tree as text, for people who look for a fault."""
+        try:
+            states = [state for state in STATES if self.is_(state)]
+            line = f'{"  " * depth}{self.role} "{self.name}" ({self.description}) {states}\n'
+            return line + "".join(child.outline(depth + 1) for child in self.children)
+        except Gone as gone:
+            return f'{"  " * depth}gone: {gone}\n'
+
+
+def applications(bus):
+    return Node(bus, *REGISTRY).children

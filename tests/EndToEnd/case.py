@@ -1,0 +1,97 @@
+"""What all end-to-end tests share."""
+
+import os
+import pathlib
+import unittest
+
+from desktop import Desktop
+from store import Store
+from walk import Walk
+
+PROGRAM = pathlib.Path(os.environ["MORLAINE_PROGRAM"])
+OUTPUT = pathlib.Path(os.environ["MORLAINE_TEST_OUTPUT"])
+HUNG_FOLDER_LIBRARY = pathlib.Path(os.environ["MORLAINE_HUNG_FOLDER"])
+
+
+class EndToEndTest(unittest.TestCase):
+    """A test with a desktop and a program on it. The program must print nothing, whatever happens."""
+
+    def make_desktop(self, **options):
+        self.desktop = Desktop(**options)
+        self.addCleanup(self.desktop.stop)
+        self.store = Store(self.desktop.data_home)
+
+    def start(self, environment=None):
+        self.program = self.desktop.start_program(PROGRAM, environment)
+        self.addCleanup(self._check_silence, self.program)
+        return self.program
+
+    def start_on_desktop(self, **options):
+        """The usual beginning: a desktop, and the program with its window in front."""
+        self.make_desktop(**options)
+        self.start().active_window()
+
+    def start_endless_scan(self):
+        """The same, and a scan that goes on until release_folder(): of a folder whose disk does not answer."""
+        self.make_desktop()
+        self.folder = self.make_folder({"hung/file": 1})
+        # A path with spaces would be taken for several libraries; a list of folders is parted by colons only.
+        library = {"LD_LIBRARY_PATH": str(HUNG_FOLDER_LIBRARY.parent), "LD_PRELOAD": HUNG_FOLDER_LIBRARY.name}
+        self.start(library).active_window()
+        self.program.choose_folder(self.folder)
+        self.program.wait_for_item("push button", "Cancel")
+
+    def release_folder(self):
+        (self.folder / "released").touch()
+
+    def make_folder(self, files=None):
+        """A folder to scan, with files of the given names and sizes."""
+        folder = self.desktop.folder / "to scan"
+        folder.mkdir()
+        for name, size in (files or {}).items():
+            path = folder / name
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_bytes(b"x" * size)
+        os.sync()
+        return folder
+
+    def scan(self, folder, count=1):
+        """Scans a folder through the dialog; returns the newest entry of the history, which then has so many."""
+        self.program.choose_folder(folder)
+        return self.store.wait_for_scans(self.program, count)[-1]
+
+    def walk(self, folder):
+        return Walk(os.fsencode(folder))
+
+    def quit(self):
+        """Closes the window as people do. The program has to end well."""
+        self.program.active_window()
+        self.desktop.display.press("Alt+F4")
+        self.assertEqual(self.program.wait_for_exit(), 0)
+
+    def picture(self, name):
+        """Saves what is on the screen."""
+        OUTPUT.mkdir(parents=True, exist_ok=True)
+        self.desktop.display.save(OUTPUT / f"{self.id()}-{name}.png")
+
+    def _check_silence(self, program):
+        self.assertEqual(program.output, b"", "the program printed something")
+
+    def _callTestMethod(self, method):
+        try:
+            method()
+        except unittest.SkipTest:
+            raise
+        except BaseException:
+            self._save_evidence()
+            raise
+
+    def _save_evidence(self):
+        if hasattr(self, "program"):
+            self.picture("failed")
+            print(f"{self.id()} failed. The program printed {self.program.output!r} and showed:")
+            try:
+                print(self.program.outline())
+            except Exception as error:  # what is left of the evidence still counts
+                print(f"nothing that could be asked for: {error!r}")
+            print("Services:", self.desktop.services_log(), sep="\n")

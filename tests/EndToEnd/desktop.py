@@ -1,0 +1,162 @@
+"""A desktop session of its own: screen, window manager, buses, home folder. Nothing of the surrounding one is used."""
+
+import os
+import pathlib
+import shutil
+import stat
+import tempfile
+
+import buses
+import processes
+from display import Display
+from program import Program
+
+BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:tmpdir=/tmp</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
+
+WINDOW_MANAGER_CONFIGURATION = """<?xml version="1.0" encoding="UTF-8"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <keyboard>
+    <keybind key="A-F4"><action name="Close"/></keybind>
+  </keyboard>
+</openbox_config>
+"""
+
+ACCESSIBILITY_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
+
+
+class Desktop:
+    """A context manager; what it started is ended, and its folder removed, on the way out."""
+
+    def __init__(self, has_window_manager=True, has_session_bus=True, width=1400, height=920):
+        # The space in the name is on purpose.
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="morlaine test "))
+        # The toolkit takes a command apart at its spaces before it starts it.
+        self._commands = pathlib.Path(tempfile.mkdtemp(prefix="morlaine-commands-"))
+        self._processes = []
+        self._programs = []
+        self._log = open(self.folder / "services.log", "wb")
+        try:
+            self._make_folders()
+            self.display = Display(self._log, width, height)
+            self.environment = self._make_environment()
+            if has_session_bus:
+                self._start_session_bus()
+                self._start_accessibility()
+            if has_window_manager:
+                self._start_window_manager()
+        except BaseException:
+            self.stop()
+            raise
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.stop()
+
+    def stop(self):
+        for process in [*(program.process for program in self._programs), *reversed(self._processes)]:
+            processes.stop(process)
+        if hasattr(self, "display"):
+            self.display.stop()
+        self._log.close()
+        remove_tree(self.folder)
+        remove_tree(self._commands)
+
+    def start_program(self, path, environment=None):
+        """Starts the program under test; what it prints is kept apart."""
+        number = len(self._programs)
+        program = Program(self, path, {**self.environment, **(environment or {})}, self.folder / f"output {number}")
+        self._programs.append(program)
+        return program
+
+    def install_command(self, name, script):
+        """Puts a command in front of what the system offers under the name."""
+        command = self._commands / name
+        command.write_text("#!/bin/sh\n" + script)
+        command.chmod(0o755)
+
+    def services_log(self):
+        return (self.folder / "services.log").read_text(errors="replace")
+
+    def _make_folders(self):
+        self.home = self.folder / "home of a user"
+        self.data_home = self.home / "data"
+        for folder in [self.home, self.folder / "configuration" / "openbox"]:
+            folder.mkdir(parents=True)
+        (self.folder / "runtime").mkdir(mode=0o700)
+        (self.folder / "configuration" / "openbox" / "rc.xml").write_text(WINDOW_MANAGER_CONFIGURATION)
+        (self.folder / "bus.conf").write_text(BUS_CONFIGURATION)
+
+    def _make_environment(self):
+        runtime = self.folder / "runtime"
+        return {
+            "PATH": f"{self._commands}:/usr/local/bin:/usr/bin:/bin",
+            "LANG": "C.UTF-8",
+            "HOME": str(self.home),
+            "DISPLAY": self.display.name,
+            "XDG_RUNTIME_DIR": str(runtime),
+            "XDG_CACHE_HOME": str(self.home / "cache"),
+            "XDG_CONFIG_HOME": str(self.folder / "configuration"),
+            "XDG_DATA_HOME": str(self.data_home),
+            # As for people who use a screen reader.
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            # A bus that nobody answers on, until one is started; without an address, one would be looked for.
+            "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent/bus",
+        }
+
+    def _start(self, command, **options):
+        process = processes.start(
+            command, env=self.environment, cwd=self.home, stderr=self._log, **{"stdout": self._log, **options}
+        )
+        self._processes.append(process)
+        return process
+
+    def _start_session_bus(self):
+        reader, writer = os.pipe()
+        self._start(
+            ["dbus-daemon", f"--config-file={self.folder}/bus.conf", "--nofork", f"--print-address={writer}"],
+            pass_fds=[writer],
+        )
+        os.close(writer)
+        with os.fdopen(reader) as pipe:
+            address = pipe.readline().strip()
+        if not address:
+            raise RuntimeError(f"the session bus did not start:\n{self.services_log()}")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        self.session_bus = buses.connect(address)
+
+    def _start_accessibility(self):
+        self._start([ACCESSIBILITY_LAUNCHER, "--launch-immediately"])
+        buses.wait_for_name(self.session_bus, "org.a11y.Bus")
+        (address,) = buses.call(self.session_bus, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
+        self.accessibility_bus = buses.connect(address)
+
+    def _start_window_manager(self):
+        self._start(["openbox", "--sm-disable"])
+        self.display.wait_for_window_manager()
+
+
+def remove_tree(folder):
+    """Removes a folder in which some folders may not be listed or written to."""
+    try:
+        shutil.rmtree(folder)
+    except PermissionError:
+        for root, folders, _ in os.walk(os.fsencode(folder)):
+            for name in folders:
+                path = os.path.join(root, name)
+                if not stat.S_ISLNK(os.lstat(path).st_mode):
+                    os.chmod(path, 0o700)
+        shutil.rmtree(folder)

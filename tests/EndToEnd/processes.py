@@ -1,0 +1,74 @@
+"""Starting processes so that none outlives the test."""
+
+import ctypes
+import os
+import signal
+import subprocess
+
+PR_SET_PDEATHSIG = 1
+PR_SET_CHILD_SUBREAPER = 36
+
+_libc = ctypes.CDLL(None, use_errno=True)
+
+
+def adopt_orphans():
+    """Makes every process below this one stay below it, whoever started it."""
+    _libc.prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
+
+
+def start(command, **options):
+    """Popen for a process that is killed when this one dies, however that happens."""
+    options.setdefault("stdin", subprocess.DEVNULL)
+    return subprocess.Popen(
+        command, preexec_fn=lambda: _libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL, 0, 0, 0), **options
+    )
+
+
+def stop(process, patience=10):
+    """Ends a process, first politely."""
+    if process.poll() is None:
+        process.terminate()
+        try:
+            process.wait(patience)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
+
+
+def _children_by_parent():
+    children = {}
+    for entry in os.listdir("/proc"):
+        if entry.isdigit():
+            try:
+                with open(f"/proc/{entry}/stat", "rb") as stat:
+                    # The name in parentheses may hold anything, parentheses too.
+                    parent = int(stat.read().rpartition(b")")[2].split()[1])
+            except OSError:
+                continue
+            children.setdefault(parent, []).append(int(entry))
+    return children
+
+
+def descendants(ancestor=None):
+    children = _children_by_parent()
+    found = []
+    pending = [ancestor or os.getpid()]
+    while pending:
+        below = children.get(pending.pop(), [])
+        found += below
+        pending += below
+    return found
+
+
+def kill_descendants():
+    """Kills and reaps all processes below this one; those of others are never touched."""
+    while True:
+        for process in descendants():
+            try:
+                os.kill(process, signal.SIGKILL)
+            except ProcessLookupError:
+                pass
+        try:
+            os.waitpid(-1, 0)
+        except ChildProcessError:
+            return

@@ -1,0 +1,100 @@
+"""The program under test, as its users meet it."""
+
+import accessibility
+import processes
+from waiting import wait_for
+
+TITLE = "Morlaine"
+
+
+class Program:
+    def __init__(self, desktop, path, environment, output):
+        self.desktop = desktop
+        self._output = output
+        with open(output, "wb") as sink:
+            self.process = processes.start(
+                [str(path)], env=environment, cwd=desktop.home, stdout=sink, stderr=sink
+            )
+
+    @property
+    def output(self):
+        """Everything that it wrote to its standard output and its standard error."""
+        return self._output.read_bytes()
+
+    def is_running(self):
+        return self.process.poll() is None
+
+    def wait_for_exit(self):
+        wait_for(lambda: not self.is_running(), "the program to end")
+        return self.process.returncode
+
+    def windows(self):
+        """Its windows and dialogs as seen by a screen reader."""
+        found = []
+        for application in accessibility.applications(self.desktop.accessibility_bus):
+            try:
+                if application.process == self.process.pid:
+                    found += [window for window in application.children if window.is_("showing")]
+            except accessibility.Gone:
+                pass
+        return found
+
+    def window(self, title=TITLE):
+        """Waits for a window."""
+        return self.wait_for(
+            lambda: next((window for window in self.windows() if window.name == title), None), f'window "{title}"'
+        )
+
+    def active_window(self, title=TITLE):
+        """Waits for a window that the keyboard belongs to."""
+        window = self.window(title)
+        self.wait_for(lambda: window.is_("active"), f'window "{title}" to be active')
+        return window
+
+    def find(self, role=None, name=None):
+        """Something that can be seen in any of its windows, or None."""
+        found = (window.find(role, name) for window in self.windows())
+        return next((node for node in found if node), None)
+
+    def wait_for(self, condition, what):
+        """Like wait_for, but ends at once when the program does."""
+
+        def condition_while_running():
+            if not self.is_running():
+                raise AssertionError(f"the program ended with {self.process.returncode} before {what}: {self.output}")
+            try:
+                return condition()
+            except accessibility.Gone:
+                return None  # what was asked went away in between; the next round looks again
+
+        return wait_for(condition_while_running, what)
+
+    def wait_for_item(self, role=None, name=None):
+        return self.wait_for(lambda: self.find(role, name), f'{role or "item"} "{name}"')
+
+    def wait_until_gone(self, role=None, name=None):
+        self.wait_for(lambda: not self.find(role, name), f'{role or "item"} "{name}" to disappear')
+
+    def outline(self):
+        return "".join(window.outline() for window in self.windows())
+
+    def choose_folder(self, folder):
+        """Has the window's folder dialog scan a folder, by keyboard."""
+        self.active_window()
+        self.desktop.display.press("Ctrl+O")
+        self.scan_in_dialog(folder)
+
+    def scan_in_dialog(self, folder, title="Select Folder to Scan"):
+        """Names the folder in the open dialog, and confirms."""
+        dialog = self.active_window(title)
+        field = self.wait_for(lambda: dialog.find("text"), "the dialog's field for names")
+        self.wait_for(lambda: field.is_("focused"), "the dialog's field to be ready")
+        self.desktop.display.type(str(folder))
+        self.wait_for(lambda: field.text == str(folder), "the path to be typed")
+        self.confirm_dialog(dialog)
+
+    def confirm_dialog(self, dialog):
+        button = dialog.find("push button", "Scan")
+        self.wait_for(lambda: button.is_("sensitive"), "the dialog to accept the path")
+        button.do_default_action()
+        self.wait_for(lambda: dialog not in self.windows(), "the dialog to close")

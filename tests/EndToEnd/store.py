@@ -1,0 +1,111 @@
+"""The program's files, read without any of the program's code."""
+
+import json
+import re
+import sys
+import time
+import urllib.parse
+
+from waiting import wait_for
+
+# Deeper than any tree of the tests, and within what the interpreter's own stack holds.
+sys.setrecursionlimit(20_000)
+
+HISTORY_KEYS = ["id", "path", "date", "totalSize", "filesCount", "directoriesCount"]
+NODE_KEYS = ["id", "url", "name", "size", "isDirectory", "fileCategory"]
+UPPER_CASE_UUID = re.compile("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}")
+SECONDS_FROM_1970_TO_2001 = 978_307_200
+
+
+class Store:
+    """The files below a data folder."""
+
+    def __init__(self, data_home):
+        self.folder = data_home / "com.morlaine.Morlaine"
+        self.index = self.folder / "history.json"
+        self.scans = self.folder / "Scans"
+
+    def history(self):
+        """The entries in the order of the file; none when there is no file."""
+        return json.loads(self.index.read_bytes()) if self.index.exists() else []
+
+    def wait_for_scans(self, program, count):
+        """Waits until the history has so many entries, each with its tree, and returns the entries."""
+        program.wait_for(lambda: len(self.history()) == count, f"{count} entries in the history")
+        entries = self.history()
+        for entry in entries:
+            wait_for(self._tree_path(entry).exists, "the tree of a scan")
+        return entries
+
+    def tree(self, entry):
+        # Each member as a pair, so that their order is seen, and one that comes twice.
+        return json.loads(self._tree_path(entry).read_bytes(), object_pairs_hook=_Members)
+
+    def _tree_path(self, entry):
+        return self.scans / f"{entry['id']}.json"
+
+
+class _Members(list):
+    """The members of an object as pairs, in their order."""
+
+
+def check_entry(test, entry, walk, started):
+    """The entry of a finished scan, which began after the time `started`."""
+    test.assertEqual(list(entry), HISTORY_KEYS)
+    test.assertRegex(entry["id"], UPPER_CASE_UUID)
+    test.assertEqual(entry["path"], walk.path.decode("utf-8", "replace"))
+    test.assertEqual(entry["totalSize"], walk.root.size)
+    # What was last reported of the scan's progress, and a short scan reports none.
+    test.assertIn(entry["filesCount"], range(walk.files + 1))
+    test.assertIn(entry["directoriesCount"], range(walk.folders + 1))
+    date = entry["date"] + SECONDS_FROM_1970_TO_2001
+    test.assertTrue(started - 1 <= date <= time.time() + 1, date)
+
+
+def check_tree(test, tree, walk):
+    """Every node of a cached tree against what was found by walking the folder."""
+    ids = set()
+    pending = [(tree, walk.root, walk.path)]
+    while pending:
+        members, item, path = pending.pop()
+        node = dict(members)
+        ids.add(node["id"])
+        _check_node(test, members, item, path)
+        if item.children is not None:
+            test.assertEqual([_last_component(dict(child)["url"]) for child in node["children"]],
+                             [child.name for child in item.children], path)
+            pending += [(child, expected, path + b"/" + expected.name)
+                        for child, expected in zip(node["children"], item.children)]
+    test.assertEqual(len(ids), count_items(walk.root), "ids that are not unique")
+
+
+def _check_node(test, members, item, path):
+    node = dict(members)
+    test.assertEqual([key for key, _ in members], NODE_KEYS + ["children"] * (item.children is not None), path)
+    test.assertRegex(node["id"], UPPER_CASE_UUID)
+    test.assertTrue(node["url"].startswith("file:///"), node["url"])
+    test.assertTrue(node["url"].isascii(), node["url"])
+    test.assertEqual(urllib.parse.unquote_to_bytes(node["url"][len("file://"):]), path)
+    test.assertEqual(_shown(node["name"]), _shown(item.name.decode("utf-8", "replace")))
+    test.assertEqual(
+        (node["size"], node["isDirectory"], node["fileCategory"]), (item.size, item.is_directory, item.category), path
+    )
+
+
+def _shown(name):
+    """A name in which a stretch of bytes that are no text counts as one character, however long it is."""
+    return re.sub("\N{REPLACEMENT CHARACTER}+", "\N{REPLACEMENT CHARACTER}", name)
+
+
+def _last_component(url):
+    return urllib.parse.unquote_to_bytes(url.rpartition("/")[2])
+
+
+def count_items(root):
+    count = 0
+    pending = [root]
+    while pending:
+        item = pending.pop()
+        count += 1
+        pending += item.children or []
+    return count

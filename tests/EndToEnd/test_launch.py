@@ -1,0 +1,91 @@
+"""How the program starts, and what it makes of a desktop that lacks something."""
+
+import time
+
+from case import EndToEndTest
+from store import check_entry, check_tree
+
+
+class LaunchTest(EndToEndTest):
+    def test_first_launch_welcomes(self):
+        self.start_on_desktop()
+        program = self.program
+        program.wait_for_item("label", "Welcome to Morlaine")
+        states = {
+            name: program.wait_for_item("push button", name).is_("sensitive")
+            for name in ["Go Back", "Go Forward", "Scan Folder...", "Select Folder to Scan..."]
+        }
+        self.assertEqual(
+            states,
+            {"Go Back": False, "Go Forward": False, "Scan Folder...": True, "Select Folder to Scan...": True},
+        )
+        self.picture("welcome")
+        self.assertEqual(self.store.history(), [])
+        self.quit()
+
+    def test_broken_history_is_replaced(self):
+        for broken in [b"", b"{}", b'[{"id": 1}]', b"\x00\xff not even text", b"[" * 100_000]:
+            with self.subTest(broken=broken[:20]):
+                self.make_desktop()
+                self.store.folder.mkdir(parents=True)
+                self.store.index.write_bytes(broken)
+                self.start().active_window()
+                self.program.wait_for_item("label", "Welcome to Morlaine")
+                self.assertEqual(self.store.index.read_bytes(), broken)
+                folder = self.make_folder({"report.pdf": 1_000})
+                started = time.time()
+                self.program.choose_folder(folder)
+                self.program.wait_for(lambda: self.store.index.read_bytes() != broken, "the history to be replaced")
+                [entry] = self.store.wait_for_scans(self.program, 1)
+                self.check_saved(entry, folder, started)
+                self.quit()
+
+    def test_data_folder_cannot_be_written(self):
+        self.make_desktop()
+        # A file in its place keeps even root from writing there.
+        self.desktop.data_home.write_bytes(b"in the way")
+        self.start().active_window()
+        self.program.choose_folder(self.make_folder({"report.pdf": 1_000}))
+        self.program.wait_until_gone("label", "Welcome to Morlaine")
+        self.assertEqual(self.desktop.data_home.read_bytes(), b"in the way")
+        self.quit()
+
+    def test_without_session_bus(self):
+        self.make_desktop(has_session_bus=False)
+        self.start()
+        display = self.desktop.display
+        display.wait_for_focus("Morlaine")
+        display.press("Ctrl+O")
+        display.wait_for_focus("Select Folder to Scan")
+        self.picture("dialog")
+        # There is nobody to ask whether the dialog has taken in the text; it takes its keys one after the other.
+        folder = self.make_folder({"report.pdf": 1_000})
+        display.type(f"{folder}\n")
+        started = time.time()
+        [entry] = self.store.wait_for_scans(self.program, 1)
+        self.check_saved(entry, folder, started)
+        display.wait_for_focus("Morlaine")
+        display.press("Alt+F4")
+        self.assertEqual(self.program.wait_for_exit(), 0)
+
+    def test_without_window_manager(self):
+        self.make_desktop(has_window_manager=False)
+        self.start()
+        self.desktop.display.focus("Morlaine")
+        self.program.active_window()
+        self.desktop.display.press("Ctrl+O")
+        self.program.window("Select Folder to Scan")
+        self.desktop.display.focus("Select Folder to Scan")
+        folder = self.make_folder({"report.pdf": 1_000})
+        started = time.time()
+        self.program.scan_in_dialog(folder)
+        [entry] = self.store.wait_for_scans(self.program, 1)
+        self.check_saved(entry, folder, started)
+        self.picture("bare")
+        self.desktop.display.close_window("Morlaine")
+        self.assertEqual(self.program.wait_for_exit(), 0)
+
+    def check_saved(self, entry, folder, started):
+        walk = self.walk(folder)
+        check_entry(self, entry, walk, started)
+        check_tree(self, self.store.tree(entry), walk)

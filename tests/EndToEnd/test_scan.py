@@ -1,0 +1,56 @@
+"""Scans from the choice of a folder to the files that they leave."""
+
+import time
+
+from case import EndToEndTest
+from hostile_tree import make_hostile_tree
+from store import check_entry, check_tree
+
+
+class ScanTest(EndToEndTest):
+    def test_hostile_folder_is_cached_node_by_node(self):
+        self.start_on_desktop()
+        folder = self.make_folder()
+        make_hostile_tree(folder)
+        started = time.time()
+        entry = self.scan(folder)
+        self.program.wait_until_gone("label", "Welcome to Morlaine")
+        self.picture("hostile")
+        walk = self.walk(folder)
+        check_entry(self, entry, walk, started)
+        check_tree(self, self.store.tree(entry), walk)
+        self.quit()
+
+    def test_cancelled_scan_leaves_nothing(self):
+        self.start_endless_scan()
+        self.picture("scanning")
+        self.assertIsNone(self.program.find("push button", "Scan Folder..."))
+        self.desktop.display.press("Escape")
+        self.program.wait_for_item("push button", "Scan Folder...")
+        self.program.wait_until_gone("push button", "Cancel")
+        self.release_folder()
+        # What the cancelled scan might still do would be done by the end of another one.
+        entries = [self.scan(self.folder)]
+        self.assertEqual(self.store.history(), entries)
+        self.assertEqual(len(list(self.store.scans.iterdir())), 1)
+        self.quit()
+
+    def test_window_closes_during_scan(self):
+        self.start_endless_scan()
+        self.quit()
+        self.assertEqual(self.store.history(), [])
+
+    def test_second_run_reads_history_of_first(self):
+        self.start_on_desktop()
+        folder = self.make_folder({"report.pdf": 30_000, "music/song.mp3": 50_000})
+        first = self.scan(folder)
+        self.quit()
+        self.start().active_window()
+        self.program.wait_for_item("label", "Welcome to Morlaine")
+        second = self.scan(folder, count=2)
+        self.assertEqual(self.store.history(), [first, second])
+        self.assertNotEqual(first["id"], second["id"])
+        walk = self.walk(folder)
+        for entry in [first, second]:
+            check_tree(self, self.store.tree(entry), walk)
+        self.quit()

@@ -1,0 +1,19 @@
+"""Waiting for what a program does in its own time."""
+
+import time
+
+# Long enough for a slow machine that has other things to do; only failures ever take this long.
+PATIENCE = 60.0
+INTERVAL = 0.02
+
+
+def wait_for(condition, what, patience=PATIENCE):
+    """Returns the first true value of condition(); fails when there is none in time."""
+    deadline = time.monotonic() + patience
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise AssertionError(f"waited {patience:.0f} s in vain for {what}")
+        time.sleep(INTERVAL)
