@@ -5,8 +5,8 @@
 
 namespace morlaine {
 
-/// Runs `work` on a thread of its own, behind everything that somebody waits for: it gets processor and disk when they
-/// would idle. Returns at once. Nothing waits for it, not even the end of the program, which cuts it short; so it may
+/// Runs `work` on a thread of its own, behind everything that somebody waits for: the last in line for processor and
+/// disk. Returns at once. Nothing waits for it, not even the end of the program, which cuts it short; so it may
 /// touch only what it holds. Work that cannot be started is dropped. Any thread.
 void runInBackground(std::function<void()> work);
 

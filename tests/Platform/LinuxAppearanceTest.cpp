@@ -44,7 +44,7 @@ TEST(LinuxAppearanceTest, LearnsThePreferenceFromPortalsOfEveryAge)
         SCOPED_TRACE(c.name);
         PrivateBus bus;
         const FakeSettingsPortal portal(bus.connect(), c.version, c.scheme);
-        LinuxAppearance appearance(bus.connect());
+        LinuxAppearance appearance([&] { return bus.connect(); });
         appearance.waitForAnswer(longEnough);
         EXPECT_EQ(appearance.preference(), c.expected);
     }
@@ -54,7 +54,7 @@ TEST(LinuxAppearanceTest, FollowsChangesOfThatSettingOnly)
 {
     PrivateBus bus;
     FakeSettingsPortal portal(bus.connect(), Version::current, 2);
-    LinuxAppearance appearance(bus.connect());
+    LinuxAppearance appearance([&] { return bus.connect(); });
     std::vector<Preference> seen;
     appearance.observe([&seen](Preference preference) { seen.push_back(preference); });
     appearance.waitForAnswer(longEnough);
@@ -72,7 +72,7 @@ TEST(LinuxAppearanceTest, AChangeWhileTheQuestionIsOpenCounts)
 {
     PrivateBus bus;
     FakeSettingsPortal portal(bus.connect(), Version::silent, 0);
-    LinuxAppearance appearance(bus.connect());
+    LinuxAppearance appearance([&] { return bus.connect(); });
     appearance.waitForAnswer(1ms);
     EXPECT_EQ(appearance.preference(), Preference::none);
 
@@ -83,13 +83,13 @@ TEST(LinuxAppearanceTest, AChangeWhileTheQuestionIsOpenCounts)
 
 TEST(LinuxAppearanceTest, HasNoPreferenceWithoutABusOrAPortal)
 {
-    LinuxAppearance withoutBus(QDBusConnection(QStringLiteral("no such connection")));
+    LinuxAppearance withoutBus([] { return QDBusConnection(QStringLiteral("no such connection")); });
     withoutBus.waitForAnswer(std::chrono::hours(1));
     EXPECT_EQ(withoutBus.preference(), Preference::none);
 
     PrivateBus bus;
     ASSERT_TRUE(bus.isRunning());
-    LinuxAppearance withoutPortal(bus.connect());
+    LinuxAppearance withoutPortal([&] { return bus.connect(); });
     withoutPortal.waitForAnswer(std::chrono::hours(1));
     EXPECT_EQ(withoutPortal.preference(), Preference::none);
 }

@@ -17,8 +17,8 @@ void yieldToEverythingElse()
     constexpr int lowest = 19;
     ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), lowest);
     constexpr int ofProcess = 1;
-    constexpr int idleClass = 3 << 13;
-    ::syscall(SYS_ioprio_set, ofProcess, 0, idleClass);
+    constexpr int lowestOfBestEffort = 2 << 13 | 7; // the idle class would starve beside a scan
+    ::syscall(SYS_ioprio_set, ofProcess, 0, lowestOfBestEffort);
 }
 
 } // namespace

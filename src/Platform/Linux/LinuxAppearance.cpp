@@ -6,6 +6,8 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <utility>
+
 namespace morlaine {
 
 namespace {
@@ -24,16 +26,22 @@ SettingsPortal::SettingsPortal(const QDBusConnection& bus)
 
 std::unique_ptr<Appearance> Appearance::native()
 {
-    return std::make_unique<LinuxAppearance>(QDBusConnection::sessionBus());
+    return std::make_unique<LinuxAppearance>(SessionBus::ofSession);
 }
 
-LinuxAppearance::LinuxAppearance(const QDBusConnection& bus) : m_portal(bus)
+LinuxAppearance::LinuxAppearance(SessionBus::Connect connect) : m_bus(std::move(connect))
+{
+    m_bus.connect([this](const QDBusConnection& bus) { follow(bus); });
+}
+
+void LinuxAppearance::follow(const QDBusConnection& bus)
 {
     if (!bus.isConnected()) {
-        m_isAnswered = true;
+        answer(Preference::none);
         return;
     }
-    connect(&m_portal, &SettingsPortal::SettingChanged, this, &LinuxAppearance::settingChanged);
+    m_portal = std::make_unique<SettingsPortal>(bus);
+    connect(m_portal.get(), &SettingsPortal::SettingChanged, this, &LinuxAppearance::settingChanged);
     ask(QStringLiteral("ReadOne"), [this](const QDBusMessage& reply) {
         if (QDBusError(reply).type() == QDBusError::UnknownMethod) {
             askInTheOldWay();
@@ -51,7 +59,7 @@ void LinuxAppearance::askInTheOldWay()
 
 void LinuxAppearance::ask(const QString& method, const std::function<void(const QDBusMessage& reply)>& then)
 {
-    auto* watcher = new QDBusPendingCallWatcher(m_portal.asyncCall(method, group, key), this);
+    auto* watcher = new QDBusPendingCallWatcher(m_portal->asyncCall(method, group, key), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, then](QDBusPendingCallWatcher* finished) {
         finished->deleteLater();
         if (!m_isAnswered) {

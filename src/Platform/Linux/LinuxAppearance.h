@@ -1,12 +1,13 @@
 #pragma once
 
 #include "Platform/Appearance.h"
+#include "Platform/Linux/SessionBus.h"
 
 #include <QDBusAbstractInterface>
 #include <QDBusConnection>
 #include <QDBusVariant>
 
-#include <optional>
+#include <memory>
 
 namespace morlaine {
 
@@ -27,8 +28,8 @@ class LinuxAppearance final : public QObject, public Appearance {
     Q_OBJECT
 
 public:
-    /// Sends the question at once. Without a connection the answer is none.
-    explicit LinuxAppearance(const QDBusConnection& bus);
+    /// Connects and sends the question without waiting for either. Without a bus the answer is none.
+    explicit LinuxAppearance(SessionBus::Connect connect);
 
     [[nodiscard]] Preference preference() const override { return m_preference; }
     void waitForAnswer(std::chrono::milliseconds patience) override;
@@ -42,12 +43,14 @@ Q_SIGNALS:
     void answered();
 
 private:
+    void follow(const QDBusConnection& bus);
     void ask(const QString& method, const std::function<void(const QDBusMessage& reply)>& then);
     void askInTheOldWay();
     void settingChanged(const QString& changedGroup, const QString& changedKey, const QDBusVariant& value);
     void answer(Preference preference);
 
-    SettingsPortal m_portal;
+    SessionBus m_bus;
+    std::unique_ptr<SettingsPortal> m_portal; // once there is a bus
     Observer m_observer;
     Preference m_preference = Preference::none;
     bool m_isAnswered = false;

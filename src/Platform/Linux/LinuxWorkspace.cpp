@@ -62,18 +62,6 @@ QString textOf(std::string_view ascii)
     return QString::fromLatin1(ascii.data(), static_cast<qsizetype>(ascii.size()));
 }
 
-/// Keeps what the toolkit has to say about a missing opener off the console.
-class SilentToolkit {
-public:
-    SilentToolkit() : m_before(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {}
-    ~SilentToolkit() { qInstallMessageHandler(m_before); }
-    SilentToolkit(const SilentToolkit&) = delete;
-    SilentToolkit& operator=(const SilentToolkit&) = delete;
-
-private:
-    QtMessageHandler m_before;
-};
-
 QDBusMessage showItems(const FileUrl& item)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(
@@ -155,7 +143,6 @@ void LinuxWorkspace::selectFile(const std::string& path, const std::string& root
 
 void LinuxWorkspace::open(const FileUrl& url)
 {
-    const SilentToolkit silence;
     QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(url.absoluteString()), QUrl::StrictMode));
 }
 

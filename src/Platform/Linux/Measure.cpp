@@ -85,7 +85,8 @@ std::optional<ResourceValues> measure(int folder, const char* name, std::optiona
     values.volumeIdentifier = isDirectory || !volume ? deviceOf(status) : *volume;
     values.isVolume = knowsMounts ? (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0
                                   : isDirectory && isOnOtherDeviceThanParent(folder, name, status);
-    values.isPackage = isDirectory && hasPackageExtension(name) && holdsBundleInformation(folder, name);
+    values.isPackage =
+        isDirectory && !values.isVolume && hasPackageExtension(name) && holdsBundleInformation(folder, name);
     return values;
 }
 

@@ -89,6 +89,7 @@ void PortalFolderChooser::finishCall(QDBusPendingCallWatcher* call)
     call->deleteLater();
     if (call->isError() && !m_isAnswered) {
         m_isAnswered = true;
+        m_request->close(); // it may only have been slow
         reject();
         Q_EMIT failed();
     }

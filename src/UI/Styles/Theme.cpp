@@ -55,16 +55,6 @@ QColor withOpacity(const QColor& color, double opacity)
     return result;
 }
 
-void makeProminent(QWidget& button, const QColor& tint)
-{
-    QPalette palette;
-    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-        palette.setColor(group, QPalette::Button, tint);
-        palette.setColor(group, QPalette::ButtonText, Qt::white);
-    }
-    button.setPalette(palette);
-}
-
 VisualEffectWidget* VisualEffectView::make(QWidget* parent) const
 {
     return new VisualEffectWidget(*this, parent);

@@ -48,10 +48,6 @@ inline constexpr double cornerRadiusLarge = 18;
 /// `color` at `opacity` (0...1).
 [[nodiscard]] QColor withOpacity(const QColor& color, double opacity);
 
-/// Fills a button with `tint` and writes on it in white, for the one action of a view that matters most. A disabled
-/// button looks like any other.
-void makeProminent(QWidget& button, const QColor& tint = accent);
-
 /// The kinds of translucent backing. The raw values are those that desktops with translucency know.
 enum class Material : int { sidebar = 7 };
 enum class BlendingMode : int { behindWindow = 0, withinWindow = 1 };

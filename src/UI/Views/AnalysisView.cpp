@@ -8,7 +8,6 @@ namespace morlaine {
 
 namespace {
 
-constexpr QSize smallestTreemap(380, 220);
 constexpr int narrowestPane = 280;
 constexpr int lowestPane = 140;
 constexpr int idealPaneHeight = 200;
@@ -21,8 +20,6 @@ AnalysisView::AnalysisView(MainViewModel& viewModel, QWidget* parent)
     , m_search(new SearchFilterView(viewModel))
 {
     auto* treemap = new TreemapView(viewModel);
-    treemap->setMinimumSize(smallestTreemap);
-    m_search->setMinimumWidth(narrowestPane);
     auto* chart = new QWidget;
     chart->setMinimumWidth(narrowestPane);
 

@@ -1,6 +1,7 @@
 #include "UI/Views/InspectorText.h"
 
 #include "Utilities/ByteCount.h"
+#include "Utilities/Utf8.h"
 
 #include <cmath>
 
@@ -61,7 +62,7 @@ std::vector<Row> rowsFor(const DiskScanner& scanner)
 
 QString fullPath(const FileNode& node)
 {
-    return QString::fromStdString(node.url().path());
+    return textOfUtf8(node.url().path());
 }
 
 } // namespace morlaine::InspectorText

@@ -9,6 +9,7 @@
 #include "UI/Views/MainViewModel.h"
 #include "UI/Views/SelectableText.h"
 #include "UI/Views/SymbolImage.h"
+#include "Utilities/Utf8.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -127,7 +128,7 @@ void NodePanel::refresh()
 void NodePanel::showHeader(const FileNode& node)
 {
     const std::string_view name = node.name();
-    m_name->setText(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+    m_name->setText(textOfUtf8(name));
     m_kind->setText(node.isDirectory() ? QStringLiteral("Folder") : QStringLiteral("File"));
     if (node.isDirectory()) {
         m_icon->setSymbol("folder.fill", Theme::accent);

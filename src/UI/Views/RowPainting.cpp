@@ -5,14 +5,38 @@
 
 namespace morlaine {
 
+namespace {
+
+/// More characters than fit into any line; looking for the place to elide at takes long in the path of a very deep
+/// folder.
+constexpr qsizetype mostCharacters = 2000;
+
+QString cutForEliding(const QString& text, Qt::TextElideMode elide)
+{
+    if (text.size() <= mostCharacters) {
+        return text;
+    }
+    switch (elide) {
+    case Qt::ElideLeft:
+        return text.right(mostCharacters);
+    case Qt::ElideMiddle:
+        return text.left(mostCharacters / 2) + text.right(mostCharacters / 2);
+    default:
+        return text.left(mostCharacters);
+    }
+}
+
+} // namespace
+
 void paintLine(QPainter& painter, const QRect& rect, const QString& text, const QFont& font, const QColor& color,
                Qt::TextElideMode elide, Qt::Alignment alignment)
 {
     painter.setFont(font);
     painter.setPen(color);
     constexpr int flags = Qt::TextSingleLine | Qt::TextDontClip | Qt::AlignVCenter;
-    painter.drawText(rect, flags | static_cast<int>(alignment),
-                     QFontMetrics(font).elidedText(text, elide, rect.width(), Qt::TextSingleLine));
+    painter.drawText(
+        rect, flags | static_cast<int>(alignment),
+        QFontMetrics(font).elidedText(cutForEliding(text, elide), elide, rect.width(), Qt::TextSingleLine));
 }
 
 void paintFocusRing(QPainter& painter, const QRect& rect, const QPalette& palette)

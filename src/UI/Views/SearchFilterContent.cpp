@@ -2,6 +2,7 @@
 
 #include "UI/Styles/Conversions.h"
 #include "UI/Styles/Theme.h"
+#include "Utilities/Utf8.h"
 
 #include <cstdlib>
 
@@ -32,8 +33,8 @@ QString SearchResultRow::accessibleText() const
 SearchResultRow searchResultRow(const SearchResultNode& result)
 {
     const FileNode& node = result.node();
-    return {QString::fromUtf8(node.name().data(), static_cast<qsizetype>(node.name().size())),
-            QString::fromStdString(result.path()), QString::fromStdString(node.formattedSize()), node.isDirectory(),
+    return {textOfUtf8(node.name()), QString::fromStdString(result.path()),
+            QString::fromStdString(node.formattedSize()), node.isDirectory(),
             node.isDirectory() ? Theme::yellow : toQColor(node.fileCategory().color())};
 }
 

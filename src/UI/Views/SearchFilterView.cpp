@@ -7,6 +7,7 @@
 #include "UI/Views/SearchResultDelegate.h"
 #include "UI/Views/SearchResultsModel.h"
 #include "UI/Views/UniformListView.h"
+#include "Utilities/Utf8.h"
 
 #include <QComboBox>
 #include <QMenu>
@@ -104,7 +105,7 @@ void SearchFilterView::buildTypePicker()
     m_typePicker->addItem(QStringLiteral("All Categories"));
     for (const FileCategory category : FileCategory::allCases) {
         const std::string_view name = category.displayName();
-        m_typePicker->addItem(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+        m_typePicker->addItem(textOfUtf8(name));
     }
     m_typePicker->setMaxVisibleItems(m_typePicker->count());
     connect(m_typePicker, &QComboBox::currentIndexChanged, this, &SearchFilterView::chooseType);

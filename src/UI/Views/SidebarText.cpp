@@ -2,6 +2,7 @@
 
 #include "UI/Styles/Theme.h"
 #include "Utilities/FileUrl.h"
+#include "Utilities/Utf8.h"
 
 namespace morlaine {
 
@@ -26,7 +27,7 @@ QString folderName(const HistoricalScan& scan)
 {
     const FileUrl url = FileUrl::fromPath(scan.path);
     const std::string_view name = url.lastPathComponent();
-    return name.empty() ? QStringLiteral("/") : QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+    return name.empty() ? QStringLiteral("/") : textOfUtf8(name);
 }
 
 } // namespace morlaine

@@ -4,6 +4,7 @@
 #include "UI/Styles/StyledLabel.h"
 #include "UI/Views/SidebarMetrics.h"
 #include "Utilities/ByteCount.h"
+#include "Utilities/Utf8.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -44,7 +45,7 @@ QWidget* makeRow(const CategoryShare& share)
     layout->setSpacing(gap);
     auto* name = new StyledLabel(TextStyle::caption);
     const std::string_view text = share.category.displayName();
-    name->setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    name->setText(textOfUtf8(text));
     auto* size = new StyledLabel(TextStyle::caption, &Theme::textSecondary);
     size->setText(QString::fromStdString(byteCountText(share.size)));
     layout->addWidget(new Dot(toQColor(share.category.color())));

@@ -1,5 +1,7 @@
 #include "UI/Views/TreemapDecisions.h"
 
+#include "Utilities/Utf8.h"
+
 #include <algorithm>
 #include <numeric>
 #include <string>
@@ -99,7 +101,7 @@ QString textInsteadOfRects(bool hasRoot)
 
 QString shownName(const FileNode& node)
 {
-    QString name = QString::fromUtf8(node.name().data(), static_cast<qsizetype>(node.name().size()));
+    QString name = textOfUtf8(node.name());
     for (QChar& character : name) {
         if (character.category() == QChar::Other_Control || character.category() == QChar::Separator_Line ||
             character.category() == QChar::Separator_Paragraph) {

@@ -3,12 +3,12 @@
 #include "Core/Treemap/TreemapEngine.h"
 #include "Platform/BackgroundWork.h"
 #include "UI/Styles/Theme.h"
+#include "UI/Views/Divider.h"
 #include "UI/Views/MainViewModel.h"
 #include "UI/Views/TreemapDecisions.h"
 #include "UI/Views/TreemapHeader.h"
 #include "UI/Views/TreemapMenu.h"
 
-#include <QPainter>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -24,15 +24,6 @@ std::optional<Uuid> idOf(const std::optional<FileNode>& node)
 {
     return node ? std::optional(node->id()) : std::nullopt;
 }
-
-/// A hairline between the header and the canvas.
-class Divider final : public QWidget {
-public:
-    explicit Divider(QWidget* parent) : QWidget(parent) { setFixedHeight(1); }
-
-protected:
-    void paintEvent(QPaintEvent* /*event*/) override { QPainter(this).fillRect(rect(), Theme::separator(palette())); }
-};
 
 } // namespace
 
