@@ -158,17 +158,6 @@ TEST_F(LinuxWorkspaceTest, OpensTheExactLocation)
     EXPECT_THAT(opener.opened, ElementsAre(oddUrl));
 }
 
-TEST_F(LinuxWorkspaceTest, SaysNothingWhereNothingOpensTheItem)
-{
-    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-    const Environment path("PATH", "/nowhere");
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    workspace.open(FileUrl::fromPath(oddPath));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-}
-
 TEST_F(LinuxWorkspaceTest, CopiesTheExactBytes)
 {
     const QClipboard& clipboard = *QGuiApplication::clipboard();

@@ -1,8 +1,11 @@
 #include "UI/Views/AnalysisView.h"
 
 #include "UI/Views/MainViewModel.h"
+#include "UI/Views/PieChartView.h"
 #include "UI/Views/SearchFilterView.h"
 #include "UI/Views/TreemapView.h"
+
+#include <algorithm>
 
 namespace morlaine {
 
@@ -18,24 +21,31 @@ constexpr int highestPane = 360;
 AnalysisView::AnalysisView(MainViewModel& viewModel, QWidget* parent)
     : QSplitter(Qt::Vertical, parent)
     , m_search(new SearchFilterView(viewModel))
+    , m_chart(new PieChartView(viewModel))
+    , m_bottom(new QSplitter(Qt::Horizontal))
 {
-    auto* treemap = new TreemapView(viewModel);
-    auto* chart = new QWidget;
-    chart->setMinimumWidth(narrowestPane);
-
-    auto* bottom = new QSplitter(Qt::Horizontal);
-    bottom->setChildrenCollapsible(false);
-    bottom->addWidget(m_search);
-    bottom->addWidget(chart);
-    bottom->setMinimumHeight(lowestPane);
-    bottom->setMaximumHeight(highestPane);
+    m_bottom->setChildrenCollapsible(false);
+    m_bottom->addWidget(m_search);
+    m_bottom->addWidget(m_chart);
+    m_bottom->setSizes({1, 1});
+    m_bottom->setMinimumHeight(lowestPane);
+    m_bottom->setMaximumHeight(highestPane);
 
     setChildrenCollapsible(false);
-    addWidget(treemap);
-    addWidget(bottom);
+    addWidget(new TreemapView(viewModel));
+    addWidget(m_bottom);
     setStretchFactor(0, 1);
     setStretchFactor(1, 0);
     setSizes({highestPane * 4, idealPaneHeight});
+}
+
+/// In the smallest window both side columns leave less room than the two panes want; each then gets half of it.
+void AnalysisView::resizeEvent(QResizeEvent* event)
+{
+    const int narrowest = std::min(narrowestPane, (width() - m_bottom->handleWidth()) / 2);
+    m_search->setMinimumWidth(narrowest);
+    m_chart->setMinimumWidth(narrowest);
+    QSplitter::resizeEvent(event);
 }
 
 void AnalysisView::focusSearchField()

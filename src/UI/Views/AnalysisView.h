@@ -5,6 +5,7 @@
 namespace morlaine {
 
 class MainViewModel;
+class PieChartView;
 class SearchFilterView;
 
 /// What fills the middle of the window while a tree is shown: the treemap above the search and the chart.
@@ -17,8 +18,13 @@ public:
     /// Moves the keyboard focus into the search field.
     void focusSearchField();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     SearchFilterView* const m_search;
+    PieChartView* const m_chart;
+    QSplitter* const m_bottom;
 };
 
 } // namespace morlaine
