@@ -5,6 +5,7 @@ import pathlib
 import unittest
 
 from desktop import Desktop
+from program import preloading
 from store import Store
 from walk import Walk
 
@@ -35,9 +36,7 @@ class EndToEndTest(unittest.TestCase):
         """The same, and a scan that goes on until release_folder(): of a folder whose disk does not answer."""
         self.make_desktop()
         self.folder = self.make_folder({"hung/file": 1})
-        # A path with spaces would be taken for several libraries; a list of folders is parted by colons only.
-        library = {"LD_LIBRARY_PATH": str(HUNG_FOLDER_LIBRARY.parent), "LD_PRELOAD": HUNG_FOLDER_LIBRARY.name}
-        self.start(library).active_window()
+        self.start(preloading(HUNG_FOLDER_LIBRARY)).active_window()
         self.program.choose_folder(self.folder)
         self.program.wait_for_item("push button", "Cancel")
 

@@ -4,10 +4,12 @@ import os
 import pathlib
 import shutil
 import stat
+import sys
 import tempfile
 
 import buses
 import processes
+import settings_portal
 from display import Display
 from program import Program
 
@@ -81,6 +83,11 @@ class Desktop:
         program = Program(self, path, {**self.environment, **(environment or {})}, self.folder / f"output {number}")
         self._programs.append(program)
         return program
+
+    def offer_scheme(self, scheme):
+        """From now on the desktop tells programs that its user prefers "light" or "dark"."""
+        self._start([sys.executable, "-B", settings_portal.__file__, self.environment["DBUS_SESSION_BUS_ADDRESS"], scheme])
+        buses.wait_for_name(self.session_bus, settings_portal.NAME)
 
     def install_command(self, name, script):
         """Puts a command in front of what the system offers under the name."""

@@ -10,6 +10,8 @@ from Xlib.ext import xtest
 from Xlib.protocol.event import ClientMessage
 from waiting import wait_for
 
+STRIP = 32  # rows of a picture that are fetched at once
+
 MODIFIERS = {"Ctrl": "Control_L", "Alt": "Alt_L", "Shift": "Shift_L"}
 
 
@@ -128,7 +130,11 @@ class Display:
         """Width, height, and the red, green and blue bytes of what is to be seen of the window, or of all."""
         drawable = window or self.root
         size = drawable.get_geometry()
-        data = drawable.get_image(0, 0, size.width, size.height, X.ZPixmap, 0xFFFFFFFF).data
+        # The library takes the square of the length for long replies.
+        data = b"".join(
+            drawable.get_image(0, top, size.width, min(STRIP, size.height - top), X.ZPixmap, 0xFFFFFFFF).data
+            for top in range(0, size.height, STRIP)
+        )
         rgb = bytearray(size.width * size.height * 3)
         rgb[0::3], rgb[1::3], rgb[2::3] = data[2::4], data[1::4], data[0::4]
         return size.width, size.height, bytes(rgb)
