@@ -41,7 +41,9 @@ ACCESSIBILITY_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 class Desktop:
     """A context manager; what it started is ended, and its folder removed, on the way out."""
 
-    def __init__(self, has_window_manager=True, has_session_bus=True, width=1400, height=920):
+    def __init__(
+        self, has_window_manager=True, has_session_bus=True, has_accessibility=True, width=1400, height=920
+    ):
         # The space in the name is on purpose.
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="morlaine test "))
         # The toolkit takes a command apart at its spaces before it starts it.
@@ -55,6 +57,7 @@ class Desktop:
             self.environment = self._make_environment()
             if has_session_bus:
                 self._start_session_bus()
+            if has_session_bus and has_accessibility:
                 self._start_accessibility()
             if has_window_manager:
                 self._start_window_manager()
@@ -118,8 +121,6 @@ class Desktop:
             "XDG_CACHE_HOME": str(self.home / "cache"),
             "XDG_CONFIG_HOME": str(self.folder / "configuration"),
             "XDG_DATA_HOME": str(self.data_home),
-            # As for people who use a screen reader.
-            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
             # A bus that nobody answers on, until one is started; without an address, one would be looked for.
             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent/bus",
         }
@@ -146,6 +147,8 @@ class Desktop:
         self.session_bus = buses.connect(address)
 
     def _start_accessibility(self):
+        # As for people who use a screen reader.
+        self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         self._start([ACCESSIBILITY_LAUNCHER, "--launch-immediately"])
         buses.wait_for_name(self.session_bus, "org.a11y.Bus")
         (address,) = buses.call(self.session_bus, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")

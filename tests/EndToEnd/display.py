@@ -52,6 +52,19 @@ class Display:
             f'a window titled "{title}"',
         )
 
+    def is_painted(self, title):
+        """Whether the window is there with something on it."""
+        window = next((window for window in self.windows() if self._title(window) == title), None)
+        if window is None:
+            return False
+        try:
+            size = window.get_geometry()
+            # A strip across the toolbar.
+            data = window.get_image(0, 0, size.width, STRIP, X.ZPixmap, 0xFFFFFFFF).data
+        except XError:
+            return False
+        return data != data[:4] * (len(data) // 4)
+
     def _viewable(self, parent):
         try:
             children = parent.query_tree().children
