@@ -2,22 +2,22 @@
 
 import os
 import pathlib
-import shutil
-import stat
 import sys
 import tempfile
+from urllib.parse import quote
 
 import buses
 import processes
 import settings_portal
 from display import Display
+from folders import remove_tree
 from program import Program
 
 BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
   "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
-  <listen>unix:tmpdir=/tmp</listen>
+  <listen>unix:tmpdir={folder}</listen>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -108,7 +108,7 @@ class Desktop:
             folder.mkdir(parents=True)
         (self.folder / "runtime").mkdir(mode=0o700)
         (self.folder / "configuration" / "openbox" / "rc.xml").write_text(WINDOW_MANAGER_CONFIGURATION)
-        (self.folder / "bus.conf").write_text(BUS_CONFIGURATION)
+        (self.folder / "bus.conf").write_text(BUS_CONFIGURATION.format(folder=quote(str(self.folder))))
 
     def _make_environment(self):
         runtime = self.folder / "runtime"
@@ -157,16 +157,3 @@ class Desktop:
     def _start_window_manager(self):
         self._start(["openbox", "--sm-disable"])
         self.display.wait_for_window_manager()
-
-
-def remove_tree(folder):
-    """Removes a folder in which some folders may not be listed or written to."""
-    try:
-        shutil.rmtree(folder)
-    except PermissionError:
-        for root, folders, _ in os.walk(os.fsencode(folder)):
-            for name in folders:
-                path = os.path.join(root, name)
-                if not stat.S_ISLNK(os.lstat(path).st_mode):
-                    os.chmod(path, 0o700)
-        shutil.rmtree(folder)

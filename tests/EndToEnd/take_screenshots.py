@@ -10,7 +10,8 @@ import tempfile
 
 import processes
 from demo_folder import make_demo_folder
-from desktop import Desktop, remove_tree
+from desktop import Desktop
+from folders import remove_tree
 from program import TITLE, preloading
 from waiting import wait_for
 
