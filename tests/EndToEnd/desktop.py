@@ -89,7 +89,8 @@ class Desktop:
 
     def offer_scheme(self, scheme):
         """From now on the desktop tells programs that its user prefers "light" or "dark"."""
-        self._start([sys.executable, "-B", settings_portal.__file__, self.environment["DBUS_SESSION_BUS_ADDRESS"], scheme])
+        address = self.environment["DBUS_SESSION_BUS_ADDRESS"]
+        self._start([sys.executable, "-B", settings_portal.__file__, address, scheme])
         buses.wait_for_name(self.session_bus, settings_portal.NAME)
 
     def install_command(self, name, script):

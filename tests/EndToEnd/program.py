@@ -90,9 +90,21 @@ class Program:
         self.desktop.display.press("Ctrl+O")
         self.scan_in_dialog(folder)
 
-    def scan_in_dialog(self, folder, title="Select Folder to Scan"):
+    def click(self, role, name, count=1):
+        """Clicks on something with the mouse, once it is there."""
+        self.desktop.display.click(self.wait_for_item(role, name).extents, count)
+
+    def dialog(self):
+        """Waits for a dialog that the keyboard belongs to, whatever its title."""
+
+        def is_dialog(window):
+            return window.role == "dialog" and window.is_("active")
+
+        return self.wait_for(lambda: next(filter(is_dialog, self.windows()), None), "a dialog")
+
+    def scan_in_dialog(self, folder):
         """Names the folder in the open dialog, and confirms."""
-        dialog = self.active_window(title)
+        dialog = self.dialog()
         field = self.wait_for(lambda: dialog.find("text"), "the dialog's field for names")
         self.wait_for(lambda: field.is_("focused"), "the dialog's field to be ready")
         self.desktop.display.type(str(folder))
