@@ -11,6 +11,7 @@ constexpr unsigned long long factor = 1000;
 
 } // namespace
 
+// The system's header has reserved names. NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 extern "C" int statx(int folder, const char* path, int flags, unsigned mask, struct statx* status)
 {
     using Function = int (*)(int, const char*, int, unsigned, struct statx*);
