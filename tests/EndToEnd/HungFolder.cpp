@@ -25,6 +25,7 @@ std::string pathOf(int folder)
 
 } // namespace
 
+// The system's header has reserved names. NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 extern "C" ssize_t getdents64(int folder, void* buffer, size_t size)
 {
     const std::string path = pathOf(folder);

@@ -5,6 +5,7 @@ import pathlib
 import unittest
 
 from desktop import Desktop
+from program import preloading
 from store import Store
 from walk import Walk
 
@@ -31,15 +32,17 @@ class EndToEndTest(unittest.TestCase):
         self.make_desktop(**options)
         self.start().active_window()
 
-    def start_endless_scan(self):
+    def start_endless_scan(self, by_button=None):
         """The same, and a scan that goes on until release_folder(): of a folder whose disk does not answer."""
         self.make_desktop()
         self.folder = self.make_folder({"hung/file": 1})
-        # A path with spaces would be taken for several libraries; a list of folders is parted by colons only.
-        library = {"LD_LIBRARY_PATH": str(HUNG_FOLDER_LIBRARY.parent), "LD_PRELOAD": HUNG_FOLDER_LIBRARY.name}
-        self.start(library).active_window()
-        self.program.choose_folder(self.folder)
-        self.program.wait_for_item("push button", "Cancel")
+        self.start(preloading(HUNG_FOLDER_LIBRARY)).active_window()
+        if by_button:
+            self.program.click("push button", by_button)
+            self.program.scan_in_dialog(self.folder)
+        else:
+            self.program.choose_folder(self.folder)
+        self.program.wait_for_item("progress bar", "Scanning")
 
     def release_folder(self):
         (self.folder / "released").touch()

@@ -2,20 +2,22 @@
 
 import os
 import pathlib
-import shutil
-import stat
+import sys
 import tempfile
+from urllib.parse import quote
 
 import buses
 import processes
+import settings_portal
 from display import Display
+from folders import remove_tree
 from program import Program
 
 BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
   "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
-  <listen>unix:tmpdir=/tmp</listen>
+  <listen>unix:tmpdir={folder}</listen>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -39,7 +41,9 @@ ACCESSIBILITY_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 class Desktop:
     """A context manager; what it started is ended, and its folder removed, on the way out."""
 
-    def __init__(self, has_window_manager=True, has_session_bus=True, width=1400, height=920):
+    def __init__(
+        self, has_window_manager=True, has_session_bus=True, has_accessibility=True, width=1400, height=920
+    ):
         # The space in the name is on purpose.
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="morlaine test "))
         # The toolkit takes a command apart at its spaces before it starts it.
@@ -53,6 +57,7 @@ class Desktop:
             self.environment = self._make_environment()
             if has_session_bus:
                 self._start_session_bus()
+            if has_session_bus and has_accessibility:
                 self._start_accessibility()
             if has_window_manager:
                 self._start_window_manager()
@@ -82,6 +87,12 @@ class Desktop:
         self._programs.append(program)
         return program
 
+    def offer_scheme(self, scheme):
+        """From now on the desktop tells programs that its user prefers "light" or "dark"."""
+        address = self.environment["DBUS_SESSION_BUS_ADDRESS"]
+        self._start([sys.executable, "-B", settings_portal.__file__, address, scheme])
+        buses.wait_for_name(self.session_bus, settings_portal.NAME)
+
     def install_command(self, name, script):
         """Puts a command in front of what the system offers under the name."""
         command = self._commands / name
@@ -98,7 +109,7 @@ class Desktop:
             folder.mkdir(parents=True)
         (self.folder / "runtime").mkdir(mode=0o700)
         (self.folder / "configuration" / "openbox" / "rc.xml").write_text(WINDOW_MANAGER_CONFIGURATION)
-        (self.folder / "bus.conf").write_text(BUS_CONFIGURATION)
+        (self.folder / "bus.conf").write_text(BUS_CONFIGURATION.format(folder=quote(str(self.folder))))
 
     def _make_environment(self):
         runtime = self.folder / "runtime"
@@ -111,8 +122,6 @@ class Desktop:
             "XDG_CACHE_HOME": str(self.home / "cache"),
             "XDG_CONFIG_HOME": str(self.folder / "configuration"),
             "XDG_DATA_HOME": str(self.data_home),
-            # As for people who use a screen reader.
-            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
             # A bus that nobody answers on, until one is started; without an address, one would be looked for.
             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent/bus",
         }
@@ -139,6 +148,8 @@ class Desktop:
         self.session_bus = buses.connect(address)
 
     def _start_accessibility(self):
+        # As for people who use a screen reader.
+        self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         self._start([ACCESSIBILITY_LAUNCHER, "--launch-immediately"])
         buses.wait_for_name(self.session_bus, "org.a11y.Bus")
         (address,) = buses.call(self.session_bus, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
@@ -147,16 +158,3 @@ class Desktop:
     def _start_window_manager(self):
         self._start(["openbox", "--sm-disable"])
         self.display.wait_for_window_manager()
-
-
-def remove_tree(folder):
-    """Removes a folder in which some folders may not be listed or written to."""
-    try:
-        shutil.rmtree(folder)
-    except PermissionError:
-        for root, folders, _ in os.walk(os.fsencode(folder)):
-            for name in folders:
-                path = os.path.join(root, name)
-                if not stat.S_ISLNK(os.lstat(path).st_mode):
-                    os.chmod(path, 0o700)
-        shutil.rmtree(folder)

@@ -10,6 +10,8 @@ from Xlib.ext import xtest
 from Xlib.protocol.event import ClientMessage
 from waiting import wait_for
 
+STRIP = 32  # rows of a picture that are fetched at once
+
 MODIFIERS = {"Ctrl": "Control_L", "Alt": "Alt_L", "Shift": "Shift_L"}
 
 
@@ -50,6 +52,19 @@ class Display:
             f'a window titled "{title}"',
         )
 
+    def is_painted(self, title):
+        """Whether the window is there with something on it."""
+        window = next((window for window in self.windows() if self._title(window) == title), None)
+        if window is None:
+            return False
+        try:
+            size = window.get_geometry()
+            # A strip across the toolbar.
+            data = window.get_image(0, 0, size.width, STRIP, X.ZPixmap, 0xFFFFFFFF).data
+        except XError:
+            return False
+        return data != data[:4] * (len(data) // 4)
+
     def _viewable(self, parent):
         try:
             children = parent.query_tree().children
@@ -74,6 +89,15 @@ class Display:
         symbol = XK.string_to_keysym(key.lower() if len(key) == 1 else key)
         codes = [self._code(XK.string_to_keysym(MODIFIERS[modifier])) for modifier in modifiers]
         self._strike(codes, self._code(symbol))
+
+    def click(self, extents, count=1):
+        """Clicks into the middle of a place on the screen, given as x, y, width and height."""
+        x, y, width, height = extents
+        xtest.fake_input(self.connection, X.MotionNotify, x=x + width // 2, y=y + height // 2)
+        for _ in range(count):
+            xtest.fake_input(self.connection, X.ButtonPress, X.Button1)
+            xtest.fake_input(self.connection, X.ButtonRelease, X.Button1)
+        self.connection.sync()
 
     def type(self, text):
         """Types what a keyboard of the plain English layout can."""
@@ -128,7 +152,11 @@ class Display:
         """Width, height, and the red, green and blue bytes of what is to be seen of the window, or of all."""
         drawable = window or self.root
         size = drawable.get_geometry()
-        data = drawable.get_image(0, 0, size.width, size.height, X.ZPixmap, 0xFFFFFFFF).data
+        # The library takes the square of the length for long replies.
+        data = b"".join(
+            drawable.get_image(0, top, size.width, min(STRIP, size.height - top), X.ZPixmap, 0xFFFFFFFF).data
+            for top in range(0, size.height, STRIP)
+        )
         rgb = bytearray(size.width * size.height * 3)
         rgb[0::3], rgb[1::3], rgb[2::3] = data[2::4], data[1::4], data[0::4]
         return size.width, size.height, bytes(rgb)

@@ -7,6 +7,12 @@ from waiting import wait_for
 TITLE = "Morlaine"
 
 
+def preloading(library):
+    """The environment in which a program loads the library first."""
+    # A path with spaces would be taken for several libraries; a list of folders is parted by colons only.
+    return {"LD_LIBRARY_PATH": str(library.parent), "LD_PRELOAD": library.name}
+
+
 class Program:
     def __init__(self, desktop, path, environment, output):
         self.desktop = desktop
@@ -84,17 +90,24 @@ class Program:
         self.desktop.display.press("Ctrl+O")
         self.scan_in_dialog(folder)
 
-    def scan_in_dialog(self, folder, title="Select Folder to Scan"):
+    def click(self, role, name, count=1):
+        """Clicks on something with the mouse, once it is there."""
+        self.desktop.display.click(self.wait_for_item(role, name).extents, count)
+
+    def dialog(self):
+        """Waits for a dialog that the keyboard belongs to, whatever its title."""
+
+        def is_dialog(window):
+            return window.role == "dialog" and window.is_("active")
+
+        return self.wait_for(lambda: next(filter(is_dialog, self.windows()), None), "a dialog")
+
+    def scan_in_dialog(self, folder):
         """Names the folder in the open dialog, and confirms."""
-        dialog = self.active_window(title)
+        dialog = self.dialog()
         field = self.wait_for(lambda: dialog.find("text"), "the dialog's field for names")
         self.wait_for(lambda: field.is_("focused"), "the dialog's field to be ready")
         self.desktop.display.type(str(folder))
         self.wait_for(lambda: field.text == str(folder), "the path to be typed")
-        self.confirm_dialog(dialog)
-
-    def confirm_dialog(self, dialog):
-        button = dialog.find("push button", "Scan")
-        self.wait_for(lambda: button.is_("sensitive"), "the dialog to accept the path")
-        button.do_default_action()
+        self.desktop.display.press("Return")
         self.wait_for(lambda: dialog not in self.windows(), "the dialog to close")

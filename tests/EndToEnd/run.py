@@ -10,16 +10,22 @@ import pathlib
 import signal
 import subprocess
 import sys
+import tempfile
 
 import processes
+from folders import remove_tree
 
 HERE = pathlib.Path(__file__).resolve().parent
 
 
 def run(test, environment, limit):
     """Whether the test passed in time."""
+    folder = tempfile.mkdtemp(prefix="morlaine-end-to-end-")
     process = processes.start(
-        [sys.executable, "-B", "-m", "unittest", "-v", test], cwd=HERE, env=environment, stderr=subprocess.STDOUT
+        [sys.executable, "-B", "-m", "unittest", "-v", test],
+        cwd=HERE,
+        env={**environment, "TMPDIR": folder},
+        stderr=subprocess.STDOUT,
     )
     try:
         return process.wait(limit) == 0
@@ -27,8 +33,8 @@ def run(test, environment, limit):
         print(f"{test} was ended: it took more than {limit} s", flush=True)
         return False
     finally:
-        process.returncode = process.returncode or 0  # reaped below, with everything else
         processes.kill_descendants()
+        remove_tree(folder)
 
 
 def main():

@@ -21,6 +21,17 @@ class ScanTest(EndToEndTest):
         check_tree(self, self.store.tree(entry), walk)
         self.quit()
 
+    def test_buttons_scan_and_cancel(self):
+        self.start_endless_scan(by_button="Select Folder to Scan...")
+        self.program.click("push button", "Cancel")
+        self.program.wait_for_item("push button", "Scan Folder...")
+        self.release_folder()
+        self.program.click("push button", "Scan Folder...")
+        self.program.scan_in_dialog(self.folder)
+        [entry] = self.store.wait_for_scans(self.program, 1)
+        check_tree(self, self.store.tree(entry), self.walk(self.folder))
+        self.quit()
+
     def test_cancelled_scan_leaves_nothing(self):
         self.start_endless_scan()
         self.picture("scanning")

@@ -54,7 +54,8 @@ class ShortcutsTest(EndToEndTest):
         self.make_desktop()
         opened = self.desktop.folder / "opened"
         # Renamed when complete, so that it is not read too early.
-        self.desktop.install_command("xdg-open", f"printf '%s\\n' \"$@\" >'{opened}.new' && mv '{opened}.new' '{opened}'")
+        script = f"printf '%s\\n' \"$@\" >'{opened}.new' && mv '{opened}.new' '{opened}'"
+        self.desktop.install_command("xdg-open", script)
         self.start().active_window()
         folder = self.make_folder({"report.pdf": 1_000})
         self.press("space")

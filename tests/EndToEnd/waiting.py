@@ -7,7 +7,7 @@ PATIENCE = 60.0
 INTERVAL = 0.02
 
 
-def wait_for(condition, what, patience=PATIENCE):
+def wait_for(condition, what, patience=PATIENCE, interval=INTERVAL):
     """Returns the first true value of condition(); fails when there is none in time."""
     deadline = time.monotonic() + patience
     while True:
@@ -16,4 +16,4 @@ def wait_for(condition, what, patience=PATIENCE):
             return value
         if time.monotonic() > deadline:
             raise AssertionError(f"waited {patience:.0f} s in vain for {what}")
-        time.sleep(INTERVAL)
+        time.sleep(interval)

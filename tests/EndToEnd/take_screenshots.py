@@ -1,0 +1,62 @@
+#!/usr/bin/python3
+"""Takes the pictures of the main window for the documentation.
+
+    take_screenshots.py PROGRAM FOLDER
+"""
+
+import pathlib
+import sys
+import tempfile
+
+import processes
+from demo_folder import make_demo_folder
+from desktop import Desktop
+from folders import remove_tree
+from program import TITLE, preloading
+from waiting import wait_for
+
+WIDTH, HEIGHT = 1400, 920
+
+
+def wait_for_rest(display, window):
+    """Waits until nothing moves in the window."""
+    last = [None]
+
+    def is_at_rest():
+        before, last[0] = last[0], display.pixels(window)
+        return before == last[0]
+
+    wait_for(is_at_rest, "the window to come to rest", interval=0.5)
+
+
+def take(program_path, demo, scheme, scale, picture):
+    with Desktop(width=WIDTH * scale, height=HEIGHT * scale) as desktop:
+        desktop.offer_scheme(scheme)
+        environment = {"HOME": str(demo), "QT_SCALE_FACTOR": str(scale)}
+        environment.update(preloading(program_path.parent / "libmorlaine_large_disk.so"))
+        program = desktop.start_program(program_path, environment)
+        program.choose_folder(demo)
+        program.wait_until_gone("label", "Welcome to Morlaine")
+        window = desktop.display.window(TITLE)
+        wait_for_rest(desktop.display, window)
+        desktop.display.save(picture, window)
+
+
+def main(program_path, folder):
+    folder.mkdir(parents=True, exist_ok=True)
+    processes.adopt_orphans()
+    parent = pathlib.Path(tempfile.mkdtemp(prefix="demo-"))
+    try:
+        demo = parent / "alex"
+        demo.mkdir()
+        make_demo_folder(demo)
+        for scheme in ["light", "dark"]:
+            for scale in [1, 2]:
+                take(program_path, demo, scheme, scale, folder / f"{scheme}-{scale}x.png")
+    finally:
+        processes.kill_descendants()
+        remove_tree(parent)
+
+
+if __name__ == "__main__":
+    main(*(pathlib.Path(argument).resolve() for argument in sys.argv[1:]))
