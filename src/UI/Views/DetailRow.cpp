@@ -19,7 +19,7 @@ DetailRow::DetailRow(const QString& label, int maxValueLines, QWidget* parent)
 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins({});
-    layout->setSpacing(Theme::paddingSmall);
+    layout->setSpacing(static_cast<int>(Theme::paddingSmall));
     layout->addWidget(m_label, 0, Qt::AlignTop);
     layout->addWidget(m_value, 1);
     setLabel(label);
