@@ -6,6 +6,7 @@
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QTimer>
 
 #include <chrono>
@@ -37,6 +38,21 @@ protected:
 
 private:
     QDialog& m_dialog;
+};
+
+/// Knows folders from files by what the system tells. The toolkit's provider looks into files to tell their kinds.
+class PlainIcons final : public QFileIconProvider {
+public:
+    using QFileIconProvider::icon;
+    [[nodiscard]] QIcon icon(const QFileInfo& info) const override { return icon(info.isDir() ? Folder : File); }
+    [[nodiscard]] QString type(const QFileInfo& /*info*/) const override { return {}; }
+
+    /// Outlives every dialog.
+    [[nodiscard]] static PlainIcons& shared()
+    {
+        static PlainIcons icons;
+        return icons;
+    }
 };
 
 /// The toolkit builds a dialog of its own from the start, and nothing at all where it asks the desktop for one.
@@ -104,6 +120,7 @@ QFileDialog& LinuxFolderChooser::makeToolkitDialog(const Request& request)
     auto* dialog = new QFileDialog(request.window);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
+    dialog->setIconProvider(&PlainIcons::shared());
     dialog->setSupportedSchemes({QStringLiteral("file")});
     dialog->setLabelText(QFileDialog::Accept, QString::fromStdString(request.texts.prompt));
     if (request.texts.title) {

@@ -21,6 +21,7 @@ constexpr int padding = 10;
 constexpr int leastWidth = 280;
 constexpr int betweenDonutAndLegend = 24;
 constexpr int inLegendRow = 6;
+constexpr int narrowestLegend = 112; // before the donut shrinks
 constexpr int symbolSide = 32;
 
 QString title()
@@ -86,6 +87,7 @@ QWidget* PieChartView::makeChart()
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(true);
     area->setMinimumHeight(0);
+    area->setMinimumWidth(narrowestLegend);
     area->setWidget(rows);
     area->viewport()->setAutoFillBackground(false);
     rows->setAutoFillBackground(false);
