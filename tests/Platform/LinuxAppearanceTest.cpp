@@ -73,6 +73,7 @@ TEST(LinuxAppearanceTest, AChangeWhileTheQuestionIsOpenCounts)
     PrivateBus bus;
     FakeSettingsPortal portal(bus.connect(), Version::silent, 0);
     LinuxAppearance appearance([&] { return bus.connect(); });
+    ASSERT_TRUE(QTest::qWaitFor([&portal] { return portal.questions() == 1; }));
     appearance.waitForAnswer(1ms);
     EXPECT_EQ(appearance.preference(), Preference::none);
 

@@ -38,6 +38,7 @@ void FakeSettingsPortal::changeScheme(uint scheme)
 
 QDBusVariant FakeSettingsPortal::ReadOne(const QString& group, const QString& key)
 {
+    ++m_questions;
     if (m_version == Version::silent) {
         setDelayedReply(true);
     } else if (m_version == Version::withoutReadOne) {

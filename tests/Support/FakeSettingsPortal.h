@@ -21,6 +21,9 @@ public:
     void change(const QString& group, const QString& key, const QVariant& value);
     void changeScheme(uint scheme);
 
+    /// How often the setting was asked for.
+    [[nodiscard]] int questions() const { return m_questions; }
+
 public Q_SLOTS:
     // The names on the bus. NOLINTBEGIN(readability-identifier-naming)
     QDBusVariant ReadOne(const QString& group, const QString& key);
@@ -31,6 +34,7 @@ private:
     QDBusConnection m_bus;
     Version m_version;
     uint m_scheme;
+    int m_questions = 0;
 };
 
 } // namespace morlaine::test
