@@ -110,6 +110,18 @@ class Program:
         self.wait_for(lambda: node.is_("focused"), f'{role} "{name}" to have the keyboard')
         return node
 
+    def tab_to(self, role, name):
+        """Goes to something with the Tab key, from something else that has the keyboard."""
+        node = self.wait_for_item(role, name)
+        while not node.is_("focused"):
+            before = self._focused()
+            self.desktop.display.press("Tab")
+            self.wait_for(lambda: self._focused() not in ([], before), "the keyboard to go elsewhere")
+        return node
+
+    def _focused(self):
+        return [node for node in self.active_window().all() if node.is_("focused")]
+
     def choose_folder(self, folder):
         """Has the window's folder dialog scan a folder, by keyboard."""
         self.active_window()
