@@ -1,10 +1,11 @@
 """What a screen reader sees of a program, asked for afresh each time."""
 
 import buses
-from gi.repository import GLib
+from gi.repository import Gio, GLib
 
 PREFIX = "org.a11y.atspi."
-REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
+ROOT = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
+REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/registry", "org.a11y.atspi.Registry")
 NULL_PATH = "/org/a11y/atspi/null"
 
 # Positions in the protocol's set of states.
@@ -119,4 +120,33 @@ class Node:
 
 
 def applications(bus):
-    return Node(bus, *REGISTRY).children
+    return Node(bus, *ROOT).children
+
+
+class Listener:
+    """Hears of what appears; menus are below no window, so that there is no other way to them. Programs that are
+    started later are certain to tell everything."""
+
+    def __init__(self, bus):
+        self._bus = bus
+        self._appeared = []
+        bus.signal_subscribe(
+            None, PREFIX + "Event.Object", "StateChanged", None, "showing", Gio.DBusSignalFlags.NONE, self._hear
+        )
+        events = GLib.Variant("(sass)", ("object:state-changed:showing", [], ""))
+        # The registry is started by whoever needs it first.
+        bus.call_sync(*REGISTRY, "RegisterEvent", events, None, Gio.DBusCallFlags.NONE, buses.CALL_PATIENCE, None)
+
+    def next(self, role):
+        """The next item of the role that has appeared, or None. What appeared before it is forgotten."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        while self._appeared:
+            node = self._appeared.pop(0)
+            if node.role == role:
+                return node
+        return None
+
+    def _hear(self, _bus, owner, path, _interface, _signal, values):
+        if values.unpack()[1]:
+            self._appeared.append(Node(self._bus, owner, path))

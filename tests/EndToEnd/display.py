@@ -90,13 +90,13 @@ class Display:
         codes = [self._code(XK.string_to_keysym(MODIFIERS[modifier])) for modifier in modifiers]
         self._strike(codes, self._code(symbol))
 
-    def click(self, extents, count=1):
+    def click(self, extents, count=1, button=X.Button1):
         """Clicks into the middle of a place on the screen, given as x, y, width and height."""
         x, y, width, height = extents
         xtest.fake_input(self.connection, X.MotionNotify, x=x + width // 2, y=y + height // 2)
         for _ in range(count):
-            xtest.fake_input(self.connection, X.ButtonPress, X.Button1)
-            xtest.fake_input(self.connection, X.ButtonRelease, X.Button1)
+            xtest.fake_input(self.connection, X.ButtonPress, button)
+            xtest.fake_input(self.connection, X.ButtonRelease, button)
         self.connection.sync()
 
     def type(self, text):

@@ -5,6 +5,7 @@ import processes
 from waiting import wait_for
 
 TITLE = "Morlaine"
+SEARCH_FIELD = ("text", "Search file or folder name...")
 
 
 def preloading(library):
@@ -83,6 +84,43 @@ class Program:
 
     def outline(self):
         return "".join(window.outline() for window in self.windows())
+
+    def inspector(self):
+        """The texts of the inspector from top to bottom, the path of the selected item last."""
+        pane = self.find("layered pane", "Inspector")
+        path = pane and pane.find("text", "Full Path")
+        return [label.name for label in pane.all("label")] + [path.text] if path else []
+
+    def wait_for_selection(self, path):
+        """Waits until the inspector tells about what lies at the path."""
+        self.wait_for(lambda: self.inspector()[-1:] == [str(path)], f"{path} to be selected")
+
+    def treemap(self):
+        """The names of the treemap's rectangles in the order of the layout."""
+        canvas = self.find("list", "Treemap")
+        return [item.name for item in canvas.children] if canvas else []
+
+    def wait_for_treemap(self, names):
+        self.wait_for(lambda: self.treemap() == names, f"a treemap of {names}")
+
+    def focus(self, role, name):
+        """Gives something the keyboard."""
+        node = self.wait_for_item(role, name)
+        node.grab_focus()
+        self.wait_for(lambda: node.is_("focused"), f'{role} "{name}" to have the keyboard')
+        return node
+
+    def tab_to(self, role, name):
+        """Goes to something with the Tab key, from something else that has the keyboard."""
+        node = self.wait_for_item(role, name)
+        while not node.is_("focused"):
+            before = self._focused()
+            self.desktop.display.press("Tab")
+            self.wait_for(lambda: self._focused() not in ([], before), "the keyboard to go elsewhere")
+        return node
+
+    def _focused(self):
+        return [node for node in self.active_window().all() if node.is_("focused")]
 
     def choose_folder(self, folder):
         """Has the window's folder dialog scan a folder, by keyboard."""

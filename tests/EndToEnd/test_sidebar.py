@@ -1,0 +1,116 @@
+"""The sidebar's places, the earlier scans and the figures by category."""
+
+from case import EndToEndTest
+from store import check_tree
+
+FILES = {"photos/sky.png": 50_000, "photos/sea.jpg": 30_000, "papers/report.pdf": 40_000, "papers/old.zip": 5_000}
+PHOTOS, PAPERS = ["sky.png", "sea.jpg"], ["report.pdf", "old.zip"]
+
+ERROR = "Failed to load historical scan tree cache."
+# From the trailing edge of a row to the middle of its trash button.
+TRASH_FROM_EDGE = 18
+
+
+class SidebarTest(EndToEndTest):
+    def start_with_two_scans(self):
+        """The newer one, of papers, is shown."""
+        self.start_on_desktop()
+        self.folder = self.make_folder(FILES)
+        self.photos = self.scan(self.folder / "photos")
+        self.papers = self.scan(self.folder / "papers", count=2)
+        self.program.wait_for_treemap(PAPERS)
+        self.wait_for_rows(["papers", "photos"])
+
+    def rows(self):
+        scans = self.program.find("list", "Recent Scans")
+        return {row.name.partition(",")[0]: row for row in scans.children} if scans else {}
+
+    def row(self, name):
+        return self.program.wait_for(lambda: self.rows().get(name), f"the row of {name}")
+
+    def wait_for_rows(self, names):
+        self.program.wait_for(lambda: list(self.rows()) == names, f"the earlier scans to be {names}")
+
+    def click_trash(self, name):
+        x, y, width, height = self.row(name).extents
+        self.desktop.display.click((x + width - TRASH_FROM_EDGE, y, 1, height))
+
+    def wait_for_breakdown(self, figures):
+        def is_shown():
+            labels = [label.name for label in self.program.find("filler", "Disks").all("label")]
+            title = "Space Breakdown"
+            return labels[labels.index(title) + 1:] == figures if title in labels else figures == []
+
+        self.program.wait_for(is_shown, f"a breakdown of {figures}")
+
+    def check_stored(self, entries):
+        self.assertEqual(self.store.history(), entries)
+        self.assertEqual({path.name for path in self.store.scans.iterdir()}, {f"{entry['id']}.json" for entry in entries})
+
+    def test_favourite_home_is_scanned(self):
+        self.make_desktop()
+        home = self.make_folder({**FILES, "main.py": 900, "tool.so": 1, "empty.mp3": 0})
+        self.start({"HOME": str(home)}).active_window()
+        self.program.wait_for_item("label", "No recent scans")
+        self.wait_for_breakdown([])
+        self.program.click("push button", "Home")
+        [entry] = self.store.wait_for_scans(self.program, 1)
+        check_tree(self, self.store.tree(entry), self.walk(home))
+        self.wait_for_rows([home.name])
+        self.wait_for_breakdown([
+            "Images", "80 KB", "Archives", "5 KB", "Source Code", "900 bytes", "Documents", "40 KB",
+            "System Files", "1 byte",
+        ])
+        self.picture("home")
+        self.quit()
+
+    def test_earlier_scans_are_reopened(self):
+        self.start_with_two_scans()
+        # What a scan found, not what there is now.
+        (self.folder / "photos" / "sea.jpg").unlink()
+        self.desktop.display.click(self.row("photos").extents)
+        self.program.wait_for_treemap(PHOTOS)
+        self.program.wait_for_selection(self.folder / "photos")
+        self.wait_for_breakdown(["Images", "80 KB"])
+
+        self.program.focus("push button", "Desktop")
+        for key, name in [("Tab", "papers"), ("End", "photos"), ("Home", "papers"), ("Down", "photos"), ("Up", "papers")]:
+            self.desktop.display.press(key)
+            self.program.wait_for(lambda: self.row(name).is_("focused"), f"{key} to move to {name}")
+        self.desktop.display.press("Return")
+        self.program.wait_for_treemap(PAPERS)
+        self.program.wait_for_selection(self.folder / "papers")
+        self.wait_for_breakdown(["Archives", "5 KB", "Documents", "40 KB"])
+        self.check_stored([self.photos, self.papers])
+        self.quit()
+
+    def test_broken_cache_is_dropped(self):
+        self.start_with_two_scans()
+        tree = self.store.scans / f"{self.photos['id']}.json"
+        tree.write_bytes(tree.read_bytes()[:-10])
+        self.desktop.display.click(self.row("photos").extents)
+        self.program.wait_for_item("label", ERROR)
+        self.picture("message")
+        self.wait_for_rows(["papers"])
+        self.check_stored([self.papers])
+        self.wait_for_breakdown([])
+        self.scan(self.folder / "photos", count=2)
+        self.program.wait_for_treemap(PHOTOS)
+        self.program.wait_until_gone("label", ERROR)
+        self.wait_for_rows(["photos", "papers"])
+        self.quit()
+
+    def test_trash_removes_without_opening(self):
+        self.start_with_two_scans()
+        self.click_trash("photos")
+        self.wait_for_rows(["papers"])
+        self.check_stored([self.papers])
+        # Its own entry too leaves alone what is shown.
+        self.click_trash("papers")
+        self.program.wait_for_item("label", "No recent scans")
+        self.check_stored([])
+        self.assertEqual(self.program.treemap(), PAPERS)
+        self.program.wait_for_selection(self.folder / "papers")
+        self.scan(self.folder / "photos")
+        self.wait_for_rows(["photos"])
+        self.quit()

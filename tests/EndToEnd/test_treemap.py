@@ -1,0 +1,111 @@
+"""The treemap, its header and the inspector, by mouse and by keyboard."""
+
+from Xlib import X
+
+from accessibility import Listener
+from case import EndToEndTest
+from program import SEARCH_FIELD
+
+PHOTO = "50% of café & co.jpg"
+FILES = {f"photos/trip/{PHOTO}": 50_000, "photos/sky.png": 30_000, "papers/report.pdf": 40_000, "notes.txt": 20_000}
+
+IN_TRIP = [PHOTO]
+IN_PHOTOS = ["trip", *IN_TRIP, "sky.png"]
+IN_ALL = ["photos", *IN_PHOTOS, "papers", "report.pdf", "notes.txt"]
+
+
+class TreemapTest(EndToEndTest):
+    def start_with_treemap(self):
+        self.make_desktop()
+        self.listener = Listener(self.desktop.accessibility_bus)
+        self.start().active_window()
+        self.folder = self.make_folder(FILES)
+        self.scan(self.folder)
+        self.program.wait_for_treemap(IN_ALL)
+
+    def click(self, name, margin_only=False, **options):
+        """Clicks on a rectangle. Of a folder nothing but the margin can be hit."""
+        x, y, width, height = self.program.wait_for_item("list item", name).extents
+        self.desktop.display.click((x, y, 3 if margin_only else width, height), **options)
+
+    def wait_for_zoom(self, path, names):
+        def steps():
+            return [step.name for step in self.program.find("filler", "Path").all("push button")]
+
+        self.program.wait_for(lambda: steps() == path, f"the path to be {path}")
+        self.program.wait_for_treemap(names)
+        self.program.wait_for_selection(self.folder.joinpath(*path))
+
+    def menu(self):
+        """The entries of the menu that opens."""
+        menu = self.program.wait_for(lambda: self.listener.next("popup menu"), "a menu")
+        return {entry.name: entry for entry in menu.children if entry.role != "separator"}
+
+    def paste_into_search_field(self):
+        field = self.program.focus(*SEARCH_FIELD)
+        self.desktop.display.press("Ctrl+V")
+        self.program.wait_for(lambda: field.text, "the text to be pasted")
+        return field.text
+
+    def test_zooms_in_and_out(self):
+        self.start_with_treemap()
+        program = self.program
+        self.wait_for_zoom([], IN_ALL)
+        self.click("photos", margin_only=True, count=2)
+        self.wait_for_zoom(["photos"], IN_PHOTOS)
+        self.click("trip", margin_only=True, count=2)
+        self.wait_for_zoom(["photos", "trip"], IN_TRIP)
+        self.picture("zoomed")
+        program.click("push button", "Go Back")
+        self.wait_for_zoom(["photos"], IN_PHOTOS)
+        program.click("push button", "Go Back")
+        self.wait_for_zoom([], IN_ALL)
+        self.assertFalse(program.find("push button", "Go Back").is_("sensitive"))
+        program.click("push button", "Go Forward")
+        self.wait_for_zoom(["photos"], IN_PHOTOS)
+        program.click("push button", "Go Forward")
+        self.wait_for_zoom(["photos", "trip"], IN_TRIP)
+        program.click("push button", "photos")
+        self.wait_for_zoom(["photos"], IN_PHOTOS)
+        self.desktop.display.press("Escape")
+        self.wait_for_zoom([], IN_ALL)
+        self.quit()
+
+    def test_inspector_follows_clicks(self):
+        self.start_with_treemap()
+        # Of 140,000 bytes.
+        rows = {
+            "report.pdf": ["File", "Size", "40 KB", "Share of Scan", "28.57%"],
+            "papers": ["Folder", "Size", "40 KB", "Share of Scan", "28.57%", "Total Items", "1 files, 1 folders"],
+            "notes.txt": ["File", "Size", "20 KB", "Share of Scan", "14.29%"],
+        }
+        paths = {"report.pdf": "papers/report.pdf"}
+        for name, texts in rows.items():
+            self.click(name, margin_only=name == "papers")
+            path = self.folder / paths.get(name, name)
+            expected = [name, *texts, "Full Path", str(path)]
+            self.program.wait_for(lambda: self.program.inspector() == expected, f"the inspector to show {expected}")
+            self.program.wait_for(
+                lambda: self.program.find("list item", name).is_("selected"), f"the rectangle of {name} to be marked"
+            )
+        self.picture("inspector")
+        self.quit()
+
+    def test_context_menu(self):
+        self.start_with_treemap()
+        self.click("photos", margin_only=True, button=X.Button3)
+        menu = self.menu()
+        self.picture("menu")
+        self.assertEqual(
+            list(menu), ["photos", "Zoom In", "Reveal in Finder", "Open File / Folder", "Copy Path"]
+        )
+        self.desktop.display.click(menu["Zoom In"].extents)
+        self.wait_for_zoom(["photos"], IN_PHOTOS)
+        self.click(PHOTO, button=X.Button3)
+        menu = self.menu()
+        self.assertEqual(list(menu), [PHOTO, "Reveal in Finder", "Open File / Folder", "Copy Path"])
+        self.desktop.display.click(menu["Copy Path"].extents)
+        path = self.folder / "photos" / "trip" / PHOTO
+        self.program.wait_for_selection(path)
+        self.assertEqual(self.paste_into_search_field(), str(path))
+        self.quit()
