@@ -23,7 +23,18 @@ QAction* addButton(QToolBar& toolbar, SymbolName symbol, const QString& name)
     action->setIconText(name);
     toolbar.widgetForAction(action)->setAccessibleName(name);
     toolbar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+    action->setAutoRepeat(false);
     return action;
+}
+
+/// A button that goes while it has the focus would pass it on to its neighbour, and the space bar with it.
+void setAvailable(const QToolBar& toolbar, QAction& action, bool isEnabled, bool isVisible)
+{
+    if (toolbar.widgetForAction(&action)->hasFocus() && !(isEnabled && isVisible)) {
+        toolbar.window()->setFocus();
+    }
+    action.setEnabled(isEnabled);
+    action.setVisible(isVisible);
 }
 
 } // namespace
@@ -89,13 +100,11 @@ void MainToolbar::updateTexts()
     m_scan->setToolTip(QStringLiteral("Select folder to scan disk space"));
     m_back->setToolTip(QStringLiteral("Go Back"));
     m_forward->setToolTip(QStringLiteral("Go Forward"));
-    m_cancel->setToolTip(QString());
-    m_back->setEnabled(m_state.canGoBack);
-    m_forward->setEnabled(m_state.canGoForward);
     m_progress->setVisible(m_state.isScanning);
-    m_cancel->setVisible(m_state.isScanning);
-    m_scan->setVisible(!m_state.isScanning);
-    m_scan->setEnabled(!m_state.isScanning); // and with it the shortcut
+    setAvailable(*this, *m_back, m_state.canGoBack, true);
+    setAvailable(*this, *m_forward, m_state.canGoForward, true);
+    setAvailable(*this, *m_cancel, true, m_state.isScanning);
+    setAvailable(*this, *m_scan, !m_state.isScanning, !m_state.isScanning); // and with it the shortcut
 }
 
 void MainToolbar::changeEvent(QEvent* event)

@@ -114,7 +114,9 @@ void MainView::buildColumns()
 void MainView::bindShortcuts()
 {
     const auto bind = [this](const QKeySequence& keys, void (MainView::*action)()) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+        auto* shortcut = new QShortcut(keys, this);
+        shortcut->setAutoRepeat(false);
+        connect(shortcut, &QShortcut::activated, this, action);
     };
     bind(QKeySequence(Qt::CTRL | Qt::Key_F), &MainView::focusSearchField);
     bind(QKeySequence(Qt::Key_Escape), &MainView::leave);
@@ -152,6 +154,9 @@ void MainView::updateCentralArea()
         m_analysis = new AnalysisView(*m_viewModel);
         m_centralArea->setCurrentIndex(m_centralArea->addWidget(m_analysis));
     } else {
+        if (m_analysis->isAncestorOf(focusWidget())) {
+            setFocus(); // or it would pass to the first button, and the space bar with it
+        }
         m_centralArea->removeWidget(m_analysis);
         std::exchange(m_analysis, nullptr)->deleteLater();
     }

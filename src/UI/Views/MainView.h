@@ -8,7 +8,6 @@
 
 #include <memory>
 
-class QSplitter;
 class QStackedWidget;
 
 namespace morlaine {

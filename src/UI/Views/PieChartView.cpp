@@ -18,7 +18,6 @@ namespace morlaine {
 namespace {
 
 constexpr int padding = 10;
-constexpr int leastWidth = 280;
 constexpr int betweenDonutAndLegend = 24;
 constexpr int inLegendRow = 6;
 constexpr int narrowestLegend = 112; // before the donut shrinks
@@ -37,7 +36,6 @@ PieChartView::PieChartView(MainViewModel& viewModel, QWidget* parent)
     , m_content(new QStackedWidget)
     , m_observer(viewModel, [this] { refresh(); })
 {
-    setMinimumWidth(leastWidth);
     setAccessibleName(title());
     auto* titleLabel = new StyledLabel(TextStyle::headline, Theme::textSecondary);
     titleLabel->setText(title());

@@ -18,7 +18,7 @@ class MainViewModel;
 struct LegendRow;
 
 /// The panel "Storage by File Type": how the bytes of the whole scan divide among the file categories, wherever the
-/// treemap is zoomed into. A tree is summed once, when it is shown. At least 280 points wide.
+/// treemap is zoomed into. A tree is summed once, when it is shown.
 class PieChartView final : public RoundedBox {
     Q_OBJECT
 

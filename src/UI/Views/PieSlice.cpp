@@ -3,6 +3,7 @@
 #include "Core/Models/CategorySizes.h"
 #include "Utilities/ByteCount.h"
 #include "Utilities/CheckedMath.h"
+#include "Utilities/Utf8.h"
 
 #include <algorithm>
 #include <numbers>
@@ -12,12 +13,6 @@ namespace morlaine {
 namespace {
 
 constexpr std::size_t ownRows = 5;
-
-QString nameOf(FileCategory category)
-{
-    const std::string_view name = category.displayName();
-    return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
-}
 
 double radians(double degrees)
 {
@@ -62,14 +57,15 @@ QString percentageText(std::int64_t size, std::int64_t total)
 
 QString sliceText(const PieSlice& slice)
 {
-    return nameOf(slice.category) + QStringLiteral(": ") + QString::fromStdString(byteCountText(slice.size));
+    return textOfUtf8(slice.category.displayName()) + QStringLiteral(": ") +
+           QString::fromStdString(byteCountText(slice.size));
 }
 
 std::vector<LegendRow> legendRows(std::span<const PieSlice> slices, std::int64_t total)
 {
     std::vector<LegendRow> rows;
     for (const PieSlice& slice : slices.first(std::min(slices.size(), ownRows))) {
-        rows.push_back({slice.category, nameOf(slice.category), percentageText(slice.size, total)});
+        rows.push_back({slice.category, textOfUtf8(slice.category.displayName()), percentageText(slice.size, total)});
     }
     if (slices.size() > ownRows) {
         std::int64_t others = 0;

@@ -17,7 +17,7 @@ constexpr int verticalPadding = 4;
 constexpr int lineSpacing = 2;
 constexpr int itemSpacing = 4;
 constexpr int gap = 8;
-constexpr int trashSide = 12;
+constexpr int trashSide = 10;
 constexpr int trashReach = 6; // around the picture
 
 QFont nameFont()

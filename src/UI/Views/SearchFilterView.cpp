@@ -20,7 +20,6 @@ namespace morlaine {
 
 namespace {
 
-constexpr int leastWidth = 280;
 constexpr int margin = 8;
 
 /// The first entry of the picker stands for no category.
@@ -61,7 +60,6 @@ SearchFilterView::SearchFilterView(MainViewModel& viewModel, QWidget* parent)
     , m_list(new UniformListView(this))
     , m_observer(viewModel, [this] { refresh(); })
 {
-    setMinimumWidth(leastWidth);
     composePanel();
     buildField();
     buildTypePicker();
@@ -104,8 +102,7 @@ void SearchFilterView::buildTypePicker()
     prepare(*m_typePicker, QStringLiteral("Type:"));
     m_typePicker->addItem(QStringLiteral("All Categories"));
     for (const FileCategory category : FileCategory::allCases) {
-        const std::string_view name = category.displayName();
-        m_typePicker->addItem(textOfUtf8(name));
+        m_typePicker->addItem(textOfUtf8(category.displayName()));
     }
     m_typePicker->setMaxVisibleItems(m_typePicker->count());
     connect(m_typePicker, &QComboBox::currentIndexChanged, this, &SearchFilterView::chooseType);
@@ -117,7 +114,8 @@ void SearchFilterView::buildSizePicker()
     for (const SizeFilter& filter : sizeFilters) {
         m_sizePicker->addItem(filter.name);
     }
-    connect(m_sizePicker, &QComboBox::currentIndexChanged, this, &SearchFilterView::chooseSize);
+    // Choosing "Any Size" again lifts a threshold that the model has kept from before this panel.
+    connect(m_sizePicker, &QComboBox::activated, this, &SearchFilterView::chooseSize);
 }
 
 void SearchFilterView::buildList()
@@ -129,6 +127,7 @@ void SearchFilterView::buildList()
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this](const QItemSelection& selected) { select(selected.indexes().value(0)); });
     connect(m_list, &QAbstractItemView::clicked, this, &SearchFilterView::select);
+    connect(m_list, &UniformListView::returnPressed, this, &SearchFilterView::selectCurrent);
     connect(m_list, &UniformListView::leftUpwards, m_field, &SearchField::focusAndSelect);
     connect(m_list, &UniformListView::rowMenuRequested, this, &SearchFilterView::showRowMenu);
 }
@@ -208,6 +207,12 @@ void SearchFilterView::select(const QModelIndex& index)
     if (const std::optional<FileNode>& node = m_viewModel.selectedNode(); !node || node->id() != result.id()) {
         m_viewModel.setSelectedNode(result.node());
     }
+}
+
+void SearchFilterView::selectCurrent()
+{
+    m_list->setCurrentIndex(m_list->currentIndex());
+    select(m_list->currentIndex());
 }
 
 /// The results may be newer than the list.

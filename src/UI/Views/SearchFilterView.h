@@ -50,6 +50,7 @@ private:
     void chooseType(int index);
     void chooseSize(int index);
     void select(const QModelIndex& index);
+    void selectCurrent();
     void selectFirstResult();
     void enterList();
     void showRowMenu(const QModelIndex& index, const QPoint& globalPosition);

@@ -34,7 +34,8 @@ SelectableText::SelectableText(const QString& accessibleName, TextStyle style, Q
 
 void SelectableText::setText(const QString& text)
 {
-    if (text != toPlainText()) {
+    if (text != m_text) {
+        m_text = text;
         setPlainText(text);
         updateGeometry();
     }

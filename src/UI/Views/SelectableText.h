@@ -27,6 +27,7 @@ protected:
 
 private:
     const TextStyle m_style;
+    QString m_text; // as it was set, which the document shows but does not keep
 };
 
 } // namespace morlaine

@@ -2,12 +2,12 @@
 
 #include "UI/Styles/Conversions.h"
 #include "UI/Styles/StyledLabel.h"
+#include "UI/Views/LegendDot.h"
 #include "UI/Views/SidebarMetrics.h"
 #include "Utilities/ByteCount.h"
 #include "Utilities/Utf8.h"
 
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QVBoxLayout>
 
 namespace morlaine {
@@ -16,26 +16,7 @@ namespace {
 
 constexpr int rowSpacing = 6;
 constexpr int topPadding = 4;
-constexpr int dotSide = 8;
 constexpr int gap = 8;
-
-class Dot final : public QWidget {
-public:
-    explicit Dot(const QColor& color) : m_color(color) { setFixedSize(dotSide, dotSide); }
-
-protected:
-    void paintEvent(QPaintEvent* /*event*/) override
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(m_color);
-        painter.drawEllipse(rect());
-    }
-
-private:
-    QColor m_color;
-};
 
 QWidget* makeRow(const CategoryShare& share)
 {
@@ -44,11 +25,10 @@ QWidget* makeRow(const CategoryShare& share)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(gap);
     auto* name = new StyledLabel(TextStyle::caption);
-    const std::string_view text = share.category.displayName();
-    name->setText(textOfUtf8(text));
+    name->setText(textOfUtf8(share.category.displayName()));
     auto* size = new StyledLabel(TextStyle::caption, &Theme::textSecondary);
     size->setText(QString::fromStdString(byteCountText(share.size)));
-    layout->addWidget(new Dot(toQColor(share.category.color())));
+    layout->addWidget(new LegendDot(toQColor(share.category.color())));
     layout->addWidget(name);
     layout->addStretch();
     layout->addWidget(size);

@@ -32,6 +32,7 @@ void TreemapCanvas::showLayout(TreemapLayout layout, const QString& text)
     m_layout = std::move(layout);
     ++m_layoutNumber;
     m_text = text;
+    setAccessibleDescription(m_layout->empty() ? text : QString());
     m_selectedPosition.reset();
     forgetBase();
     TreemapAccessibility::announceLayout(*this);

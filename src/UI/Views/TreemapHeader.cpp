@@ -102,8 +102,12 @@ TreemapHeader::TreemapHeader(QWidget* parent)
 
 void TreemapHeader::setPath(std::span<const FileNode> path)
 {
-    m_house->setEnabled(!path.empty());
+    const bool hadFocus = isAncestorOf(window()->focusWidget());
     m_breadcrumb->setPath(path);
+    m_house->setEnabled(!path.empty());
+    if (hadFocus && !isAncestorOf(window()->focusWidget())) {
+        Q_EMIT focusLost();
+    }
 }
 
 void TreemapHeader::setInfo(const std::optional<TreemapDecisions::Info>& info)

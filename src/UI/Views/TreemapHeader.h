@@ -52,6 +52,9 @@ Q_SIGNALS:
     void houseClicked();
     void stepClicked(std::size_t step);
 
+    /// The button with the keyboard focus is gone.
+    void focusLost();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;

@@ -81,6 +81,7 @@ void TreemapView::connectHeader()
 {
     connect(m_header, &TreemapHeader::houseClicked, this, [this] { m_viewModel.zoomToRoot(); });
     connect(m_header, &TreemapHeader::stepClicked, this, &TreemapView::showStep);
+    connect(m_header, &TreemapHeader::focusLost, m_canvas, [this] { m_canvas->setFocus(); });
 }
 
 void TreemapView::readModel()

@@ -214,6 +214,9 @@ void UniformListView::keyPressEvent(QKeyEvent* event)
         Q_EMIT leftUpwards();
         return;
     }
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !event->isAutoRepeat()) {
+        Q_EMIT returnPressed();
+    }
     QAbstractItemView::keyPressEvent(event);
 }
 

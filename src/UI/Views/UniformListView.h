@@ -34,6 +34,9 @@ Q_SIGNALS:
     /// The up key was pressed in the first row.
     void leftUpwards();
 
+    /// Return was pressed, once for however long it is held.
+    void returnPressed();
+
     /// A context menu was asked for, with the mouse or the keyboard, for the row at `index`.
     void rowMenuRequested(const QModelIndex& index, const QPoint& globalPosition);
 
