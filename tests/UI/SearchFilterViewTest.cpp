@@ -286,13 +286,6 @@ TEST_F(SearchFilterViewTest, TheRowMenuActsOnItsRow)
     EXPECT_EQ(model().zoomStack().front().name(), "Photos");
 }
 
-TEST_F(SearchFilterViewTest, FitsIntoTheLeastRoom)
-{
-    view->resize(1, 1);
-    EXPECT_EQ(view->width(), 280);
-    EXPECT_LE(view->height(), 140);
-}
-
 TEST(SearchResultsTest, AMillionRowsAppearAndTheLastIsInReach)
 {
     constexpr int count = 1'000'000;

@@ -60,7 +60,9 @@ void drawButton(QPainter& painter, const QStyleOption& option)
         !has(option, QStyle::State_Sunken) && !has(option, QStyle::State_MouseOver)) {
         return;
     }
-    drawRound(painter, option.rect, Theme::cornerRadiusSmall, buttonFill(option), QPen(textAt(option, 0.16), 1));
+    const bool isFocused = has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange);
+    const QPen outline = isFocused ? QPen(option.palette.color(QPalette::Highlight), 2) : QPen(textAt(option, 0.16), 1);
+    drawRound(painter, option.rect, Theme::cornerRadiusSmall, buttonFill(option), outline);
 }
 
 void drawToolButton(QPainter& painter, const QStyleOption& option)

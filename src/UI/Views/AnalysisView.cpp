@@ -12,6 +12,7 @@ namespace morlaine {
 namespace {
 
 constexpr int narrowestPane = 280;
+constexpr int narrowestSearch = 190; // where there is not enough for both
 constexpr int lowestPane = 140;
 constexpr int idealPaneHeight = 200;
 constexpr int highestPane = 360;
@@ -39,12 +40,14 @@ AnalysisView::AnalysisView(MainViewModel& viewModel, QWidget* parent)
     setSizes({highestPane * 4, idealPaneHeight});
 }
 
-/// In the smallest window both side columns leave less room than the two panes want; each then gets half of it.
+/// In the smallest window both side columns leave less room than the two panes want; the search then gives way, whose
+/// texts are elided more gracefully than the chart's.
 void AnalysisView::resizeEvent(QResizeEvent* event)
 {
-    const int narrowest = std::min(narrowestPane, (width() - m_bottom->handleWidth()) / 2);
-    m_search->setMinimumWidth(narrowest);
-    m_chart->setMinimumWidth(narrowest);
+    const int room = width() - m_bottom->handleWidth();
+    const int forSearch = std::clamp(room - narrowestPane, narrowestSearch, narrowestPane);
+    m_search->setMinimumWidth(forSearch);
+    m_chart->setMinimumWidth(std::min(narrowestPane, room - forSearch));
     QSplitter::resizeEvent(event);
 }
 

@@ -13,6 +13,9 @@ class AnalysisView final : public QSplitter {
     Q_OBJECT
 
 public:
+    /// With less, its parts are narrower than they would like. Points.
+    static constexpr int comfortableWidth = 566;
+
     explicit AnalysisView(MainViewModel& viewModel, QWidget* parent = nullptr);
 
     /// Moves the keyboard focus into the search field.

@@ -19,7 +19,9 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace morlaine {
 
@@ -37,9 +39,26 @@ bool isPressedBySpace(const QWidget* widget)
     return qobject_cast<const QAbstractButton*>(widget) != nullptr || qobject_cast<const QComboBox*>(widget) != nullptr;
 }
 
+/// The focus goes from the leading column to the trailing one, whichever part was made first.
+void moveToEndOfTabOrder(const QWidget& part)
+{
+    QWidget* const window = part.window();
+    std::vector<QWidget*> members;
+    for (QWidget* next = window->nextInFocusChain(); next != window; next = next->nextInFocusChain()) {
+        if (part.isAncestorOf(next)) {
+            members.push_back(next);
+        }
+    }
+    QWidget* last = window->previousInFocusChain();
+    for (QWidget* member : members) {
+        QWidget::setTabOrder(last, member);
+        last = member;
+    }
+}
+
 } // namespace
 
-MainView::MainView(MainViewModel::Environment environment, std::unique_ptr<FolderChooser> folderChooser,
+MainView::MainView(const MainViewModel::Environment& environment, std::unique_ptr<FolderChooser> folderChooser,
                    QWidget* parent)
     : QMainWindow(parent)
     , m_viewModel(std::make_unique<MainViewModel>(environment))
@@ -57,6 +76,7 @@ MainView::MainView(MainViewModel::Environment environment, std::unique_ptr<Folde
     update();
     // Otherwise the first button would begin with the focus, and take the space bar for itself.
     setFocus();
+    qApp->installEventFilter(this);
     resize(preferredSize.boundedTo(screen()->availableSize()));
 }
 
@@ -97,18 +117,18 @@ void MainView::buildColumns()
     m_sidebar->setObjectName(QStringLiteral("sidebar"));
     m_detail->setObjectName(QStringLiteral("inspector"));
 
-    auto* columns = new QSplitter(Qt::Horizontal);
-    columns->setChildrenCollapsible(false);
-    columns->setMinimumSize(minimumContentSize);
-    columns->addWidget(m_sidebar);
-    columns->addWidget(m_centralArea);
-    columns->addWidget(m_detail);
-    columns->setStretchFactor(0, 0);
-    columns->setStretchFactor(1, 1);
-    columns->setStretchFactor(2, 0);
-    columns->setSizes(
+    m_columns = new QSplitter(Qt::Horizontal);
+    m_columns->setChildrenCollapsible(false);
+    m_columns->setMinimumSize(minimumContentSize);
+    m_columns->addWidget(m_sidebar);
+    m_columns->addWidget(m_centralArea);
+    m_columns->addWidget(m_detail);
+    m_columns->setStretchFactor(0, 0);
+    m_columns->setStretchFactor(1, 1);
+    m_columns->setStretchFactor(2, 0);
+    m_columns->setSizes(
         {sidebarWidths.ideal, preferredSize.width() - sidebarWidths.ideal - detailWidths.ideal, detailWidths.ideal});
-    setCentralWidget(columns);
+    setCentralWidget(m_columns);
 }
 
 void MainView::bindShortcuts()
@@ -121,6 +141,15 @@ void MainView::bindShortcuts()
     bind(QKeySequence(Qt::CTRL | Qt::Key_F), &MainView::focusSearchField);
     bind(QKeySequence(Qt::Key_Escape), &MainView::leave);
     bind(QKeySequence(Qt::Key_Space), &MainView::openSelection);
+}
+
+/// A list that drops down closes before the window's shortcuts are asked, and they would take the key for theirs.
+bool MainView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && watched->isWindowType()) {
+        m_hasPopupClosed = QApplication::activePopupWidget() != nullptr;
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 bool MainView::event(QEvent* event)
@@ -153,6 +182,8 @@ void MainView::updateCentralArea()
     if (hasTree) {
         m_analysis = new AnalysisView(*m_viewModel);
         m_centralArea->setCurrentIndex(m_centralArea->addWidget(m_analysis));
+        moveToEndOfTabOrder(*m_detail);
+        giveCentralAreaRoom();
     } else {
         if (m_analysis->isAncestorOf(focusWidget())) {
             setFocus(); // or it would pass to the first button, and the space bar with it
@@ -160,6 +191,29 @@ void MainView::updateCentralArea()
         m_centralArea->removeWidget(m_analysis);
         std::exchange(m_analysis, nullptr)->deleteLater();
     }
+}
+
+void MainView::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    giveCentralAreaRoom();
+}
+
+/// In a narrow window the side columns shrink before the analysis gets cramped. Whoever drags a divider decides
+/// otherwise.
+void MainView::giveCentralAreaRoom()
+{
+    if (m_analysis == nullptr) {
+        return;
+    }
+    QList<int> widths = m_columns->sizes();
+    for (const auto& [index, least] : {std::pair(2, detailWidths.minimum), std::pair(0, sidebarWidths.minimum)}) {
+        const int lack = std::max(AnalysisView::comfortableWidth - widths[1], 0);
+        const int given = std::clamp(widths[index] - least, 0, lack);
+        widths[index] -= given;
+        widths[1] += given;
+    }
+    m_columns->setSizes(widths);
 }
 
 void MainView::toggleSidebar()
@@ -186,9 +240,12 @@ void MainView::chooseFolder(const FolderChooser::Texts& texts)
     m_folderChooser->choose(*this, texts, [this](const FileUrl& folder) { m_viewModel->scan(folder); });
 }
 
-/// Escape leaves what is innermost: a running scan, else the folder zoomed into.
+/// Escape leaves what is innermost: an open list or menu, a running scan, the folder zoomed into.
 void MainView::leave()
 {
+    if (m_hasPopupClosed) {
+        return;
+    }
     if (!m_detailView->cancelIfScanning()) {
         m_viewModel->zoomOut();
     }

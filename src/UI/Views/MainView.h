@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class QSplitter;
 class QStackedWidget;
 
 namespace morlaine {
@@ -23,7 +24,7 @@ class MainView final : public QMainWindow {
     Q_OBJECT
 
 public:
-    MainView(MainViewModel::Environment environment, std::unique_ptr<FolderChooser> folderChooser,
+    MainView(const MainViewModel::Environment& environment, std::unique_ptr<FolderChooser> folderChooser,
              QWidget* parent = nullptr);
     ~MainView() override;
 
@@ -35,6 +36,8 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void buildToolbar();
@@ -44,6 +47,7 @@ private:
 
     void update();
     void updateCentralArea();
+    void giveCentralAreaRoom();
 
     void toggleSidebar();
     void toggleDetail();
@@ -59,7 +63,10 @@ private:
     bool m_isSidebarVisible = true;
     bool m_isDetailVisible = true;
 
+    bool m_hasPopupClosed = false; // by the key that is being handled
+
     MainToolbar* m_toolbar = nullptr;
+    QSplitter* m_columns = nullptr;
     SideColumn* m_sidebar = nullptr;
     SideColumn* m_detail = nullptr;
     DetailView* m_detailView = nullptr;
