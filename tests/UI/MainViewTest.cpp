@@ -6,7 +6,9 @@
 #include "UI/Views/AnalysisView.h"
 #include "UI/Views/OnboardingView.h"
 #include "UI/Views/SideColumn.h"
+#include "UI/Views/TreemapCanvas.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QLineEdit>
 #include <QPushButton>
@@ -197,6 +199,32 @@ TEST_F(MainViewTest, OpensTheSelectionWithSpaceUnlessSpaceMeansSomethingElse)
     press(Qt::Key_Space);
     EXPECT_EQ(presses, 1);
     EXPECT_EQ(workspace->calls.size(), 1U);
+}
+
+TEST_F(MainViewTest, PassesTheFocusFromLeftToRight)
+{
+    showTree();
+    window->setFocus();
+    std::vector<std::string> stops;
+    for (int step = 0; step < 13; ++step) {
+        press(Qt::Key_Tab);
+        stops.push_back(QAccessible::queryAccessibleInterface(target())->text(QAccessible::Name).toStdString());
+    }
+    EXPECT_THAT(stops, ElementsAre("Disks Sidebar", "Scan Folder...", "Inspector", "Macintosh HD", "Home",
+                                   "Recent Scans", "Treemap", "Search file or folder name...", "All Categories",
+                                   "Any Size", "Full Path", "Reveal in Finder", "Open File"));
+}
+
+TEST_F(MainViewTest, TakesTheFocusFromWhatGoes)
+{
+    showTree();
+    window->findChild<TreemapCanvas*>()->setFocus();
+    state().scan(FileUrl::fromPath("/r"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->findChild<OnboardingView*>()->isVisible(); }));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return state().currentRootNode().has_value(); }, 30'000));
+    press(Qt::Key_Space);
+    EXPECT_THAT(workspace->calls, ElementsAre("open /r"));
+    EXPECT_TRUE(window->isSidebarVisible()) << "the space bar is not a button's";
 }
 
 } // namespace

@@ -44,15 +44,19 @@ void moveToEndOfTabOrder(const QWidget& part)
 {
     QWidget* const window = part.window();
     std::vector<QWidget*> members;
+    QWidget* last = nullptr;
     for (QWidget* next = window->nextInFocusChain(); next != window; next = next->nextInFocusChain()) {
         if (part.isAncestorOf(next)) {
             members.push_back(next);
+        } else if (next->focusPolicy() & Qt::TabFocus) {
+            last = next;
         }
     }
-    QWidget* last = window->previousInFocusChain();
     for (QWidget* member : members) {
-        QWidget::setTabOrder(last, member);
-        last = member;
+        if (last != nullptr && member->focusPolicy() & Qt::TabFocus) {
+            QWidget::setTabOrder(last, member);
+            last = member;
+        }
     }
 }
 

@@ -151,6 +151,13 @@ void SidebarView::updateFavorites()
 }
 
 /// From top to bottom, whenever a row was made.
+/// The order is that of the window, into which this comes later.
+void SidebarView::showEvent(QShowEvent* event)
+{
+    QScrollArea::showEvent(event);
+    updateTabOrder();
+}
+
 void SidebarView::updateTabOrder()
 {
     QWidget* previous = nullptr;

@@ -25,6 +25,9 @@ public:
     /// `viewModel` must outlive this.
     explicit SidebarView(MainViewModel& viewModel, QWidget* parent = nullptr);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void buildSections();
     void buildRecentScans();
