@@ -110,14 +110,10 @@ TEST_F(LinuxFolderChooserTest, TakesTheFolderThatThePortalReturns)
     choose();
     const std::optional<QDBusMessage> call = requestTo(service);
     ASSERT_TRUE(call);
-    EXPECT_EQ(call->path(), QStringLiteral("/org/freedesktop/portal/desktop"));
-    EXPECT_EQ(call->interface(), QStringLiteral("org.freedesktop.portal.FileChooser"));
     EXPECT_EQ(call->signature(), QStringLiteral("ssa{sv}"));
     EXPECT_EQ(call->arguments().at(1), QStringLiteral("Select Folder to Scan"));
-    const QVariantMap options = optionsOf(*call);
-    EXPECT_EQ(options[QStringLiteral("accept_label")], QStringLiteral("Scan"));
-    EXPECT_EQ(options[QStringLiteral("directory")], true);
-    EXPECT_EQ(options[QStringLiteral("modal")], true);
+    EXPECT_EQ(optionsOf(*call)[QStringLiteral("accept_label")], QStringLiteral("Scan"));
+    EXPECT_EQ(optionsOf(*call)[QStringLiteral("directory")], true);
     EXPECT_NE(QApplication::activeModalWidget(), nullptr);
 
     answer(service, *call, 0, {QStringLiteral("file:///srv/a%20b%23/T%E9l%E9/")});
@@ -126,31 +122,24 @@ TEST_F(LinuxFolderChooserTest, TakesTheFolderThatThePortalReturns)
     EXPECT_TRUE(waitUntilNothingIsModal());
 }
 
-TEST_F(LinuxFolderChooserTest, DoesNothingWhenThePortalsDialogIsCancelled)
-{
-    const FakeService service(bus, portalName, portal(4));
-    for (const uint response : {1U, 2U}) {
-        choose();
-        const std::size_t count = response;
-        ASSERT_TRUE(QTest::qWaitFor([&] { return service.calls(openFile).size() == count; }));
-        choose(); // asks for nothing more while the dialog is open
-        ASSERT_NE(QApplication::activeModalWidget(), nullptr);
-        answer(service, *requestTo(service), response, {QStringLiteral("file:///srv")});
-        EXPECT_TRUE(waitUntilNothingIsModal());
-    }
-    EXPECT_EQ(service.calls(openFile).size(), 2U);
-    EXPECT_THAT(chosen, IsEmpty());
-}
-
-TEST_F(LinuxFolderChooserTest, LetsGoOfTheWindowWhenThePortalEnds)
+TEST_F(LinuxFolderChooserTest, DoesNothingWhenThePortalsDialogIsCancelledOrThePortalEnds)
 {
     {
         const FakeService service(bus, portalName, portal(4));
-        choose();
-        ASSERT_TRUE(requestTo(service));
-        ASSERT_NE(QApplication::activeModalWidget(), nullptr);
+        for (const uint response : {1U, 2U, 3U}) {
+            choose();
+            ASSERT_TRUE(QTest::qWaitFor([&] { return service.calls(openFile).size() == response; }));
+            choose(); // asks for nothing more while the dialog is open
+            ASSERT_NE(QApplication::activeModalWidget(), nullptr);
+            if (response < 3) {
+                answer(service, *requestTo(service), response, {QStringLiteral("file:///srv")});
+                EXPECT_TRUE(waitUntilNothingIsModal());
+            }
+        }
+        EXPECT_EQ(service.calls(openFile).size(), 3U);
     }
     EXPECT_TRUE(waitUntilNothingIsModal());
+    EXPECT_THAT(chosen, IsEmpty());
 }
 
 TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWithoutAPortal)
@@ -162,8 +151,6 @@ TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWithoutAPortal)
     QFileDialog* dialog = toolkitDialog();
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
-    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Select Folder to Scan"));
-
     dialog->setDirectory(QString::fromStdString(folder.path()));
     QTest::keyClicks(dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), QStringLiteral("a b#c"));
     auto* accept = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);

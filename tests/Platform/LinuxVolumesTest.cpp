@@ -1,12 +1,11 @@
 #include "Platform/Linux/LinuxVolumes.h"
 
 #include "Platform/Linux/MountTable.h"
+#include "Support/Gate.h"
 
 #include <gtest/gtest.h>
 
-#include <condition_variable>
-#include <map>
-#include <mutex>
+#include <future>
 
 #include <sys/statvfs.h>
 
@@ -93,7 +92,6 @@ const Case cases[] = {
 )",
      {"/", "/mnt/disk", "/srv/deep", "/mnt/disk/shown", "/opt/quiet/disk"}},
     {"system in memory", "28 1 0:2 / / rw - tmpfs tmpfs rw\n29 28 0:3 / /proc rw - proc proc rw\n", {}},
-    {"nothing at all", "", {}},
 };
 
 TEST(MountTableTest, ListsWhatPeopleWouldCallVolumes)
@@ -111,6 +109,9 @@ TEST(MountTableTest, ListsWhatPeopleWouldCallVolumes)
 /// A machine whose shares answer when they are let, the first of them never before.
 class FakeQueries final : public MountQueries {
 public:
+    mutable test::Gate gate;
+    mutable std::promise<void> answered;
+
     [[nodiscard]] std::string mountInfo() const override
     {
         return "1 0 8:1 / / rw - ext4 /dev/sda1 rw\n"
@@ -122,10 +123,8 @@ public:
     [[nodiscard]] std::optional<Capacity> capacity(const std::string& mountPoint) const override
     {
         if (mountPoint == "/hangs") {
-            std::unique_lock lock(m_mutex);
-            m_changed.wait(lock, [this] { return m_isReleased; });
-            m_hasAnswered = true;
-            m_changed.notify_all();
+            gate.pass();
+            answered.set_value();
         }
         return mountPoint == "/fails" ? std::nullopt : std::optional(Capacity{100, 40});
     }
@@ -134,20 +133,6 @@ public:
     {
         return source == "/dev/sda1" ? "T\xE9l" : "";
     }
-
-    void releaseAndWait() const
-    {
-        std::unique_lock lock(m_mutex);
-        m_isReleased = true;
-        m_changed.notify_all();
-        m_changed.wait(lock, [this] { return m_hasAnswered; });
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    mutable std::condition_variable m_changed;
-    mutable bool m_isReleased = false;
-    mutable bool m_hasAnswered = false;
 };
 
 TEST(LinuxVolumesTest, LeavesOutWhatDoesNotAnswer)
@@ -164,32 +149,23 @@ TEST(LinuxVolumesTest, LeavesOutWhatDoesNotAnswer)
         EXPECT_EQ(mounted[1].url.path(), "/answers");
         EXPECT_EQ(mounted[1].name, "");
     }
-    queries->releaseAndWait(); // the answer comes when nobody is there any more
+    queries->gate.open();
+    queries->answered.get_future().wait(); // the answer comes when nobody is there any more
 }
 
 TEST(LinuxVolumesTest, DecodesLabels)
 {
-    EXPECT_EQ(decodedLabel(R"(My\x20Disk\x2fA)"), "My Disk/A");
-    EXPECT_EQ(decodedLabel(R"(\x5cx20)"), R"(\x20)");
-    EXPECT_EQ(decodedLabel(R"(end\x2)"), R"(end\x2)");
-    EXPECT_EQ(decodedLabel(R"(\xzz)"), R"(\xzz)");
+    EXPECT_EQ(decodedLabel(R"(My\x20Disk\x2fA \x5cx20 \xzz end\x2)"), R"(My Disk/A \x20 \xzz end\x2)");
 }
 
 TEST(LinuxVolumesTest, TellsTheCapacitiesOfTheRunningSystem)
 {
-    std::map<std::string, MountedVolume> mounted;
     for (const MountedVolume& volume : Volumes::native()->mountedVolumes()) {
-        mounted.emplace(volume.url.path(), volume);
         struct statvfs values {};
         ASSERT_EQ(::statvfs(volume.url.path().c_str(), &values), 0) << volume.url.path();
         EXPECT_EQ(volume.totalCapacity, static_cast<std::int64_t>(values.f_blocks * values.f_frsize));
         EXPECT_TRUE(volume.availableCapacity >= 0 && volume.availableCapacity <= volume.totalCapacity);
     }
-    bool isRootExpected = false;
-    for (const Mount& mount : mountsForPeople(LinuxMountQueries().mountInfo())) {
-        isRootExpected = isRootExpected || mount.mountPoint == "/";
-    }
-    EXPECT_EQ(mounted.contains("/"), isRootExpected);
 }
 
 } // namespace

@@ -66,6 +66,11 @@ bool ModelFixture::waitForScan() const
     return QTest::qWaitFor([this] { return model->currentRootNode() || model->scanner().errorMessage(); }, longEnough);
 }
 
+std::string nameOf(const std::optional<FileNode>& node)
+{
+    return node ? std::string(node->name()) : "none";
+}
+
 FileNode nodeNamed(const FileNode& root, std::string_view name)
 {
     std::optional<FileNode> found;

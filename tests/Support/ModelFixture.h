@@ -55,6 +55,9 @@ public:
     [[nodiscard]] bool waitForScan() const;
 };
 
+/// Its name, or "none".
+[[nodiscard]] std::string nameOf(const std::optional<FileNode>& node);
+
 /// The node of that name in a tree; ends the test program where there is none.
 [[nodiscard]] FileNode nodeNamed(const FileNode& root, std::string_view name);
 

@@ -3,20 +3,16 @@
 #include "Support/FakeFolderChooser.h"
 #include "Support/Gate.h"
 #include "Support/ModelFixture.h"
+#include "Support/Widgets.h"
 #include "UI/Views/AnalysisView.h"
 #include "UI/Views/OnboardingView.h"
 #include "UI/Views/SideColumn.h"
 #include "UI/Views/TreemapCanvas.h"
 
 #include <QAccessible>
-#include <QAction>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSplitter>
-#include <QTest>
-#include <QToolBar>
-#include <QToolButton>
-#include <QVBoxLayout>
 
 #include <gmock/gmock.h>
 
@@ -51,16 +47,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor([this] { return window->findChild<AnalysisView*>() != nullptr; }, 30'000));
     }
 
-    [[nodiscard]] QToolButton* button(const char* name) const
-    {
-        for (QToolButton* candidate : window->findChildren<QToolButton*>()) {
-            if (candidate->accessibleName() == QLatin1StringView(name) ||
-                candidate->text() == QLatin1StringView(name)) {
-                return candidate;
-            }
-        }
-        return nullptr;
-    }
+    [[nodiscard]] QAbstractButton* button(const char* name) const { return test::buttonIn(*window, name); }
 
     void press(int key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(target(), Qt::Key(key), modifiers); }
     [[nodiscard]] QWidget* target() const
@@ -84,18 +71,6 @@ protected:
     test::FakeFolderChooser::Log chooser;
     std::unique_ptr<MainView> window;
 };
-
-TEST_F(MainViewTest, BeginsWithTheWelcome)
-{
-    EXPECT_EQ(window->windowTitle(), QStringLiteral("Morlaine"));
-    EXPECT_TRUE(window->findChild<OnboardingView*>()->isVisible());
-    EXPECT_FALSE(button("Go Back")->isEnabled());
-    EXPECT_FALSE(button("Go Forward")->isEnabled());
-    EXPECT_TRUE(button("Scan Folder...")->isVisible());
-    EXPECT_FALSE(button("Cancel")->isVisible());
-    EXPECT_EQ(column("sidebar")->width(), 240);
-    EXPECT_EQ(column("inspector")->width(), 280);
-}
 
 TEST_F(MainViewTest, NeverShrinksBelowItsContent)
 {
@@ -131,11 +106,7 @@ TEST_F(MainViewTest, TogglesItsColumns)
 TEST_F(MainViewTest, ScansTheFolderThatIsChosen)
 {
     press(Qt::Key_O, Qt::ControlModifier);
-    for (QPushButton* candidate : window->findChildren<QPushButton*>()) {
-        if (candidate->text() == QStringLiteral("Select Folder to Scan...")) {
-            QTest::mouseClick(candidate, Qt::LeftButton);
-        }
-    }
+    QTest::mouseClick(button("Select Folder to Scan..."), Qt::LeftButton);
     EXPECT_THAT(chooser.requests, ElementsAre("Select Folder to Scan/Scan", "no title/Scan"));
     EXPECT_FALSE(state().scanner().isScanning()) << "nothing was chosen yet";
     chooser.onChosen(FileUrl::fromPath("/r"));
@@ -172,9 +143,6 @@ TEST_F(MainViewTest, LeavesTheZoomedFolderWithEscape)
     state().zoomIn(test::nodeNamed(*state().currentRootNode(), "sub"));
     press(Qt::Key_Escape);
     EXPECT_THAT(state().zoomStack(), IsEmpty());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return button("Go Back")->isEnabled(); }));
-    QTest::mouseClick(button("Go Back"), Qt::LeftButton);
-    EXPECT_TRUE(state().canGoForward());
 }
 
 TEST_F(MainViewTest, OpensTheSelectionWithSpaceUnlessSpaceMeansSomethingElse)

@@ -2,18 +2,15 @@
 
 #include "Support/ModelFixture.h"
 #include "Support/TreeText.h"
+#include "Support/Widgets.h"
 #include "UI/Styles/Conversions.h"
 #include "UI/Views/DonutChart.h"
-#include "UI/Views/DonutSliceShape.h"
 
 #include <QHelpEvent>
-#include <QLabel>
-#include <QTest>
 #include <QToolTip>
 
 #include <gmock/gmock.h>
 
-#include <cmath>
 #include <numbers>
 
 namespace morlaine {
@@ -27,13 +24,8 @@ using testing::Not;
 
 constexpr double pi = std::numbers::pi;
 
-constexpr auto halfImages = "root/\n"
-                            "  a.jpg 4000\n"
-                            "  inner/\n"
-                            "    b.mp4 2000\n"
-                            "    c.mp3 1000\n"
-                            "    d.zip 1000\n"
-                            "  e.txt 0\n";
+constexpr auto halfImages =
+    "root/\n  a.jpg 4000\n  inner/\n    b.mp4 2000\n    c.mp3 1000\n    d.zip 1000\n  e.txt 0\n";
 
 TEST(PieSlice, RunClockwiseFromTheTopLargestFirst)
 {
@@ -72,28 +64,6 @@ TEST(PieSlice, ListsFiveInTheLegendAndSumsTheOthers)
               "Images 50.0%; Videos 20.0%; Audio 12.5%; Archives 10.0%; Source Code 4.5%; Other Types 3.0%; ");
 }
 
-TEST(DonutSliceShape, CoversItsPartOfTheRing)
-{
-    const QRectF rect(0, 0, 200, 100);
-    const auto at = [](double angle, double radius) {
-        return QPointF(100 + radius * std::cos(angle), 50 + radius * std::sin(angle));
-    };
-    const QPainterPath quarter = DonutSliceShape{-pi / 2, 0, 20}.path(rect);
-    const QPainterPath whole = DonutSliceShape{-pi / 2, 1.5 * pi, 20}.path(rect);
-    EXPECT_TRUE(quarter.contains(at(-pi / 4, 40))) << "clockwise from the top";
-    EXPECT_NEAR(quarter.boundingRect().left(), 100, 1e-6);
-    EXPECT_NEAR(quarter.boundingRect().right(), 150, 1e-6);
-    EXPECT_NEAR(quarter.boundingRect().top(), 0, 1e-6);
-    EXPECT_NEAR(quarter.boundingRect().bottom(), 50, 1e-6);
-    for (const double angle : {0.1, 1.0, 2.0, 3.0, 4.0}) {
-        EXPECT_TRUE(whole.contains(at(angle, 31))) << angle;
-        EXPECT_TRUE(whole.contains(at(angle, 49))) << angle;
-        EXPECT_FALSE(whole.contains(at(angle, 29))) << angle;
-        EXPECT_FALSE(whole.contains(at(angle, 51))) << angle;
-        EXPECT_FALSE(quarter.contains(at(angle, 40))) << angle;
-    }
-}
-
 class PieChartViewTest : public testing::Test, protected test::ModelFixture {
 protected:
     PieChartViewTest()
@@ -103,16 +73,7 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&view));
     }
 
-    [[nodiscard]] std::vector<std::string> texts() const
-    {
-        std::vector<std::string> result;
-        for (const QLabel* label : view.findChildren<QLabel*>()) {
-            if (label->isVisible()) {
-                result.push_back(label->text().toStdString());
-            }
-        }
-        return result;
-    }
+    [[nodiscard]] std::vector<std::string> texts() const { return test::labelsIn(view); }
 
     [[nodiscard]] bool waitForText(const char* text) const
     {

@@ -59,27 +59,6 @@ TEST(TreemapDecisionsTest, PaintsShallowRectanglesFirstAndKeepsTheOrderOfALevel)
     EXPECT_EQ(Decide::paintingOrder(rects), (std::vector<std::uint32_t>{0, 4, 1, 2, 5, 3}));
 }
 
-TEST(TreemapDecisionsTest, ThinsTheOutlinesOfFoldersWithTheDepth)
-{
-    const std::pair<double, double> expected[] = {{0.3, 2}, {0.25, 1.5}, {0.2, 1}, {0.15, 0.5}, {0.1, 0.5}};
-    for (std::int64_t depth = 0; depth < 5; ++depth) {
-        const Decide::Outline outline = Decide::folderOutline(depth);
-        EXPECT_DOUBLE_EQ(outline.opacity, expected[depth].first);
-        EXPECT_DOUBLE_EQ(outline.width, expected[depth].second);
-    }
-}
-
-TEST(TreemapDecisionsTest, LabelsOnlyWhatIsLargerThanALimit)
-{
-    EXPECT_FALSE(Decide::labelsIn({0, 0, 70, 100}));
-    EXPECT_FALSE(Decide::labelsIn({0, 0, 100, 35}));
-    const auto labels = Decide::labelsIn({10, 20, 70.5, 35.5});
-    ASSERT_TRUE(labels);
-    EXPECT_EQ(labels->frame, QRectF(14, 24, 62.5, 27.5));
-    EXPECT_EQ(labels->name, QPointF(14, 26));
-    EXPECT_EQ(labels->size, QPointF(14, 38));
-}
-
 TEST(TreemapDecisionsTest, TellsAboutTheNodeUnderThePointerElseTheSelectedOne)
 {
     TreemapRect hovered = file("hovered\nname", {});
@@ -110,14 +89,13 @@ TEST(TreemapDecisionsTest, OffersWhatCanBeDoneWithANode)
 
 TEST(BreadcrumbFitTest, CutsLongNamesThenFoldsTheMiddle)
 {
-    struct Case {
+    // Each step takes 20 besides its name; a name keeps 50; the button for folded steps is 10 wide.
+    const BreadcrumbFit::Metrics metrics{16, 4, 50, 10};
+    const struct {
         std::vector<int> names;
         int available;
         std::vector<int> widths; // 0 where folded
-    };
-    // Each step takes 20 besides its name; a name keeps 50; the button for folded steps is 10 wide.
-    const BreadcrumbFit::Metrics metrics{16, 4, 50, 10};
-    const Case cases[] = {
+    } cases[] = {
         {{}, 100, {}},
         {{60, 100}, 200, {60, 100}},
         {{60, 100}, 190, {60, 90}},
@@ -128,19 +106,8 @@ TEST(BreadcrumbFitTest, CutsLongNamesThenFoldsTheMiddle)
         {{60, 100}, 60, {0, 10}},
         {{60, 100}, 0, {0, 0}},
     };
-    for (const Case& c : cases) {
-        const BreadcrumbFit fit = fitBreadcrumb(c.names, c.available, metrics);
-        EXPECT_EQ(fit.nameWidths, c.widths) << c.available;
-    }
-}
-
-TEST(BreadcrumbFitTest, GivesTheInfoWhatThePathLeaves)
-{
-    const std::tuple<int, int, int, int> cases[] = {{400, 100, 100, 292}, {400, 900, 232, 160}, {400, 0, 0, 392}};
-    for (const auto& [available, natural, breadcrumb, info] : cases) {
-        const HeaderWidths widths = divideHeader(available, natural, 8);
-        EXPECT_EQ(widths.breadcrumb, breadcrumb);
-        EXPECT_EQ(widths.info, info);
+    for (const auto& [names, available, widths] : cases) {
+        EXPECT_EQ(fitBreadcrumb(names, available, metrics).nameWidths, widths) << available;
     }
 }
 

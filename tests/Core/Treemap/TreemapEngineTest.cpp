@@ -29,7 +29,7 @@ constexpr Rect window{0, 0, 1600, 1000};
 FileNode fileOf(std::int64_t size)
 {
     static const FileUrl folder = FileUrl::fromPath("/f");
-    return FileNode::inFolder(folder, "x", size, false, FileCategory::other);
+    return FileNode::inFolder(folder, "x", size, false, FileCategory::allCases[static_cast<std::size_t>(size) % 9]);
 }
 
 /// A folder as large as its largest child, so that what its children add up to does not matter.
@@ -63,14 +63,9 @@ std::string textOf(const std::vector<TreemapRect>& layout)
 
 TEST(TreemapEngine, DividesARectangleAmongChildren)
 {
-    struct Case {
-        const char* tree;
-        Rect rect;
-        const char* text;
-    };
     constexpr const char* two = "r/\n  a 1\n  b 1";
     constexpr const char* nested = "r/\n  d/\n    a 1\n    b 1";
-    const Case cases[] = {
+    const std::tuple<const char*, Rect, const char*> cases[] = {
         {two, {0, 0, 200, 100}, "a 0 0 100 100\nb 100 0 100 100\n"},
         {two, {0, 0, 100, 200}, "a 0 0 100 100\nb 0 100 100 100\n"},
         {two, {0, 0, 100, 100}, "a 0 0 100 50\nb 0 50 100 50\n"}, // a tie adds to the row
@@ -99,21 +94,9 @@ TEST(TreemapEngine, DividesARectangleAmongChildren)
         {"r!", window, ""},
         {"r/\n  a 0\n  d/", window, ""},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(textOf(computeLayout(treeFromText(c.tree), c.rect)), c.text) << c.tree << c.rect.width;
+    for (const auto& [tree, rect, text] : cases) {
+        EXPECT_EQ(textOf(computeLayout(treeFromText(tree), rect)), text) << tree << rect.width;
     }
-}
-
-TEST(TreemapEngine, KeepsNodeColourAndIdOfEachRectangle)
-{
-    const FileNode root = treeFromText("r/\n  a.mp4 2\n  d/\n    b.zip 1");
-    const std::vector<TreemapRect> layout = computeLayout(root, window);
-    ASSERT_EQ(layout.size(), 3U);
-    EXPECT_EQ(layout[0].id(), root.children()->front().id());
-    EXPECT_EQ(layout[1].node, root.children()->back());
-    EXPECT_EQ(layout[0].color, FileCategory(FileCategory::video).color());
-    EXPECT_EQ(layout[1].color, FileCategory(FileCategory::other).color());
-    EXPECT_EQ(layout[2].color, FileCategory(FileCategory::archive).color());
 }
 
 TEST(TreemapEngine, OpensFoldersOnlyBelowTheTop)
@@ -125,12 +108,7 @@ TEST(TreemapEngine, OpensFoldersOnlyBelowTheTop)
 
 TEST(TreemapEngine, StopsAtTheDeepestLevel)
 {
-    struct Case {
-        std::int64_t maxDepth;
-        std::int64_t currentDepth;
-        std::vector<std::int64_t> depths;
-    };
-    const Case cases[] = {
+    const std::tuple<std::int64_t, std::int64_t, std::vector<std::int64_t>> cases[] = {
         {4, 0, {0, 1, 2, 3, 4}},
         {0, 0, {0}},
         {-1, 0, {0}},
@@ -138,15 +116,14 @@ TEST(TreemapEngine, StopsAtTheDeepestLevel)
         {4, 9, {9}},
         {largest, 0, {0, 1, 2, 3, 4, 5, 6, 7}},
         {4, -1, {-1, 0, 1, 2, 3, 4}},
-        {largest, largest, {largest}},
-    };
+        {largest, largest, {largest}}};
     const FileNode chain = test::chainOfFolders(8);
-    for (const Case& c : cases) {
+    for (const auto& [maxDepth, currentDepth, expected] : cases) {
         std::vector<std::int64_t> depths;
-        for (const TreemapRect& item : computeLayout(chain, window, c.maxDepth, c.currentDepth)) {
+        for (const TreemapRect& item : computeLayout(chain, window, maxDepth, currentDepth)) {
             depths.push_back(item.depth);
         }
-        EXPECT_EQ(depths, c.depths);
+        EXPECT_EQ(depths, expected);
     }
     EXPECT_EQ(computeLayout(chain, window).size(), 5U);
 }
@@ -253,8 +230,8 @@ bool isSame(double a, double b)
 
 bool isSame(const TreemapRect& a, const TreemapRect& b)
 {
-    return a.id() == b.id() && a.depth == b.depth && isSame(a.rect.x, b.rect.x) && isSame(a.rect.y, b.rect.y) &&
-           isSame(a.rect.width, b.rect.width) && isSame(a.rect.height, b.rect.height);
+    return a.node == b.node && a.color == b.color && a.depth == b.depth && isSame(a.rect.x, b.rect.x) &&
+           isSame(a.rect.y, b.rect.y) && isSame(a.rect.width, b.rect.width) && isSame(a.rect.height, b.rect.height);
 }
 
 /// Holds the layout against the plain one, to the last bit.
@@ -286,94 +263,11 @@ TEST(TreemapEngine, IsThePlainLayoutToTheLastBit)
     }
 }
 
-/// A folder and what has been seen of its level.
-struct Level {
-    FileNode folder;
-    Rect room;
-    std::vector<Rect> rects = {};
-    std::size_t nextChild = 0;
-
-    void expectTiled(Dice& dice) const
-    {
-        double area = 0;
-        for (const Rect& r : rects) {
-            area += r.width * r.height;
-            EXPECT_TRUE(isSliver(r) || isInside(r));
-        }
-        EXPECT_NEAR(area / (room.width * room.height), 1, 1e-9);
-        for (int i = 0; i < 50; ++i) {
-            const double x = room.x + dice.between(0, room.width);
-            const double y = room.y + dice.between(0, room.height);
-            EXPECT_EQ(std::ranges::count_if(rects,
-                                            [x, y](const Rect& r) {
-                                                return r.x <= x && x < r.x + r.width && r.y <= y && y < r.y + r.height;
-                                            }),
-                      1)
-                << "rectangles at a point";
-        }
-    }
-
-private:
-    /// Points that rounding may move an edge by.
-    static constexpr double tolerance = 1e-4;
-
-    /// What is left at the end of a level is a difference of nearly equal numbers, and a rectangle in it may be a hair
-    /// wide and far too long.
-    [[nodiscard]] static bool isSliver(const Rect& r) { return std::min(r.width, r.height) < 2 * tolerance; }
-
-    [[nodiscard]] bool isInside(const Rect& r) const
-    {
-        return r.x >= room.x - tolerance && r.x + r.width <= room.x + room.width + tolerance &&
-               r.y >= room.y - tolerance && r.y + r.height <= room.y + room.height + tolerance;
-    }
-};
-
-/// Each level divides the room in its folder, each rectangle follows its folder's, and siblings keep their order.
-void expectSoundLayout(const FileNode& root, const Rect& rect, Dice& dice)
-{
-    std::vector<Level> levels{{root, rect}};
-    const auto leaveTo = [&](std::size_t depth) {
-        for (; levels.size() > depth; levels.pop_back()) {
-            if (!levels.back().rects.empty()) {
-                levels.back().expectTiled(dice);
-            }
-        }
-    };
-    for (const TreemapRect& item : computeLayout(root, rect)) {
-        leaveTo(static_cast<std::size_t>(item.depth) + 1);
-        ASSERT_EQ(levels.size(), static_cast<std::size_t>(item.depth) + 1);
-        Level& level = levels.back();
-        const auto children = level.folder.childrenOrNone();
-        while (level.nextChild < children.size() && children[level.nextChild].id() != item.id()) {
-            ++level.nextChild;
-        }
-        ASSERT_LT(level.nextChild++, children.size()) << "is not in its folder, or not in its place";
-        level.rects.push_back(item.rect);
-        if (item.node.isDirectory()) {
-            const Rect& r = item.rect;
-            levels.push_back({item.node, {r.x + 3, r.y + 3, r.width - 6, r.height - 6}});
-        }
-    }
-    leaveTo(0);
-}
-
-TEST(TreemapEngine, TilesEveryLevel)
-{
-    Dice dice;
-    for (int round = 0; round < 300; ++round) {
-        expectSoundLayout(dice.tree(6), {dice.between(-50, 50), 10, dice.between(20, 3000), dice.between(20, 3000)},
-                          dice);
-    }
-}
-
-TEST(TreemapEngine, TilesAGiantAndAMillionDwarfs)
+TEST(TreemapEngine, KeepsUpWithAGiantAndAMillionDwarfs)
 {
     std::vector<std::int64_t> sizes(1'000'001, 1);
     sizes.front() = 1'000'000;
-    const FileNode folder = folderOfSizes(sizes);
-    EXPECT_EQ(computeLayout(folder, window).size(), sizes.size());
-    Dice dice;
-    expectSoundLayout(folder, window, dice);
+    EXPECT_EQ(computeLayout(folderOfSizes(sizes), window).size(), sizes.size());
 }
 
 } // namespace

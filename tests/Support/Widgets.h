@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QTest>
+
+#include <string>
+#include <vector>
+
+namespace morlaine::test {
+
+/// The texts of the visible labels in a widget.
+inline std::vector<std::string> labelsIn(const QWidget& root)
+{
+    std::vector<std::string> texts;
+    for (const QLabel* label : root.findChildren<QLabel*>()) {
+        if (label->isVisible()) {
+            texts.push_back(label->text().toStdString());
+        }
+    }
+    return texts;
+}
+
+/// The button with that text or accessible name; nullptr where there is none.
+inline QAbstractButton* buttonIn(const QWidget& root, const char* name)
+{
+    for (QAbstractButton* button : root.findChildren<QAbstractButton*>()) {
+        if (button->text() == QString::fromUtf8(name) || button->accessibleName() == QString::fromUtf8(name)) {
+            return button;
+        }
+    }
+    return nullptr;
+}
+
+/// The menu that opens on that request; nullptr where none does.
+inline QMenu* openMenu(QWidget& widget, QContextMenuEvent::Reason reason, const QPoint& place = {})
+{
+    QContextMenuEvent event(reason, place, widget.mapToGlobal(place));
+    QApplication::sendEvent(&widget, &event);
+    const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
+    return QTest::qWaitFor([&] { return menu() != nullptr; }) ? menu() : nullptr;
+}
+
+/// Clicks an entry of an open menu.
+inline void choose(QMenu& menu, int entry)
+{
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.actions().at(entry)).center());
+}
+
+} // namespace morlaine::test
