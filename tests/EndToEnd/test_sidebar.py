@@ -45,7 +45,8 @@ class SidebarTest(EndToEndTest):
 
     def check_stored(self, entries):
         self.assertEqual(self.store.history(), entries)
-        self.assertEqual({path.name for path in self.store.scans.iterdir()}, {f"{entry['id']}.json" for entry in entries})
+        trees = {path.stem for path in self.store.scans.iterdir()}
+        self.assertEqual(trees, {entry["id"] for entry in entries})
 
     def test_favourite_home_is_scanned(self):
         self.make_desktop()
@@ -74,7 +75,8 @@ class SidebarTest(EndToEndTest):
         self.wait_for_breakdown(["Images", "80 KB"])
 
         self.program.focus("push button", "Desktop")
-        for key, name in [("Tab", "papers"), ("End", "photos"), ("Home", "papers"), ("Down", "photos"), ("Up", "papers")]:
+        keys = ["Tab", "End", "Home", "Down", "Up"]
+        for key, name in zip(keys, ["papers", "photos", "papers", "photos", "papers"]):
             self.desktop.display.press(key)
             self.program.wait_for(lambda: self.row(name).is_("focused"), f"{key} to move to {name}")
         self.desktop.display.press("Return")

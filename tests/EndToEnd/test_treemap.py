@@ -18,9 +18,10 @@ class TreemapTest(EndToEndTest):
     def start_with_treemap(self):
         self.make_desktop()
         self.listener = Listener(self.desktop.accessibility_bus)
-        self.start().active_window()
         self.folder = self.make_folder(FILES)
-        self.scan(self.folder)
+        self.start({"HOME": str(self.folder)}).active_window()
+        self.program.click("push button", "Home")
+        self.store.wait_for_scans(self.program, 1)
         self.program.wait_for_treemap(IN_ALL)
 
     def click(self, name, margin_only=False, **options):
