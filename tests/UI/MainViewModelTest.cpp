@@ -164,11 +164,16 @@ TEST_F(MainViewModelTest, SavesTwiceWhenTwoWatchersSeeOneResult)
 
 TEST_F(MainViewModelTest, SavesAReopenedTreeThatAnOlderWatcherComesUpon)
 {
+    Gate gate;
+    fileSystem->onListing = [&gate](const std::string&) { gate.pass(); };
     model->scan(url("/r"));
+    gate.waitForArrival();
     show(nestedFolders);
     EXPECT_THAT(model->scanHistory(), IsEmpty());
     EXPECT_TRUE(QTest::qWaitFor([this] { return model->scanHistory().size() == 1; }, longEnough));
     EXPECT_EQ(viewOf(*model), "selected root");
+    gate.open();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return model->scanner().errorMessage().has_value(); }, longEnough));
 }
 
 TEST_F(MainViewModelTest, ReopensAnEarlierScan)
