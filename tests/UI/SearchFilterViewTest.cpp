@@ -264,7 +264,6 @@ TEST(SearchResultsTest, AMillionRowsAppearAndTheLastIsInReach)
     EXPECT_EQ(last.bottom(), list.viewport()->rect().bottom());
     EXPECT_EQ(list.indexAt(last.center()), list.currentIndex());
     QTest::keyClick(&list, Qt::Key_PageUp);
-    EXPECT_TRUE(list.viewport()->rect().contains(list.visualRect(list.currentIndex())));
     EXPECT_EQ(list.currentIndex().row(), count - (200 / last.height() - 1));
 }
 

@@ -7,11 +7,8 @@
 #include "UI/Views/PlaceRow.h"
 #include "UI/Views/RecentScanDelegate.h"
 #include "UI/Views/RecentScansList.h"
-#include "UI/Views/RecentScansModel.h"
 
-#include <QAbstractItemModelTester>
 #include <QAccessible>
-#include <QSignalSpy>
 
 #include <gmock/gmock.h>
 
@@ -220,29 +217,6 @@ TEST_F(SidebarViewTest, BreaksTheShownTreeDown)
     EXPECT_TRUE(QTest::qWaitFor([&] { return labels().size() == 5; }));
     scanUntilGate();
     EXPECT_THAT(labels(), ElementsAre("Devices", "Favorites", "Recent Scans", "No recent scans"));
-}
-
-TEST(RecentScansModelTest, AnnouncesOnlyRowsWhoseDateReadsDifferently)
-{
-    constexpr double now = 1'000'000;
-    const auto scan = [](double secondsAgo) {
-        return HistoricalScan{Uuid::random(), "/data/" + std::to_string(secondsAgo), {now - secondsAgo}, 1000, 1, 1};
-    };
-    RecentScansModel rows;
-    const QAbstractItemModelTester tester(&rows, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    const std::vector<HistoricalScan> history{scan(50), scan(7200), scan(3590)};
-    EXPECT_TRUE(rows.setHistory(history, {now}));
-    EXPECT_FALSE(rows.setHistory(history, {now}));
-    EXPECT_EQ(rows.index(1).data(Qt::AccessibleTextRole).toString(), QStringLiteral("7200.000000, 1 KB, 2 hr. ago"));
-
-    QSignalSpy changes(&rows, &QAbstractItemModel::dataChanged);
-    rows.updateDates({now + 10});
-    EXPECT_EQ(rows.row(0).date, QStringLiteral("1 min. ago"));
-    ASSERT_EQ(changes.count(), 2);
-    EXPECT_EQ(changes.at(0).at(0).toModelIndex().row(), 0);
-    EXPECT_EQ(changes.at(1).at(0).toModelIndex().row(), 2);
-    rows.updateDates({now + 10});
-    EXPECT_EQ(changes.count(), 2);
 }
 
 } // namespace

@@ -52,13 +52,6 @@ TEST(TreemapDecisionsTest, FindsTheFileElseTheOutermostFolder)
     EXPECT_EQ(Decide::positionOf(rects, Uuid::random()), std::nullopt);
 }
 
-TEST(TreemapDecisionsTest, PaintsShallowRectanglesFirstAndKeepsTheOrderOfALevel)
-{
-    const std::vector<TreemapRect> rects{folder("a", {}, 0), file("b", {}, 1), folder("c", {}, 1),
-                                         file("d", {}, 2),   file("e", {}, 0), file("f", {}, 1)};
-    EXPECT_EQ(Decide::paintingOrder(rects), (std::vector<std::uint32_t>{0, 4, 1, 2, 5, 3}));
-}
-
 TEST(TreemapDecisionsTest, TellsAboutTheNodeUnderThePointerElseTheSelectedOne)
 {
     TreemapRect hovered = file("hovered\nname", {});

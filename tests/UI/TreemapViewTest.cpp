@@ -244,30 +244,6 @@ TEST_F(TreemapViewTest, LeadsBackAlongThePath)
     EXPECT_FALSE(house->isEnabled());
 }
 
-TEST_F(TreemapViewTest, FoldsALongPathInsteadOfGrowing)
-{
-    const FileNode top = test::treeFromText("folder with a rather long name & more/\n  file 1\n");
-    model->setZoomStack(std::vector<FileNode>(30, top));
-    settle();
-    m_view.resize(380, 220);
-    settle();
-    const auto* const info = m_view.findChild<TreemapInfo*>();
-    const int infoLeft = info->x();
-    for (const auto* step : m_view.findChildren<QToolButton*>()) {
-        EXPECT_TRUE(!step->isVisible() || step->mapTo(&m_view, step->rect().topRight()).x() < info->x());
-    }
-    model->setSelectedNode(top);
-    settle();
-    EXPECT_EQ(info->x(), infoLeft);
-    QTest::mouseClick(buttonIn(m_view, "More folders"), Qt::LeftButton);
-    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    EXPECT_EQ(menu->actions()[0]->text(), QStringLiteral("folder with a rather long name && more"));
-    QTest::keyClick(menu, Qt::Key_Down);
-    QTest::keyClick(menu, Qt::Key_Return);
-    settle();
-    EXPECT_LE(model->zoomStack().size(), 2U);
-}
-
 TEST_F(TreemapViewTest, OffersAMenuForWhatIsUnderThePointerElseForWhatIsSelected)
 {
     EXPECT_EQ(openMenu(*m_canvas, QContextMenuEvent::Keyboard)->actions()[0]->text(),

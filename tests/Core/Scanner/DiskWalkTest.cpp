@@ -32,6 +32,13 @@ protected:
         return walk.scan(FileUrl::fromPath(path));
     }
 
+    void addFiles(std::initializer_list<std::pair<const char*, std::int64_t>> files)
+    {
+        for (const auto& [path, size] : files) {
+            m_fileSystem->addFile(path, size);
+        }
+    }
+
     [[nodiscard]] std::string scanText(const std::string& path) { return textOfTree(scan(path)); }
 
     std::shared_ptr<FakeFileSystem> m_fileSystem = std::make_shared<FakeFileSystem>();
@@ -41,14 +48,9 @@ protected:
 
 TEST_F(DiskWalkTest, SortsBySizeAndKeepsTheListingOrderOfEqualSizes)
 {
-    m_fileSystem->addFile("/r/b", 5);
-    m_fileSystem->addFile("/r/a.txt", 5);
-    m_fileSystem->addFile("/r/sub/x", 3);
-    m_fileSystem->addFile("/r/sub/y", 2);
-    m_fileSystem->addFile("/r/none", 0);
+    addFiles({{"/r/b", 5}, {"/r/a.txt", 5}, {"/r/sub/x", 3}, {"/r/sub/y", 2}, {"/r/none", 0}});
     m_fileSystem->addFolder("/r/empty");
-    m_fileSystem->addFile("/r/c", 5);
-    m_fileSystem->addFile("/r/big.mp4", 9);
+    addFiles({{"/r/c", 5}, {"/r/big.mp4", 9}});
     EXPECT_EQ(
         scanText("/r"),
         "r/\n  big.mp4 9 [video]\n  b 5\n  a.txt 5 [document]\n  sub/\n    x 3\n    y 2\n  c 5\n  none 0\n  empty/\n");
@@ -100,8 +102,7 @@ TEST_F(DiskWalkTest, MeasuresAPackageAsOneApplication)
 {
     m_fileSystem->addFolder("/r/Tool.app").values->isPackage = true;
     m_fileSystem->addFile("/r/Tool.app/Contents/main", 100, 60);
-    m_fileSystem->addFile("/r/Tool.app/Contents/.hidden", 1000);
-    m_fileSystem->addFile("/r/Tool.app/.svn/base", 1000);
+    addFiles({{"/r/Tool.app/Contents/.hidden", 1000}, {"/r/Tool.app/.svn/base", 1000}});
     m_fileSystem->addFolder("/r/Tool.app/Inner.app").values->isPackage = true;
     m_fileSystem->addFile("/r/Tool.app/Inner.app/x", 7);
     m_fileSystem->addFile("/r/Tool.app/link", 3).values->isSymbolicLink = true;
@@ -158,8 +159,7 @@ TEST_F(DiskWalkTest, StaysOnTheVolumeOfItsTop)
 
 TEST_F(DiskWalkTest, BuildsTheTopFromTheUrlAsGivenAndExcludesByTheResolvedOne)
 {
-    m_fileSystem->addFile("/real/dir/a", 1);
-    m_fileSystem->addFile("/way/dir/a", 1);
+    addFiles({{"/real/dir/a", 1}, {"/way/dir/a", 1}});
     m_fileSystem->addFolder("/way/dir/b");
     m_fileSystem->resolved["/way/dir"] = "/real/dir";
     const FileNode root = scan("/x/../way/./dir/");
@@ -218,8 +218,7 @@ TEST_F(DiskWalkTest, ReportsAtIntervalsWhatItCountedLast)
     m_fileSystem->addFile("/r/link", 9).values->isSymbolicLink = true;
     m_fileSystem->addFolder("/r/mount").values->isVolume = true;
     m_fileSystem->addFolder("/r/locked").isListable = false;
-    m_fileSystem->addFile("/r/slow/b", 2);
-    m_fileSystem->addFile("/r/slow/c", 3);
+    addFiles({{"/r/slow/b", 2}, {"/r/slow/c", 3}});
     m_fileSystem->addFolder("/r/slowAndEmpty");
     m_fileSystem->addFolder("/r/next");
     m_fileSystem->addFolder("/r/slowPackage").values->isPackage = true;

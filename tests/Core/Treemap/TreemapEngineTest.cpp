@@ -33,13 +33,13 @@ FileNode fileOf(std::int64_t size)
 }
 
 /// A folder as large as its largest child, so that what its children add up to does not matter.
-FileNode folderOf(std::vector<FileNode> children, bool isDirectory = true)
+FileNode folderOf(std::vector<FileNode> children)
 {
     std::int64_t size = 0;
     for (const FileNode& child : children) {
         size = std::max(size, child.size());
     }
-    return {FileUrl::fromPath("/f"), "f", size, isDirectory, FileCategory::other, std::move(children)};
+    return {FileUrl::fromPath("/f"), "f", size, true, FileCategory::other, std::move(children)};
 }
 
 FileNode folderOfSizes(const std::vector<std::int64_t>& sizes)
@@ -97,13 +97,6 @@ TEST(TreemapEngine, DividesARectangleAmongChildren)
     for (const auto& [tree, rect, text] : cases) {
         EXPECT_EQ(textOf(computeLayout(treeFromText(tree), rect)), text) << tree << rect.width;
     }
-}
-
-TEST(TreemapEngine, OpensFoldersOnlyBelowTheTop)
-{
-    const FileNode withList = folderOf({treeFromText("a 1")}, false);
-    EXPECT_EQ(textOf(computeLayout(withList, window)), "a 0 0 1600 1000\n");
-    EXPECT_EQ(textOf(computeLayout(folderOf({withList}), window)), "f 0 0 1600 1000\n");
 }
 
 TEST(TreemapEngine, StopsAtTheDeepestLevel)

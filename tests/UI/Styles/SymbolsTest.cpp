@@ -4,31 +4,14 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QPainter>
 
 #include <gmock/gmock.h>
-
-#include <set>
 
 namespace morlaine {
 
 namespace {
 
 constexpr QColor ink(200, 10, 20);
-
-/// The rectangle of all pixels that are not transparent.
-QRect inked(const QImage& image)
-{
-    QRect rect;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y).alpha() > 0) {
-                rect |= QRect(x, y, 1, 1);
-            }
-        }
-    }
-    return rect;
-}
 
 /// The colour of the symbol's most opaque pixel.
 QColor inkOf(const QPixmap& pixmap)
@@ -53,31 +36,13 @@ QColor inkOf(const QIcon& icon, QIcon::Mode mode = QIcon::Normal)
 
 TEST(SymbolsTest, EveryNameHasAPictureAndEveryPictureAName)
 {
-    std::set<std::string> names;
+    QStringList names;
     for (const std::string_view name : SymbolName::all) {
-        names.insert(std::string(name) + ".svg");
+        names.append(QString::fromStdString(std::string(name) + ".svg"));
+        EXPECT_GT(inkOf(Symbols::pixmap(SymbolName::named(name), 24, 4, ink)).alpha(), 200) << name;
     }
-    std::set<std::string> files;
-    for (const QString& file : QDir(QStringLiteral(":/symbols")).entryList()) {
-        files.insert(file.toStdString());
-    }
-    EXPECT_EQ(names, files);
-}
-
-TEST(SymbolsTest, PicturesAreDistinctAndFillTheirSquareWithoutTouchingItsEdge)
-{
-    std::set<QByteArray> seen;
-    for (const std::string_view name : SymbolName::all) {
-        SCOPED_TRACE(name);
-        const QImage image = Symbols::pixmap(SymbolName::named(name), 24, 4, ink).toImage();
-        const QRect rect = inked(image);
-        EXPECT_EQ(image.size(), QSize(96, 96));
-        EXPECT_GE(std::max(rect.width(), rect.height()), 56);
-        EXPECT_TRUE(image.rect().adjusted(4, 4, -4, -4).contains(rect));
-        EXPECT_LE((rect.center() - image.rect().center()).manhattanLength(), 8) << "off centre";
-        seen.insert(QByteArray(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes()));
-    }
-    EXPECT_EQ(seen.size(), SymbolName::all.size());
+    names.sort();
+    EXPECT_EQ(names, QDir(QStringLiteral(":/symbols")).entryList({}, QDir::Files, QDir::Name));
 }
 
 TEST(SymbolsTest, AnUnknownNameEndsTheProgram)
@@ -122,24 +87,6 @@ TEST(SymbolsTest, IconsTakeTheirColorFromThePaletteOfTheMoment)
         EXPECT_LT(inkOf(blue, QIcon::Disabled).alphaF(), 0.5F);
     }
     QApplication::setPalette(QPalette());
-}
-
-TEST(SymbolsTest, AGradientRunsOverTheWholeSquare)
-{
-    const QImage image = Symbols::pixmap("folder.fill", 64, 1, Theme::scanGradient()).toImage();
-    EXPECT_GT(image.pixelColor(8, 14).blue(), image.pixelColor(8, 14).red());
-    EXPECT_GT(image.pixelColor(55, 50).red(), image.pixelColor(55, 50).blue());
-}
-
-TEST(SymbolsTest, PaintingCentresTheSymbolOnWholePixels)
-{
-    QImage canvas(60, 40, QImage::Format_ARGB32_Premultiplied);
-    canvas.fill(Qt::transparent);
-    QPainter painter(&canvas);
-    Symbols::paint(painter, QRectF(10.3, 5.4, 41, 17), "sidebar.leading", ink);
-    painter.end();
-    const QRect alone = inked(Symbols::pixmap("sidebar.leading", 17, 1, ink).toImage());
-    EXPECT_EQ(inked(canvas), alone.translated(22, 5));
 }
 
 } // namespace morlaine
