@@ -9,7 +9,6 @@
 
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSplitter>
 
 #include <gmock/gmock.h>
 
