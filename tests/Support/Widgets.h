@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QTest>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -35,13 +36,16 @@ inline QAbstractButton* buttonIn(const QWidget& root, const char* name)
     return nullptr;
 }
 
-/// The menu that opens on that request; nullptr where none does.
+/// The menu that opens on that request; fails the test where none does.
 inline QMenu* openMenu(QWidget& widget, QContextMenuEvent::Reason reason, const QPoint& place = {})
 {
     QContextMenuEvent event(reason, place, widget.mapToGlobal(place));
     QApplication::sendEvent(&widget, &event);
     const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
-    return QTest::qWaitFor([&] { return menu() != nullptr; }) ? menu() : nullptr;
+    if (!QTest::qWaitFor([&] { return menu() != nullptr; })) {
+        throw std::runtime_error("no menu has opened");
+    }
+    return menu();
 }
 
 /// Clicks an entry of an open menu.

@@ -11,7 +11,6 @@
 #include <QAccessible>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSplitter>
 
 #include <gmock/gmock.h>
 

@@ -265,8 +265,9 @@ TEST(FileNodeJson, StaysBoundedWhateverItIsFed)
 TEST(FileNodeJson, ReportsASinkThatIsFull)
 {
     QFile sink(QStringLiteral("/dev/full"));
-    ASSERT_TRUE(sink.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(sink.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     EXPECT_FALSE(encodeFileNode(test::chainOfFolders(500), sink));
+    EXPECT_FALSE(encodeFileNode(treeFromText("end 1"), sink)) << "nor the last piece of a text";
 }
 
 TEST(FileNodeJson, ReportsASourceThatCannotBeRead)
