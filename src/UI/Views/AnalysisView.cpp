@@ -28,7 +28,7 @@ AnalysisView::AnalysisView(MainViewModel& viewModel, QWidget* parent)
     m_bottom->setChildrenCollapsible(false);
     m_bottom->addWidget(m_search);
     m_bottom->addWidget(m_chart);
-    m_bottom->setSizes({1, 1});
+    m_bottom->setSizes({1000, 1000});
     m_bottom->setMinimumHeight(lowestPane);
     m_bottom->setMaximumHeight(highestPane);
 
