@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/FolderChooser.h"
+#include "Platform/Desktop/FolderChooser.h"
 #include "Platform/Volumes.h"
 
 #include <functional>

@@ -5,7 +5,7 @@
 #include "NoDesktop.h"
 #include "ScanBenchmark.h"
 #include "Services/Search/SearchIndex.h"
-#include "UI/Views/MainViewModel.h"
+#include "UI/Views/State/MainViewModel.h"
 
 #include <QCoreApplication>
 #include <QStringList>

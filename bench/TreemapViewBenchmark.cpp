@@ -3,9 +3,9 @@
 #include "Core/Treemap/TreemapEngine.h"
 #include "Measurements.h"
 #include "ScanBenchmark.h"
-#include "UI/Views/TreemapCanvas.h"
-#include "UI/Views/TreemapDecisions.h"
-#include "UI/Views/TreemapPainter.h"
+#include "UI/Views/Treemap/TreemapCanvas.h"
+#include "UI/Views/Treemap/TreemapDecisions.h"
+#include "UI/Views/Treemap/TreemapPainter.h"
 
 #include <QCoreApplication>
 #include <QPalette>

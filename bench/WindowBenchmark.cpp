@@ -4,8 +4,8 @@
 #include "Measurements.h"
 #include "NoDesktop.h"
 #include "Platform/Workspace.h"
-#include "UI/Views/MainView.h"
-#include "UI/Views/TreemapCanvas.h"
+#include "UI/Views/Treemap/TreemapCanvas.h"
+#include "UI/Views/Window/MainView.h"
 #include "WatchedApplication.h"
 
 #include <QKeyEvent>

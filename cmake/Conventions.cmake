@@ -11,7 +11,6 @@ target_compile_options(morlaine_conventions INTERFACE
     -Wpedantic
     -Wconversion
     -Wshadow
-    -Werror
 )
 
 target_compile_definitions(morlaine_conventions INTERFACE
@@ -23,5 +22,3 @@ target_compile_definitions(morlaine_conventions INTERFACE
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
     QT_NO_URL_CAST_FROM_STRING
 )
-
-target_include_directories(morlaine_conventions INTERFACE "${PROJECT_SOURCE_DIR}/src")

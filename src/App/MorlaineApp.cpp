@@ -1,6 +1,6 @@
 #include "App/MorlaineApp.h"
 
-#include "UI/Views/MainView.h"
+#include "UI/Views/Window/MainView.h"
 
 #include <QSettings>
 

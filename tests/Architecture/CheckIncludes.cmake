@@ -1,55 +1,77 @@
-# Checks that includes run downwards only and that what stands below the window knows no window.
+# Checks that includes run downwards only, that no view includes another, and that what stands below the window
+# includes nothing of Qt but QtCore.
 #
 #   cmake -D SOURCE_ROOT=<src> -D QT_CORE_HEADERS=<QtCore's include folder> -P CheckIncludes.cmake
 #
 # Prints one line for every include that breaks a rule and fails if there was one.
 cmake_minimum_required(VERSION 3.25)
 
-# The layers and what each may include beside itself.
-set(layers Utilities Platform PlatformLinux Core Services State UI App)
-set(Utilities_below)
-set(Platform_below Utilities)
-set(PlatformLinux_below Utilities Platform)
-set(Core_below Utilities Platform)
-set(Services_below Utilities Platform Core)
-set(State_below Utilities Platform Core Services)
-set(UI_below Utilities Platform Core Services State)
-set(App_below Utilities Platform Core Services State UI)
+# The rooms, each a folder, and what each may include beside itself. A file belongs to the longest folder that holds it.
+set(rooms
+    App
+    Core
+    Platform
+    Platform/Desktop
+    Platform/Desktop/Linux
+    Platform/Linux
+    Services
+    UI/Styles
+    UI/Views/Chart
+    UI/Views/Inspector
+    UI/Views/Search
+    UI/Views/Sidebar
+    UI/Views/State
+    UI/Views/Treemap
+    UI/Views/Window
+    UI/Widgets
+    Utilities
+)
+set(views UI/Views/Chart UI/Views/Inspector UI/Views/Search UI/Views/Sidebar UI/Views/Treemap)
+set(below_Utilities)
+set(below_Platform Utilities)
+set(below_Platform/Linux Utilities Platform)
+set(below_Platform/Desktop Utilities Platform)
+set(below_Platform/Desktop/Linux Utilities Platform Platform/Desktop)
+set(below_Core Utilities Platform)
+set(below_Services Utilities Platform Core)
+set(below_UI/Views/State Utilities Platform Core Services)
+set(below_UI/Styles Utilities Platform Platform/Desktop)
+set(below_UI/Widgets Utilities Platform UI/Styles)
+foreach(view IN LISTS views)
+    set(below_${view} Utilities Platform Core Services UI/Views/State UI/Styles UI/Widgets)
+endforeach()
+set(below_UI/Views/Window
+    Utilities Platform Platform/Desktop Core Services UI/Views/State UI/Styles UI/Widgets ${views})
+set(below_App ${below_UI/Views/Window} UI/Views/Window)
 
-# The Linux sources that talk to the desktop instead of the file system: these may use the whole of Qt.
-set(desktop_sources "^Platform/Linux/[A-Za-z]*(Workspace|FolderChooser|Appearance|SessionBus)\\.(h|cpp)$")
+# The rooms that may use the whole of Qt; the others may use QtCore.
+set(rooms_with_all_of_qt App Platform/Desktop Platform/Desktop/Linux UI/Styles UI/Views/Window UI/Widgets ${views})
 
-function(layer_of path result)
-    if(path MATCHES "^UI/Views/(MainViewModel|VolumeInfo|FavoriteFolder)[A-Za-z]*\\.")
-        set(layer State)
-    elseif(path MATCHES "^Platform/Linux/")
-        set(layer PlatformLinux)
-    elseif(path MATCHES "^(App|UI|Services|Core|Platform|Utilities)/")
-        set(layer "${CMAKE_MATCH_1}")
-    else()
-        set(layer "")
-    endif()
-    set(${result} "${layer}" PARENT_SCOPE)
+function(room_of path result)
+    get_filename_component(folder "${path}" DIRECTORY)
+    while(folder AND NOT folder IN_LIST rooms)
+        get_filename_component(folder "${folder}" DIRECTORY)
+    endwhile()
+    set(${result} "${folder}" PARENT_SCOPE)
 endfunction()
 
-# Why `file` of `layer` may not include `header`, or nothing if it may.
-function(fault_of file layer header result)
+# Why a file of `room` may not include `header`, or nothing if it may.
+function(fault_of room header result)
     set(fault "")
     if(header MATCHES "^(private/)?Q[A-Za-z0-9_]+$|^Qt[A-Z][A-Za-z0-9]*/|(^|/)q[a-z0-9_]+\\.h$")
         string(REGEX REPLACE "^QtCore/" "" name "${header}")
-        if(NOT layer MATCHES "^(UI|App)$" AND NOT file MATCHES "${desktop_sources}"
-           AND NOT EXISTS "${QT_CORE_HEADERS}/${name}")
+        if(NOT room IN_LIST rooms_with_all_of_qt AND NOT EXISTS "${QT_CORE_HEADERS}/${name}")
             set(fault "is not part of QtCore")
         endif()
     elseif(header MATCHES "^\\.\\.?/|/\\.\\.?/")
         set(fault "is not written from the source root")
     elseif(EXISTS "${SOURCE_ROOT}/${header}")
-        layer_of("${header}" target)
-        if(NOT target STREQUAL layer AND NOT target IN_LIST ${layer}_below)
-            set(fault "leads to ${target}, which is not below ${layer}")
+        room_of("${header}" target)
+        if(NOT target STREQUAL room AND NOT target IN_LIST below_${room})
+            set(fault "leads to ${target}, which is not below ${room}")
         endif()
     else()
-        layer_of("${header}" target)
+        room_of("${header}" target)
         if(target)
             set(fault "does not exist")
         endif()
@@ -58,9 +80,9 @@ function(fault_of file layer header result)
 endfunction()
 
 function(check_file file faults)
-    layer_of("${file}" layer)
-    if(NOT layer)
-        message("${file}: belongs to no layer")
+    room_of("${file}" room)
+    if(NOT room)
+        message("${file}: belongs to no room")
         math(EXPR ${faults} "${${faults}} + 1")
         set(${faults} "${${faults}}" PARENT_SCOPE)
         return()
@@ -72,7 +94,7 @@ function(check_file file faults)
         if(line MATCHES "include[ \t]*([<\"])([^>\"]+)[>\"]")
             set(is_quoted "${CMAKE_MATCH_1}")
             set(header "${CMAKE_MATCH_2}")
-            fault_of("${file}" ${layer} "${header}" fault)
+            fault_of("${room}" "${header}" fault)
             if(NOT fault AND is_quoted STREQUAL "\"" AND NOT EXISTS "${SOURCE_ROOT}/${header}"
                AND NOT header MATCHES "^[A-Za-z]+\\.moc$")
                 set(fault "is not written from the source root")
@@ -100,6 +122,6 @@ foreach(file IN LISTS files)
     check_file("${file}" fault_count)
 endforeach()
 if(fault_count GREATER 0)
-    message(FATAL_ERROR "${fault_count} of the includes in ${file_count} files break the layering")
+    message(FATAL_ERROR "${fault_count} of the includes in ${file_count} files break the rules")
 endif()
-message("The includes of ${file_count} files keep the layering")
+message("The includes of ${file_count} files keep the rules")

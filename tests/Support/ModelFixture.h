@@ -2,7 +2,7 @@
 
 #include "Support/FakeFileSystem.h"
 #include "Support/TemporaryFolder.h"
-#include "UI/Views/MainViewModel.h"
+#include "UI/Views/State/MainViewModel.h"
 
 #include <memory>
 #include <string>

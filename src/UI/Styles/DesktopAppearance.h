@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Appearance.h"
+#include "Platform/Desktop/Appearance.h"
 
 #include <memory>
 

@@ -1,5 +1,5 @@
 #pragma once
 
 #include "Platform/Linux/LinuxFileSystem.h"
-#include "UI/Views/MainView.h"
+#include "UI/Views/Sidebar/SidebarView.h"
 #include SOME_HEADER

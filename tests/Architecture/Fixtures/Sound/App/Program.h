@@ -1,5 +1,5 @@
 #pragma once
 
-#include "UI/Views/MainView.h"
+#include "UI/Views/Window/MainView.h"
 
 #include <QApplication>

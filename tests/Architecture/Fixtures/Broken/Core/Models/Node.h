@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../../UI/Views/MainView.h"
+#include "../../UI/Views/Sidebar/SidebarView.h"
 #include "Node.inc"
 #include "Services/Search.h"
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "UI/Views/Chart/PieSlice.h"
+
+#include <QWidget>
+
+#include <optional>
+#include <vector>
+
+namespace morlaine {
+
+/// The ring of the file-type chart with the total in its hole. It tells a slice's category and size in a tooltip while
+/// the pointer is over it. 130 points wide and high, less where there is no room.
+class DonutChart final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit DonutChart(QWidget* parent = nullptr);
+
+    void setSlices(std::vector<PieSlice> slices, std::int64_t total);
+
+    /// The slice at a place of this widget; nothing in the hole, in a gap and outside the ring.
+    [[nodiscard]] const PieSlice* sliceAt(const QPointF& position) const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    bool event(QEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] QRectF circle() const;
+    [[nodiscard]] double thickness() const;
+    void showTip(const QPoint& position);
+    void paintTotal(QPainter& painter) const;
+
+    std::vector<PieSlice> m_slices;
+    QString m_total;
+    const PieSlice* m_tipSlice = nullptr; // in m_slices
+};
+
+} // namespace morlaine

@@ -1,0 +1,145 @@
+#include "UI/Views/Chart/PieChartView.h"
+
+#include "UI/Styles/Conversions.h"
+#include "UI/Styles/StyledLabel.h"
+#include "UI/Views/Chart/DonutChart.h"
+#include "UI/Views/State/MainViewModel.h"
+#include "UI/Widgets/ElidingLabel.h"
+#include "UI/Widgets/LegendDot.h"
+#include "UI/Widgets/SymbolImage.h"
+
+#include <QGridLayout>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace morlaine {
+
+namespace {
+
+constexpr int padding = 10;
+constexpr int betweenDonutAndLegend = 24;
+constexpr int inLegendRow = 6;
+constexpr int narrowestLegend = 112; // before the donut shrinks
+constexpr int symbolSide = 32;
+
+QString title()
+{
+    return QStringLiteral("Storage by File Type");
+}
+
+} // namespace
+
+PieChartView::PieChartView(MainViewModel& viewModel, QWidget* parent)
+    : RoundedBox(0.3, Theme::cornerRadiusMedium, parent)
+    , m_viewModel(viewModel)
+    , m_content(new QStackedWidget)
+    , m_observer(viewModel, [this] { refresh(); })
+{
+    setAccessibleName(title());
+    auto* titleLabel = new StyledLabel(TextStyle::headline, Theme::textSecondary);
+    titleLabel->setText(title());
+    m_content->addWidget(makeEmptyState());
+    m_content->addWidget(makeChart());
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(padding, padding, padding, padding);
+    column->setSpacing(static_cast<int>(Theme::paddingSmall));
+    column->addWidget(titleLabel);
+    column->addWidget(m_content, 1);
+    refresh();
+}
+
+QWidget* PieChartView::makeEmptyState()
+{
+    auto* label = new StyledLabel(TextStyle::subheadline, Theme::textSecondary);
+    label->setText(QStringLiteral("No scan data available"));
+    auto* state = new QWidget;
+    auto* column = new QVBoxLayout(state);
+    column->setContentsMargins({});
+    column->addStretch();
+    column->addWidget(new SymbolImage("chart.donut", symbolSide, Theme::textTertiary), 0, Qt::AlignHCenter);
+    column->addWidget(label, 0, Qt::AlignHCenter);
+    column->addStretch();
+    return state;
+}
+
+QWidget* PieChartView::makeChart()
+{
+    m_donut = new DonutChart;
+    m_donut->setAccessibleName(title());
+
+    auto* rows = new QWidget;
+    auto* centred = new QVBoxLayout(rows);
+    centred->setContentsMargins({});
+    m_legend = new QGridLayout;
+    m_legend->setSpacing(inLegendRow);
+    centred->addStretch();
+    centred->addLayout(m_legend);
+    centred->addStretch();
+
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setMinimumHeight(0);
+    area->setMinimumWidth(narrowestLegend);
+    area->setWidget(rows);
+    area->viewport()->setAutoFillBackground(false);
+    rows->setAutoFillBackground(false);
+
+    auto* chart = new QWidget;
+    auto* row = new QHBoxLayout(chart);
+    row->setContentsMargins({});
+    row->setSpacing(betweenDonutAndLegend);
+    row->addWidget(m_donut);
+    row->addWidget(area, 1);
+    return chart;
+}
+
+void PieChartView::refresh()
+{
+    const auto& root = m_viewModel.currentRootNode();
+    const auto id = root ? std::optional(root->id()) : std::nullopt;
+    if (id == m_shownRoot) {
+        return;
+    }
+    m_shownRoot = id;
+    if (root) {
+        showSlices(*root);
+    } else {
+        m_content->setCurrentIndex(0);
+    }
+}
+
+void PieChartView::showSlices(const FileNode& root)
+{
+    std::vector<PieSlice> slices = computeSlices(root);
+    m_content->setCurrentIndex(slices.empty() ? 0 : 1);
+    showLegend(legendRows(slices, root.size()));
+    m_donut->setSlices(std::move(slices), root.size());
+}
+
+void PieChartView::showLegend(const std::vector<LegendRow>& rows)
+{
+    while (const std::unique_ptr<QLayoutItem> item{m_legend->takeAt(0)}) {
+        delete item->widget();
+    }
+    int line = 0;
+    for (const LegendRow& row : rows) {
+        auto* name = new ElidingLabel(TextStyle::caption);
+        name->setText(row.name);
+        name->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        auto* percentage = new StyledLabel(TextStyle::caption2, Theme::textSecondary);
+        percentage->setText(row.percentage);
+        m_legend->addWidget(new LegendDot(row.category ? toQColor(row.category->color()) : Theme::grey), line, 0);
+        m_legend->addWidget(name, line, 1);
+        m_legend->addWidget(percentage, line, 2, Qt::AlignRight | Qt::AlignVCenter);
+        ++line;
+    }
+    m_legend->setColumnStretch(3, 1);
+}
+
+} // namespace morlaine

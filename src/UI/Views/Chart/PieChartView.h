@@ -1,0 +1,43 @@
+#pragma once
+
+#include "UI/Widgets/RoundedBox.h"
+#include "Utilities/ChangeObserver.h"
+#include "Utilities/Uuid.h"
+
+#include <optional>
+#include <vector>
+
+class QGridLayout;
+class QStackedWidget;
+
+namespace morlaine {
+
+class DonutChart;
+class FileNode;
+class MainViewModel;
+struct LegendRow;
+
+/// The panel "Storage by File Type": how the bytes of the whole scan divide among the file categories, wherever the
+/// treemap is zoomed into. A tree is summed once, when it is shown.
+class PieChartView final : public RoundedBox {
+    Q_OBJECT
+
+public:
+    explicit PieChartView(MainViewModel& viewModel, QWidget* parent = nullptr);
+
+private:
+    [[nodiscard]] QWidget* makeEmptyState();
+    [[nodiscard]] QWidget* makeChart();
+    void refresh();
+    void showSlices(const FileNode& root);
+    void showLegend(const std::vector<LegendRow>& rows);
+
+    MainViewModel& m_viewModel;
+    QStackedWidget* m_content = nullptr;
+    DonutChart* m_donut = nullptr;
+    QGridLayout* m_legend = nullptr;
+    std::optional<Uuid> m_shownRoot;
+    ChangeObserver m_observer;
+};
+
+} // namespace morlaine

@@ -1,0 +1,49 @@
+#include "UI/Views/Inspector/DetailRow.h"
+
+#include "UI/Styles/StyledLabel.h"
+#include "UI/Widgets/ElidingLabel.h"
+
+#include <QHBoxLayout>
+
+namespace morlaine {
+
+DetailRow::DetailRow(const QString& label, int maxValueLines, QWidget* parent)
+    : QWidget(parent)
+    , m_label(new StyledLabel(TextStyle::subheadline, Theme::textSecondary))
+    , m_value(new ElidingLabel(TextStyle::subheadline, Theme::textPrimary, maxValueLines))
+{
+    QSizePolicy policy = m_value->sizePolicy();
+    policy.setHorizontalPolicy(QSizePolicy::Ignored);
+    m_value->setSizePolicy(policy);
+    m_value->setAlignment(Qt::AlignRight | Qt::AlignTop);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(static_cast<int>(Theme::paddingSmall));
+    layout->addWidget(m_label, 0, Qt::AlignTop);
+    layout->addWidget(m_value, 1);
+    setLabel(label);
+}
+
+void DetailRow::setLabel(const QString& label)
+{
+    m_label->setText(label);
+    m_value->setAccessibleDescription(label);
+}
+
+void DetailRow::setValue(const QString& value)
+{
+    m_value->setText(value);
+}
+
+QString DetailRow::label() const
+{
+    return m_label->text();
+}
+
+QString DetailRow::value() const
+{
+    return m_value->text();
+}
+
+} // namespace morlaine

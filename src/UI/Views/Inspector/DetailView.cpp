@@ -1,0 +1,86 @@
+#include "UI/Views/Inspector/DetailView.h"
+
+#include "UI/Views/Inspector/EmptyPanel.h"
+#include "UI/Views/Inspector/InspectorText.h"
+#include "UI/Views/Inspector/NodePanel.h"
+#include "UI/Views/Inspector/ScanningPanel.h"
+#include "UI/Views/State/MainViewModel.h"
+
+#include <QScrollArea>
+
+namespace morlaine {
+
+namespace {
+
+constexpr QSize least(240, 120);
+
+/// `panel`, of which the lower part is reached by scrolling where the pane is low. What is behind shows through.
+QScrollArea* scrollable(QWidget* panel)
+{
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(panel);
+    area->viewport()->setAutoFillBackground(false);
+    panel->setAutoFillBackground(false);
+    return area;
+}
+
+} // namespace
+
+DetailView::DetailView(MainViewModel& viewModel, QWidget* parent)
+    : QStackedWidget(parent)
+    , m_viewModel(viewModel)
+    , m_scanningPanel(new ScanningPanel(viewModel.scanner()))
+    , m_nodePanel(new NodePanel(viewModel))
+    , m_emptyPanel(new EmptyPanel)
+    , m_observer(viewModel, [this] { refresh(); })
+{
+    setAccessibleName(QStringLiteral("Inspector"));
+    // In the order of InspectorText::Panel.
+    addWidget(scrollable(m_scanningPanel));
+    addWidget(scrollable(m_nodePanel));
+    addWidget(scrollable(m_emptyPanel));
+    connect(m_scanningPanel, &ScanningPanel::cancelRequested, this, &DetailView::cancelIfScanning);
+    refresh();
+}
+
+bool DetailView::isCancelOffered() const
+{
+    return m_viewModel.scanner().isScanning();
+}
+
+bool DetailView::cancelIfScanning()
+{
+    const bool isScanning = isCancelOffered();
+    if (isScanning) {
+        m_viewModel.cancelScan();
+    }
+    return isScanning;
+}
+
+QSize DetailView::minimumSizeHint() const
+{
+    return least;
+}
+
+void DetailView::refresh()
+{
+    const auto panel = InspectorText::panelFor(isCancelOffered(), m_viewModel.selectedNode().has_value());
+    switch (panel) {
+    case InspectorText::Panel::scanning:
+        m_scanningPanel->refresh();
+        break;
+    case InspectorText::Panel::node:
+        m_nodePanel->refresh();
+        break;
+    case InspectorText::Panel::empty:
+        m_emptyPanel->setMessage(m_viewModel.scanner().errorMessage());
+        break;
+    }
+    setCurrentIndex(static_cast<int>(panel));
+}
+
+} // namespace morlaine

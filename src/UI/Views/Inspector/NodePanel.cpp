@@ -1,0 +1,153 @@
+#include "UI/Views/Inspector/NodePanel.h"
+
+#include "UI/Styles/Conversions.h"
+#include "UI/Styles/StyledLabel.h"
+#include "UI/Views/Inspector/ActionButton.h"
+#include "UI/Views/Inspector/DetailRow.h"
+#include "UI/Views/Inspector/InspectorText.h"
+#include "UI/Views/Inspector/SelectableText.h"
+#include "UI/Views/State/MainViewModel.h"
+#include "UI/Widgets/ElidingLabel.h"
+#include "UI/Widgets/SymbolImage.h"
+#include "Utilities/Utf8.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include <functional>
+#include <utility>
+
+namespace morlaine {
+
+namespace {
+
+constexpr int margin = static_cast<int>(Theme::paddingMedium);
+constexpr int gap = static_cast<int>(Theme::paddingSmall);
+constexpr int iconSide = 32;
+constexpr int nameLines = 3;
+
+template <typename Widget>
+Widget* ignoringItsWidth(Widget* widget)
+{
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setHorizontalPolicy(QSizePolicy::Ignored);
+    widget->setSizePolicy(policy);
+    return widget;
+}
+
+} // namespace
+
+NodePanel::NodePanel(MainViewModel& viewModel, QWidget* parent) : QWidget(parent), m_viewModel(viewModel)
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(margin, margin, margin, margin);
+    column->setSpacing(gap);
+    column->addWidget(makeHeader());
+    column->addSpacing(gap);
+    addRows(*column);
+    column->addSpacing(gap);
+    addPath(*column);
+    column->addSpacing(margin);
+    addActions(*column);
+    column->addStretch();
+}
+
+QWidget* NodePanel::makeHeader()
+{
+    m_icon = new SymbolImage("doc.fill", iconSide, Theme::textSecondary);
+    m_name = ignoringItsWidth(new ElidingLabel(TextStyle::headline, Theme::textPrimary, nameLines));
+    m_kind = new StyledLabel(TextStyle::subheadline, Theme::textSecondary);
+
+    auto* header = new QWidget;
+    auto* row = new QHBoxLayout(header);
+    row->setContentsMargins({});
+    row->setSpacing(gap + gap / 2);
+    row->addWidget(m_icon, 0, Qt::AlignTop);
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(1);
+    texts->addWidget(m_name);
+    texts->addWidget(m_kind);
+    row->addLayout(texts, 1);
+    return header;
+}
+
+void NodePanel::addRows(QVBoxLayout& column)
+{
+    constexpr int valueLines = 2;
+    for (DetailRow*& row : m_rows) {
+        row = new DetailRow(QString(), valueLines);
+        column.addWidget(row);
+    }
+}
+
+void NodePanel::addPath(QVBoxLayout& column)
+{
+    auto* caption = new StyledLabel(TextStyle::caption, Theme::textSecondary);
+    caption->setText(QStringLiteral("Full Path"));
+    m_path = new SelectableText(caption->text(), TextStyle::subheadline);
+    auto* lines = new QVBoxLayout;
+    lines->setSpacing(2);
+    lines->addWidget(caption);
+    lines->addWidget(m_path);
+    column.addLayout(lines);
+}
+
+void NodePanel::addActions(QVBoxLayout& column)
+{
+    const auto add = [this, &column](SymbolName symbol, const QString& label,
+                                     std::function<void(const FileNode&)> operation) {
+        auto* button = new ActionButton(symbol, label);
+        connect(button, &QPushButton::clicked, this, [this, operation = std::move(operation)] {
+            if (const auto node = m_viewModel.selectedNode()) {
+                operation(*node);
+            }
+        });
+        column.addWidget(button);
+        return button;
+    };
+    add("arrow.right.to.line.alt", QStringLiteral("Reveal in Finder"),
+        [this](const FileNode& node) { m_viewModel.revealInFinder(node); });
+    add("arrow.up.right.square", QStringLiteral("Open File"),
+        [this](const FileNode& node) { m_viewModel.openFile(node); });
+    add("doc.on.doc", QStringLiteral("Copy Absolute Path"),
+        [this](const FileNode& node) { m_viewModel.copyPathToClipboard(node); });
+    m_zoom = add("plus.magnifyingglass", QStringLiteral("Zoom Into Folder"),
+                 [this](const FileNode& node) { m_viewModel.zoomIn(node); });
+}
+
+void NodePanel::refresh()
+{
+    if (const auto& node = m_viewModel.selectedNode()) {
+        showHeader(*node);
+        showRows(*node);
+        m_path->setText(InspectorText::fullPath(*node));
+        m_zoom->setVisible(node->isDirectory());
+    }
+}
+
+void NodePanel::showHeader(const FileNode& node)
+{
+    const std::string_view name = node.name();
+    m_name->setText(textOfUtf8(name));
+    m_kind->setText(node.isDirectory() ? QStringLiteral("Folder") : QStringLiteral("File"));
+    if (node.isDirectory()) {
+        m_icon->setSymbol("folder.fill", Theme::accent);
+    } else {
+        m_icon->setSymbol("doc.fill", toQColor(node.fileCategory().color()));
+    }
+}
+
+void NodePanel::showRows(const FileNode& node)
+{
+    const auto rows = InspectorText::rowsFor(node, m_viewModel.currentRootNode());
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        const bool isUsed = i < rows.size();
+        if (isUsed) {
+            m_rows[i]->setLabel(rows[i].label);
+            m_rows[i]->setValue(rows[i].value);
+        }
+        m_rows[i]->setVisible(isUsed);
+    }
+}
+
+} // namespace morlaine

@@ -1,0 +1,192 @@
+#include "UI/Views/Sidebar/PlaceRow.h"
+
+#include "UI/Styles/TextStyles.h"
+#include "UI/Views/Sidebar/SidebarMetrics.h"
+#include "UI/Views/Sidebar/SidebarText.h"
+#include "UI/Widgets/PlainToolTip.h"
+#include "UI/Widgets/RowPainting.h"
+
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <utility>
+
+namespace morlaine {
+
+namespace {
+
+constexpr int verticalPadding = 5;
+constexpr int symbolColumn = 18;
+constexpr int gap = 8;
+constexpr int cueSide = 16;
+constexpr int favoriteCueSide = 15;
+constexpr int volumeSymbolSide = 16;
+constexpr int favoriteSymbolSide = 14;
+constexpr int barHeight = 4;
+constexpr int barSpacing = 3; // above and below
+constexpr double fadedOpacity = 0.4;
+constexpr double pressedOpacity = 0.08;
+
+QFont captionFont()
+{
+    return TextStyles::font(TextStyle::caption);
+}
+
+void paintBar(QPainter& painter, const QRectF& rect, double fraction, const QColor& track, const QColor& fill)
+{
+    const double radius = rect.height() / 2;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(track);
+    painter.drawRoundedRect(rect, radius, radius);
+    const double width = rect.width() * std::clamp(fraction, 0.0, 1.0);
+    if (width > 0) {
+        painter.setBrush(fill);
+        painter.drawRoundedRect(QRectF(rect.topLeft(), QSizeF(std::max(width, rect.height()), rect.height())), radius,
+                                radius);
+    }
+}
+
+} // namespace
+
+PlaceRow::PlaceRow(const Uuid& id, const std::string& name, SymbolName symbol, QWidget* parent)
+    : QPushButton(parent)
+    , m_id(id)
+    , m_name(QString::fromStdString(name))
+    , m_symbol(symbol)
+{
+    setFocusPolicy(Qt::TabFocus);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setAccessibleName(m_name);
+    setToolTip(plainToolTip(scanHelp(m_name)));
+}
+
+PlaceRow::PlaceRow(const VolumeInfo& volume, QWidget* parent)
+    : PlaceRow(volume.id, volume.name, "internaldrive", parent)
+{
+    m_usage = {volume.percentUsed(), volumeCaption(volume)};
+    setAccessibleDescription(m_usage->caption);
+}
+
+PlaceRow::PlaceRow(const FavoriteFolder& folder, QWidget* parent)
+    : PlaceRow(folder.id, folder.name, SymbolName::named(folder.iconName), parent)
+{
+}
+
+void PlaceRow::setCueShown(bool isShown)
+{
+    if (std::exchange(m_isCueShown, isShown) != isShown) {
+        update();
+    }
+}
+
+QFont PlaceRow::nameFont() const
+{
+    return m_usage ? TextStyles::font(TextStyle::body, QFont::Medium) : TextStyles::font(TextStyle::body);
+}
+
+QSize PlaceRow::sizeHint() const
+{
+    int height = 2 * verticalPadding + QFontMetrics(nameFont()).height();
+    if (m_usage) {
+        height += 2 * barSpacing + barHeight + QFontMetrics(captionFont()).height();
+    }
+    return {0, height};
+}
+
+QSize PlaceRow::minimumSizeHint() const
+{
+    return sizeHint();
+}
+
+void PlaceRow::enterEvent(QEnterEvent* event)
+{
+    QPushButton::enterEvent(event);
+    Q_EMIT hoverChanged(true);
+}
+
+void PlaceRow::leaveEvent(QEvent* event)
+{
+    QPushButton::leaveEvent(event);
+    Q_EMIT hoverChanged(false);
+}
+
+void PlaceRow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        click();
+    } else {
+        QPushButton::keyPressEvent(event);
+    }
+}
+
+QPalette PlaceRow::currentPalette() const
+{
+    QPalette current = palette();
+    if (!isEnabled()) {
+        current.setCurrentColorGroup(QPalette::Disabled);
+    }
+    return current;
+}
+
+void PlaceRow::paintSymbol(QPainter& painter) const
+{
+    const int side = m_usage ? volumeSymbolSide : favoriteSymbolSide;
+    const QColor color = m_usage ? Theme::blue : Theme::textSecondary(palette());
+    const QRect place(SidebarMetrics::margin, 0, symbolColumn, height());
+    const QRect square(place.center().x() - side / 2, place.center().y() - side / 2, side, side);
+    Symbols::paint(painter, square, m_symbol, isEnabled() ? color : Theme::withOpacity(color, fadedOpacity));
+}
+
+void PlaceRow::paintCue(QPainter& painter) const
+{
+    const int side = m_usage ? cueSide : favoriteCueSide;
+    Symbols::paint(painter, QRect(width() - SidebarMetrics::margin - cueSide, (height() - side) / 2, side, side),
+                   "play.circle.fill", Theme::green);
+}
+
+/// Below the name: the bar, then the caption.
+void PlaceRow::paintUsage(QPainter& painter, const QRect& area) const
+{
+    const QPalette colors = currentPalette();
+    const QColor fill = usageColor(m_usage->fraction);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintBar(painter, QRectF(area.left(), area.top() + barSpacing, area.width(), barHeight), m_usage->fraction,
+             Theme::separator(colors), isEnabled() ? fill : Theme::withOpacity(fill, fadedOpacity));
+    const int top = area.top() + 2 * barSpacing + barHeight;
+    const int captionWidth = width() - SidebarMetrics::margin - area.left(); // reaches below the cue
+    paintLine(painter, QRect(area.left(), top, captionWidth, area.bottom() + 1 - top), m_usage->caption, captionFont(),
+              Theme::textSecondary(colors), Qt::ElideRight);
+}
+
+void PlaceRow::paintTexts(QPainter& painter) const
+{
+    const int left = SidebarMetrics::margin + symbolColumn + gap;
+    const QRect area(left, verticalPadding, width() - left - SidebarMetrics::margin - cueSide - gap,
+                     height() - 2 * verticalPadding);
+    const QRect nameLine(area.left(), area.top(), area.width(), QFontMetrics(nameFont()).height());
+    paintLine(painter, nameLine, m_name, nameFont(), Theme::textPrimary(currentPalette()), Qt::ElideMiddle);
+    if (m_usage) {
+        paintUsage(painter, area.adjusted(0, nameLine.height(), 0, 0));
+    }
+}
+
+void PlaceRow::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    const QRect frame = rect().adjusted(SidebarMetrics::inset, 0, -SidebarMetrics::inset, 0);
+    if (isDown()) {
+        painter.fillRect(frame, Theme::withOpacity(Theme::textPrimary(palette()), pressedOpacity));
+    }
+    paintSymbol(painter);
+    paintTexts(painter);
+    if (m_isCueShown) {
+        paintCue(painter);
+    }
+    if (hasFocus()) {
+        paintFocusRing(painter, frame, palette());
+    }
+}
+
+} // namespace morlaine

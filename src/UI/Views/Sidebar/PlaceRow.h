@@ -1,0 +1,62 @@
+#pragma once
+
+#include "UI/Styles/Symbols.h"
+#include "UI/Views/State/FavoriteFolder.h"
+#include "UI/Views/State/VolumeInfo.h"
+
+#include <QPushButton>
+
+#include <optional>
+
+namespace morlaine {
+
+/// One place that can be scanned: a button without a frame that fills the width of the sidebar. Shows a cue at its end
+/// when it is told to, for which there is always room.
+class PlaceRow final : public QPushButton {
+    Q_OBJECT
+
+public:
+    explicit PlaceRow(const VolumeInfo& volume, QWidget* parent = nullptr);
+    explicit PlaceRow(const FavoriteFolder& folder, QWidget* parent = nullptr);
+
+    /// Of the volume or folder.
+    [[nodiscard]] const Uuid& id() const { return m_id; }
+
+    [[nodiscard]] bool isCueShown() const { return m_isCueShown; }
+    void setCueShown(bool isShown);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    /// The pointer has come or gone, whether or not the row is enabled.
+    void hoverChanged(bool isUnderPointer);
+
+protected:
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    struct Usage {
+        double fraction; // 0...1
+        QString caption;
+    };
+
+    PlaceRow(const Uuid& id, const std::string& name, SymbolName symbol, QWidget* parent);
+    [[nodiscard]] QFont nameFont() const;
+    [[nodiscard]] QPalette currentPalette() const;
+    void paintSymbol(QPainter& painter) const;
+    void paintCue(QPainter& painter) const;
+    void paintUsage(QPainter& painter, const QRect& area) const;
+    void paintTexts(QPainter& painter) const;
+
+    Uuid m_id;
+    QString m_name;
+    SymbolName m_symbol;
+    std::optional<Usage> m_usage; // of a volume
+    bool m_isCueShown = false;
+};
+
+} // namespace morlaine

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Services/Persistence/HistoricalScan.h"
+#include "UI/Views/State/VolumeInfo.h"
+
+#include <QColor>
+#include <QString>
+
+namespace morlaine {
+
+/// "120 GB free of 500 GB".
+[[nodiscard]] QString volumeCaption(const VolumeInfo& volume);
+
+/// Of the bar that shows how full a volume is: red above nine tenths, otherwise blue.
+[[nodiscard]] QColor usageColor(double percentUsed);
+
+/// The help text of a place: "Scan Home".
+[[nodiscard]] QString scanHelp(const QString& name);
+
+/// The scanned folder's own name; a slash for the root of the file system.
+[[nodiscard]] QString folderName(const HistoricalScan& scan);
+
+} // namespace morlaine

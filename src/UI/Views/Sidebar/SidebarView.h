@@ -1,0 +1,60 @@
+#pragma once
+
+#include "UI/Views/State/MainViewModel.h"
+#include "Utilities/ChangeObserver.h"
+
+#include <QScrollArea>
+
+#include <optional>
+#include <vector>
+
+class QVBoxLayout;
+
+namespace morlaine {
+
+class PlaceRow;
+class RecentScansList;
+class SpaceBreakdownView;
+
+/// The left column: the places that can be scanned, the earlier scans, and what the tree that is shown consists of, all
+/// in one stretch that scrolls as a whole. While a scan runs the places are disabled; the earlier scans stay active.
+class SidebarView final : public QScrollArea {
+    Q_OBJECT
+
+public:
+    /// `viewModel` must outlive this.
+    explicit SidebarView(MainViewModel& viewModel, QWidget* parent = nullptr);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void buildSections();
+    void buildRecentScans();
+    [[nodiscard]] QVBoxLayout* addSection(const QString& title);
+
+    void refresh();
+    void updateVolumes();
+    void updateFavorites();
+    void updatePlaces();
+    void updateRecentScans();
+    void updateTabOrder();
+    void updateSpaceBreakdown();
+    void addPlace(PlaceRow* row, const FileUrl& url, std::optional<Uuid>& hoverID, QVBoxLayout& section);
+
+    MainViewModel& m_viewModel;
+    std::optional<Uuid> m_hoverVolumeID;   // of the row under the pointer
+    std::optional<Uuid> m_hoverFavoriteID; // likewise
+    std::vector<PlaceRow*> m_volumeRows;   // owned by the sections
+    std::vector<PlaceRow*> m_favoriteRows;
+    std::optional<Uuid> m_shownRootID; // of the tree that the breakdown is of
+    QVBoxLayout* m_volumes;
+    QVBoxLayout* m_favorites;
+    QWidget* m_noRecentScans;
+    RecentScansList* m_recentScans;
+    QWidget* m_breakdownSection;
+    SpaceBreakdownView* m_breakdown;
+    ChangeObserver m_observer;
+};
+
+} // namespace morlaine

@@ -1,0 +1,201 @@
+#include "UI/Views/Treemap/TreemapAccessibility.h"
+
+#include "UI/Styles/Conversions.h"
+#include "UI/Views/Treemap/TreemapCanvas.h"
+#include "UI/Views/Treemap/TreemapDecisions.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QWindow>
+
+#include <unordered_map>
+
+namespace morlaine::TreemapAccessibility {
+
+namespace {
+
+/// One rectangle of one layout. When the canvas shows another, it is still there for those who ask, but invalid.
+class Item final : public QAccessibleInterface, public QAccessibleActionInterface {
+public:
+    Item(TreemapCanvas& canvas, std::size_t position)
+        : m_canvas(canvas)
+        , m_layoutNumber(canvas.layoutNumber())
+        , m_position(position)
+    {
+    }
+
+    std::size_t position() const { return m_position; }
+
+    bool isValid() const override { return m_layoutNumber == m_canvas.layoutNumber(); }
+    QObject* object() const override { return nullptr; }
+    QWindow* window() const override { return m_canvas.window()->windowHandle(); }
+    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(&m_canvas); }
+    QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
+    QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface* /*child*/) const override { return -1; }
+    QAccessible::Role role() const override { return QAccessible::ListItem; }
+    void setText(QAccessible::Text /*kind*/, const QString& /*text*/) override {}
+
+    QString text(QAccessible::Text kind) const override
+    {
+        if (!isValid()) {
+            return {};
+        }
+        switch (kind) {
+        case QAccessible::Name:
+            return TreemapDecisions::shownName(item().node);
+        case QAccessible::Description:
+        case QAccessible::Value:
+            return QString::fromStdString(item().node.formattedSize());
+        default:
+            return {};
+        }
+    }
+
+    QRect rect() const override
+    {
+        if (!isValid()) {
+            return {};
+        }
+        const QRect inCanvas = toQRectF(item().rect).toAlignedRect() & m_canvas.rect();
+        return {m_canvas.mapToGlobal(inCanvas.topLeft()), inCanvas.size()};
+    }
+
+    QAccessible::State state() const override
+    {
+        const bool isSelected = isValid() && m_canvas.selectedPosition() == m_position;
+        QAccessible::State state;
+        state.invalid = !isValid();
+        state.invisible = !m_canvas.isVisible();
+        state.selectable = true;
+        state.selected = isSelected;
+        state.focusable = true;
+        state.focused = isSelected && m_canvas.hasFocus();
+        return state;
+    }
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
+    }
+
+    QStringList actionNames() const override { return {pressAction()}; }
+    QStringList keyBindingsForAction(const QString& /*name*/) const override { return {}; }
+
+    void doAction(const QString& name) override
+    {
+        if (name == pressAction() && isValid()) {
+            Q_EMIT m_canvas.rectPressed(m_position);
+        }
+    }
+
+private:
+    const TreemapRect& item() const { return m_canvas.rects()[m_position]; }
+
+    TreemapCanvas& m_canvas;
+    const int m_layoutNumber;
+    const std::size_t m_position;
+};
+
+class List final : public QAccessibleWidget {
+public:
+    explicit List(TreemapCanvas& canvas) : QAccessibleWidget(&canvas, QAccessible::List), m_canvas(canvas) {}
+    ~List() override { forgetItems(); }
+    List(const List&) = delete;
+    List& operator=(const List&) = delete;
+
+    int childCount() const override { return static_cast<int>(m_canvas.rects().size()); }
+
+    /// The toolkit owns what it is given here and hands it out by its number.
+    QAccessibleInterface* child(int index) const override
+    {
+        if (index < 0 || index >= childCount()) {
+            return nullptr;
+        }
+        forgetItemsOfFormerLayout();
+        const auto [known, isNew] = m_items.try_emplace(index);
+        if (isNew) {
+            known->second =
+                QAccessible::registerAccessibleInterface(new Item(m_canvas, static_cast<std::size_t>(index)));
+        }
+        return QAccessible::accessibleInterface(known->second);
+    }
+
+    QAccessibleInterface* childAt(int x, int y) const override
+    {
+        const auto position = TreemapDecisions::hitTest(m_canvas.rects(), m_canvas.mapFromGlobal(QPoint(x, y)));
+        return position ? child(static_cast<int>(*position)) : nullptr;
+    }
+
+    int indexOfChild(const QAccessibleInterface* child) const override
+    {
+        const auto* const item = dynamic_cast<const Item*>(child);
+        return item != nullptr && item->isValid() ? static_cast<int>(item->position()) : -1;
+    }
+
+    QAccessibleInterface* focusChild() const override
+    {
+        const std::optional<std::size_t> selected = m_canvas.selectedPosition();
+        return m_canvas.hasFocus() && selected ? child(static_cast<int>(*selected)) : nullptr;
+    }
+
+private:
+    void forgetItemsOfFormerLayout() const
+    {
+        if (m_layoutNumber != m_canvas.layoutNumber()) {
+            forgetItems();
+            m_layoutNumber = m_canvas.layoutNumber();
+        }
+    }
+
+    void forgetItems() const
+    {
+        for (const auto& [index, id] : m_items) {
+            QAccessible::deleteAccessibleInterface(id);
+        }
+        m_items.clear();
+    }
+
+    TreemapCanvas& m_canvas;
+    mutable std::unordered_map<int, QAccessible::Id> m_items;
+    mutable int m_layoutNumber = 0;
+};
+
+QAccessibleInterface* make(const QString& /*className*/, QObject* object)
+{
+    auto* const canvas = qobject_cast<TreemapCanvas*>(object);
+    return canvas != nullptr ? new List(*canvas) : nullptr;
+}
+
+} // namespace
+
+void install()
+{
+    [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(make), true);
+}
+
+void announceLayout(TreemapCanvas& canvas)
+{
+    if (QAccessible::isActive()) {
+        QAccessibleEvent event(&canvas, QAccessible::ObjectReorder);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void announceSelection(TreemapCanvas& canvas)
+{
+    const std::optional<std::size_t> selected = canvas.selectedPosition();
+    if (!QAccessible::isActive() || !selected) {
+        return;
+    }
+    for (const QAccessible::Event kind : {QAccessible::Selection, QAccessible::Focus}) {
+        if (kind != QAccessible::Focus || canvas.hasFocus()) {
+            QAccessibleEvent event(&canvas, kind);
+            event.setChild(static_cast<int>(*selected));
+            QAccessible::updateAccessibility(&event);
+        }
+    }
+}
+
+} // namespace morlaine::TreemapAccessibility

@@ -1,0 +1,237 @@
+#include "UI/Views/Treemap/TreemapCanvas.h"
+
+#include "UI/Styles/Conversions.h"
+#include "UI/Styles/TextStyles.h"
+#include "UI/Styles/Theme.h"
+#include "UI/Views/Treemap/TreemapAccessibility.h"
+#include "UI/Views/Treemap/TreemapPainter.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QEnterEvent>
+#include <QPainter>
+#include <QStyleHints>
+
+#include <utility>
+
+namespace morlaine {
+
+TreemapCanvas::TreemapCanvas(QWidget* parent) : QWidget(parent)
+{
+    TreemapAccessibility::install();
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(QStringLiteral("Treemap"));
+}
+
+TreemapCanvas::~TreemapCanvas() = default;
+
+void TreemapCanvas::showLayout(TreemapLayout layout, const QString& text)
+{
+    m_layout = std::move(layout);
+    ++m_layoutNumber;
+    m_text = text;
+    setAccessibleDescription(m_layout->empty() ? text : QString());
+    m_selectedPosition.reset();
+    forgetBase();
+    TreemapAccessibility::announceLayout(*this);
+}
+
+void TreemapCanvas::setHighlightIDs(const NodeIDSet& ids)
+{
+    if (!m_highlightIDs.isSameAs(ids)) {
+        m_highlightIDs = ids;
+        forgetBase();
+    }
+}
+
+void TreemapCanvas::setSelectedPosition(std::optional<std::size_t> position)
+{
+    if (m_selectedPosition == position) {
+        return;
+    }
+    updateMark(selectionMark());
+    m_selectedPosition = position;
+    updateMark(selectionMark());
+    TreemapAccessibility::announceSelection(*this);
+}
+
+void TreemapCanvas::setHoverMark(const std::optional<Rect>& rect)
+{
+    if (m_hoverMark != rect) {
+        updateMark(std::exchange(m_hoverMark, rect));
+        updateMark(m_hoverMark);
+    }
+}
+
+std::optional<Rect> TreemapCanvas::selectionMark() const
+{
+    return m_selectedPosition ? std::optional(rects()[*m_selectedPosition].rect) : std::nullopt;
+}
+
+void TreemapCanvas::updateMark(const std::optional<Rect>& rect)
+{
+    if (rect) {
+        update(TreemapPainter::reachOfMark(*rect));
+    }
+}
+
+void TreemapCanvas::forgetBase()
+{
+    m_base = {};
+    update();
+}
+
+const QPixmap& TreemapCanvas::base()
+{
+    if (m_base.isNull() || m_base.devicePixelRatio() != devicePixelRatioF()) {
+        m_base = TreemapPainter::paintBase(
+            {rects(), m_highlightIDs, TreemapPainter::ground(palette()), size(), devicePixelRatioF()});
+        ++m_basePaintCount;
+    }
+    return m_base;
+}
+
+bool TreemapCanvas::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::ApplicationFontChange:
+    case QEvent::ApplicationPaletteChange:
+    case QEvent::FontChange:
+    case QEvent::PaletteChange:
+    case QEvent::StyleChange:
+        forgetBase();
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+void TreemapCanvas::resizeEvent(QResizeEvent* /*event*/)
+{
+    forgetBase();
+    Q_EMIT resized(size());
+}
+
+void TreemapCanvas::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    if (rects().empty()) {
+        paintText(painter);
+    } else {
+        painter.drawPixmap(QPointF(), base());
+        paintMarks(painter);
+    }
+    if (hasFocus() && !m_isFocusedByMouse) {
+        paintFocus(painter);
+    }
+}
+
+void TreemapCanvas::paintText(QPainter& painter) const
+{
+    painter.fillRect(rect(), Theme::panelBackground(palette()));
+    painter.setFont(TextStyles::font(TextStyle::headline));
+    painter.setPen(Theme::textSecondary(palette()));
+    painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | static_cast<int>(Qt::TextWordWrap), m_text);
+}
+
+void TreemapCanvas::paintMarks(QPainter& painter) const
+{
+    if (const std::optional<Rect> mark = selectionMark()) {
+        TreemapPainter::paintSelection(painter, *mark, palette().color(QPalette::Active, QPalette::Highlight));
+    }
+    if (m_hoverMark) {
+        TreemapPainter::paintHover(painter, *m_hoverMark);
+    }
+}
+
+/// Two lines, so that it stands out from whatever lies below.
+void TreemapCanvas::paintFocus(QPainter& painter) const
+{
+    painter.setPen(
+        QPen(palette().color(QPalette::Active, QPalette::Highlight), 2, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    painter.setPen(QPen(Theme::panelBackground(palette()), 1));
+    painter.drawRect(rect().adjusted(2, 2, -3, -3));
+}
+
+/// Whoever clicked knows where the focus is. A window or a menu that goes and comes back changes nothing about that.
+void TreemapCanvas::focusInEvent(QFocusEvent* event)
+{
+    const Qt::FocusReason reason = event->reason();
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
+        m_isFocusedByMouse = reason == Qt::MouseFocusReason;
+    }
+    updateFocusFrame();
+}
+
+void TreemapCanvas::focusOutEvent(QFocusEvent* /*event*/)
+{
+    updateFocusFrame();
+}
+
+void TreemapCanvas::updateFocusFrame()
+{
+    constexpr int frame = 3;
+    update(QRegion(rect()) - QRegion(rect().adjusted(frame, frame, -frame, -frame)));
+}
+
+void TreemapCanvas::enterEvent(QEnterEvent* event)
+{
+    Q_EMIT hovered(event->position());
+}
+
+void TreemapCanvas::leaveEvent(QEvent* /*event*/)
+{
+    Q_EMIT hoverEnded();
+}
+
+void TreemapCanvas::mouseMoveEvent(QMouseEvent* event)
+{
+    Q_EMIT hovered(event->position());
+}
+
+void TreemapCanvas::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) {
+        m_pressedAt = event->position();
+    }
+}
+
+/// A press that was dragged away is no click.
+void TreemapCanvas::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || !m_pressedAt) {
+        return;
+    }
+    const QPointF moved = event->position() - *std::exchange(m_pressedAt, std::nullopt);
+    if (moved.manhattanLength() < QGuiApplication::styleHints()->startDragDistance()) {
+        Q_EMIT clicked(event->position());
+    }
+}
+
+/// The first click of the two has been a click of its own, the second one is none.
+void TreemapCanvas::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) {
+        m_pressedAt.reset();
+        Q_EMIT doubleClicked(event->position());
+    }
+}
+
+void TreemapCanvas::contextMenuEvent(QContextMenuEvent* event)
+{
+    Q_EMIT menuRequested(event->reason() == QContextMenuEvent::Keyboard ? mapToGlobal(menuPoint())
+                                                                        : event->globalPos());
+}
+
+/// Where a menu opens that was not asked for at a place: on what it is about.
+QPoint TreemapCanvas::menuPoint() const
+{
+    const std::optional<Rect> mark = m_hoverMark ? m_hoverMark : selectionMark();
+    return mark ? toQRectF(*mark).center().toPoint() : rect().center();
+}
+
+} // namespace morlaine

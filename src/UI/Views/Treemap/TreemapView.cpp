@@ -1,0 +1,203 @@
+#include "UI/Views/Treemap/TreemapView.h"
+
+#include "Core/Treemap/TreemapEngine.h"
+#include "Platform/BackgroundWork.h"
+#include "UI/Styles/Theme.h"
+#include "UI/Views/State/MainViewModel.h"
+#include "UI/Views/Treemap/TreemapDecisions.h"
+#include "UI/Views/Treemap/TreemapHeader.h"
+#include "UI/Views/Treemap/TreemapMenu.h"
+#include "UI/Widgets/Divider.h"
+
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace morlaine {
+
+namespace {
+
+constexpr QSize minimumViewSize(380, 220);
+constexpr double sizeWithoutLayout = 20;
+
+std::optional<Uuid> idOf(const std::optional<FileNode>& node)
+{
+    return node ? std::optional(node->id()) : std::nullopt;
+}
+
+} // namespace
+
+TreemapView::TreemapView(MainViewModel& viewModel, QWidget* parent)
+    : QWidget(parent)
+    , m_viewModel(viewModel)
+    , m_header(new TreemapHeader(this))
+    , m_canvas(new TreemapCanvas(this))
+    , m_computedRects(std::make_shared<const std::vector<TreemapRect>>())
+    , m_rootID(idOf(viewModel.activeRootNode()))
+    , m_observer(viewModel, [this] { readModel(); })
+{
+    build();
+    connectCanvas();
+    connectHeader();
+    // The first layout comes with the canvas's first size.
+    m_canvas->showLayout(m_computedRects, TreemapDecisions::textInsteadOfRects(m_rootID.has_value()));
+    readModel();
+}
+
+/// The canvas goes later than what its signals would change.
+TreemapView::~TreemapView()
+{
+    m_canvas->disconnect(this);
+    m_header->disconnect(this);
+}
+
+void TreemapView::build()
+{
+    setMinimumSize(minimumViewSize);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(m_header);
+    column->addWidget(new Divider(this));
+    column->addWidget(m_canvas, 1);
+}
+
+void TreemapView::connectCanvas()
+{
+    connect(m_canvas, &TreemapCanvas::resized, this, &TreemapView::recalculateLayout);
+    connect(m_canvas, &TreemapCanvas::hovered, this, [this](const QPointF& point) {
+        m_hoverPoint = point;
+        updateHoveredRect();
+    });
+    connect(m_canvas, &TreemapCanvas::hoverEnded, this, [this] { setHoveredRect(std::nullopt); });
+    connect(m_canvas, &TreemapCanvas::clicked, this, &TreemapView::select);
+    connect(m_canvas, &TreemapCanvas::doubleClicked, this, &TreemapView::zoomIn);
+    connect(m_canvas, &TreemapCanvas::menuRequested, this, &TreemapView::openMenu);
+    connect(m_canvas, &TreemapCanvas::rectPressed, this,
+            [this](std::size_t position) { m_viewModel.setSelectedNode(computedRects()[position].node); });
+}
+
+void TreemapView::connectHeader()
+{
+    connect(m_header, &TreemapHeader::houseClicked, this, [this] { m_viewModel.zoomToRoot(); });
+    connect(m_header, &TreemapHeader::stepClicked, this, &TreemapView::showStep);
+    connect(m_header, &TreemapHeader::focusLost, m_canvas, [this] { m_canvas->setFocus(); });
+}
+
+void TreemapView::readModel()
+{
+    const std::optional<Uuid> rootID = idOf(m_viewModel.activeRootNode());
+    if (rootID != m_rootID) {
+        recalculateLayout(m_canvas->size());
+    }
+    m_canvas->setHighlightIDs(m_viewModel.highlightIDs());
+    m_header->setPath(m_viewModel.zoomStack());
+    const std::optional<Uuid> selectedID = idOf(m_viewModel.selectedNode());
+    if (selectedID != m_selectedID) {
+        m_selectedID = selectedID;
+        showSelection();
+        showHover();
+        showInfo();
+    }
+}
+
+void TreemapView::recalculateLayout(const QSizeF& size)
+{
+    const std::optional<FileNode> root = m_viewModel.activeRootNode();
+    const std::optional<Uuid> rootID = idOf(root);
+    const bool isSameRoot = std::exchange(m_rootID, rootID) == rootID;
+    TreemapLayout layout = m_computedRects;
+    if (!root) {
+        layout = std::make_shared<const std::vector<TreemapRect>>();
+    } else if (size.width() > sizeWithoutLayout && size.height() > sizeWithoutLayout) {
+        layout = std::make_shared<const std::vector<TreemapRect>>(
+            TreemapEngine::computeLayout(*root, {0, 0, size.width(), size.height()}, 4, 0));
+    }
+    TreemapLayout former = std::exchange(m_computedRects, std::move(layout));
+    m_canvas->showLayout(m_computedRects, TreemapDecisions::textInsteadOfRects(root.has_value()));
+    // The layout of a tree that is still shown goes at once. Each step of a resize would otherwise start a thread.
+    if (!isSameRoot) {
+        releaseInBackground(std::move(former));
+    }
+    showSelection();
+}
+
+std::optional<TreemapRect> TreemapView::rectAt(const QPointF& point) const
+{
+    const std::optional<std::size_t> position = TreemapDecisions::hitTest(computedRects(), point);
+    return position ? std::optional(computedRects()[*position]) : std::nullopt;
+}
+
+void TreemapView::updateHoveredRect()
+{
+    setHoveredRect(rectAt(m_hoverPoint));
+}
+
+void TreemapView::setHoveredRect(std::optional<TreemapRect> rect)
+{
+    std::optional<TreemapRect> former = std::exchange(m_hoveredRect, std::move(rect));
+    const bool isSame = former && m_hoveredRect && former->id() == m_hoveredRect->id();
+    // A folder may be all that is left of a tree that was shown before.
+    if (former && former->node.isDirectory() && !isSame) {
+        releaseInBackground(std::move(former));
+    }
+    showHover();
+    if (!isSame) {
+        showInfo();
+    }
+}
+
+void TreemapView::showSelection()
+{
+    m_canvas->setSelectedPosition(m_selectedID ? TreemapDecisions::positionOf(computedRects(), *m_selectedID)
+                                               : std::nullopt);
+}
+
+/// A rectangle that is selected and under the pointer is marked as selected alone.
+void TreemapView::showHover()
+{
+    const bool isShown = m_hoveredRect && m_hoveredRect->id() != m_selectedID;
+    m_canvas->setHoverMark(isShown ? std::optional(m_hoveredRect->rect) : std::nullopt);
+}
+
+void TreemapView::showInfo()
+{
+    m_header->setInfo(TreemapDecisions::infoOf(m_hoveredRect, m_viewModel.selectedNode()));
+}
+
+void TreemapView::select(const QPointF& point)
+{
+    if (std::optional<TreemapRect> found = rectAt(point)) {
+        m_viewModel.setSelectedNode(std::move(found->node));
+    }
+}
+
+void TreemapView::zoomIn(const QPointF& point)
+{
+    const std::optional<TreemapRect> found = rectAt(point);
+    if (found && found->node.isDirectory()) {
+        m_viewModel.zoomIn(found->node);
+    }
+}
+
+/// The path may have become shorter since the button was drawn.
+void TreemapView::showStep(std::size_t step)
+{
+    std::vector<FileNode> path = m_viewModel.zoomStack();
+    if (step >= path.size()) {
+        return;
+    }
+    path.erase(path.begin() + static_cast<std::ptrdiff_t>(step) + 1, path.end());
+    const FileNode folder = path.back();
+    m_viewModel.setZoomStack(std::move(path));
+    m_viewModel.setSelectedNode(folder);
+}
+
+void TreemapView::openMenu(const QPoint& globalPoint)
+{
+    auto* menu =
+        new TreemapMenu(m_viewModel, m_hoveredRect ? m_hoveredRect->node : m_viewModel.selectedNode(), m_canvas);
+    menu->popup(globalPoint);
+}
+
+} // namespace morlaine

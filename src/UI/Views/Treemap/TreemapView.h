@@ -1,0 +1,78 @@
+#pragma once
+
+#include "Core/Models/TreemapRect.h"
+#include "UI/Views/Treemap/TreemapCanvas.h"
+#include "Utilities/ChangeObserver.h"
+
+#include <QPointF>
+#include <QSizeF>
+#include <QWidget>
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace morlaine {
+
+class MainViewModel;
+class TreemapHeader;
+
+/// The main picture of the window: the folder that is shown as a treemap, below a bar with the path zoomed into. Holds
+/// the last layout and what the pointer is over, nothing else; clicks become calls on the model, which must outlive the
+/// view. Main thread only.
+class TreemapView final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TreemapView(MainViewModel& viewModel, QWidget* parent = nullptr);
+    ~TreemapView() override;
+
+    /// The last layout, in the engine's order and the canvas's coordinates.
+    [[nodiscard]] const std::vector<TreemapRect>& computedRects() const { return *m_computedRects; }
+
+    /// The rectangle that the pointer was found over. It stays when the layout changes, until the pointer moves.
+    [[nodiscard]] const std::optional<TreemapRect>& hoveredRect() const { return m_hoveredRect; }
+
+    /// Lays out the folder that is shown in a canvas of that size. Without a folder, nothing is left; a size of 20 or
+    /// less leaves the layout as it is. Runs when the canvas appears or gets another size and when another folder is
+    /// shown, at no other time.
+    void recalculateLayout(const QSizeF& size);
+
+    /// The file at a point of the canvas, else the outermost folder there.
+    [[nodiscard]] std::optional<TreemapRect> rectAt(const QPointF& point) const;
+
+    /// Looks again at what is under the pointer.
+    void updateHoveredRect();
+
+private:
+    void build();
+    void connectCanvas();
+    void connectHeader();
+
+    void readModel();
+    void showSelection();
+    void showHover();
+    void showInfo();
+    void setHoveredRect(std::optional<TreemapRect> rect);
+
+    void select(const QPointF& point);
+    void zoomIn(const QPointF& point);
+    void showStep(std::size_t step);
+    void openMenu(const QPoint& globalPoint);
+
+    MainViewModel& m_viewModel;
+    TreemapHeader* const m_header;
+    TreemapCanvas* const m_canvas;
+
+    TreemapLayout m_computedRects;
+    std::optional<TreemapRect> m_hoveredRect;
+    QPointF m_hoverPoint;
+
+    // What was read of the model last.
+    std::optional<Uuid> m_rootID;
+    std::optional<Uuid> m_selectedID;
+
+    ChangeObserver m_observer;
+};
+
+} // namespace morlaine

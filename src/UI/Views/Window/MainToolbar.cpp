@@ -1,0 +1,125 @@
+#include "UI/Views/Window/MainToolbar.h"
+
+#include "UI/Styles/Symbols.h"
+#include "UI/Styles/Theme.h"
+#include "UI/Widgets/ProgressIndicator.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QToolButton>
+
+#include <utility>
+
+namespace morlaine {
+
+namespace {
+
+constexpr QSize iconSide(18, 18);
+
+/// The name is for those who cannot see the picture.
+QAction* addButton(QToolBar& toolbar, SymbolName symbol, const QString& name)
+{
+    QAction* action = toolbar.addAction(Symbols::icon(symbol), name);
+    action->setIconText(name);
+    toolbar.widgetForAction(action)->setAccessibleName(name);
+    toolbar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+    action->setAutoRepeat(false);
+    return action;
+}
+
+/// A button that goes while it has the focus would pass it on to its neighbour, and the space bar with it.
+void setAvailable(const QToolBar& toolbar, QAction& action, bool isEnabled, bool isVisible)
+{
+    if (toolbar.widgetForAction(&action)->hasFocus() && !(isEnabled && isVisible)) {
+        toolbar.window()->setFocus();
+    }
+    action.setEnabled(isEnabled);
+    action.setVisible(isVisible);
+}
+
+} // namespace
+
+MainToolbar::MainToolbar(QWidget* parent) : QToolBar(parent)
+{
+    setObjectName(QStringLiteral("toolbar"));
+    setAccessibleName(tr("Toolbar"));
+    setMovable(false);
+    setFloatable(false);
+    setIconSize(iconSide);
+    setToolButtonStyle(Qt::ToolButtonIconOnly);
+    buildNavigationGroup();
+    auto* space = new QWidget(this);
+    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    addWidget(space);
+    buildPrimaryGroup();
+    updateTexts();
+}
+
+void MainToolbar::buildNavigationGroup()
+{
+    m_sidebar = addButton(*this, "sidebar.leading", QStringLiteral("Disks Sidebar"));
+    m_sidebar->setShortcuts({QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S), QKeySequence(Qt::CTRL | Qt::Key_S)});
+    connect(m_sidebar, &QAction::triggered, this, &MainToolbar::sidebarToggled);
+    m_back = addButton(*this, "chevron.left", QStringLiteral("Go Back"));
+    connect(m_back, &QAction::triggered, this, &MainToolbar::backRequested);
+    m_forward = addButton(*this, "chevron.right", QStringLiteral("Go Forward"));
+    connect(m_forward, &QAction::triggered, this, &MainToolbar::forwardRequested);
+}
+
+void MainToolbar::buildPrimaryGroup()
+{
+    m_progress = addWidget(new ProgressIndicator(ProgressIndicator::Size::small, QStringLiteral("Scanning"), this));
+    m_cancel = addAction(QStringLiteral("Cancel"));
+    connect(m_cancel, &QAction::triggered, this, &MainToolbar::cancelRequested);
+    widgetForAction(m_cancel)->setFocusPolicy(Qt::TabFocus);
+    tintCancelButton();
+
+    m_scan = addButton(*this, "folder.badge.plus", QStringLiteral("Scan Folder..."));
+    m_scan->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    qobject_cast<QToolButton*>(widgetForAction(m_scan))->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    connect(m_scan, &QAction::triggered, this, &MainToolbar::scanRequested);
+
+    m_detail = addButton(*this, "sidebar.trailing", QStringLiteral("Inspector"));
+    m_detail->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_I));
+    connect(m_detail, &QAction::triggered, this, &MainToolbar::detailToggled);
+}
+
+void MainToolbar::show(const State& state)
+{
+    if (std::exchange(m_state, state) != state) {
+        updateTexts();
+    }
+}
+
+void MainToolbar::updateTexts()
+{
+    m_sidebar->setToolTip(m_state.isSidebarVisible ? QStringLiteral("Hide Disks Sidebar (⌥⌘S or ⌘S)")
+                                                   : QStringLiteral("Show Disks Sidebar (⌥⌘S or ⌘S)"));
+    m_detail->setToolTip(m_state.isDetailVisible ? QStringLiteral("Hide Inspector (⌥⌘I)")
+                                                 : QStringLiteral("Show Inspector (⌥⌘I)"));
+    m_scan->setToolTip(QStringLiteral("Select folder to scan disk space"));
+    m_back->setToolTip(QStringLiteral("Go Back"));
+    m_forward->setToolTip(QStringLiteral("Go Forward"));
+    m_progress->setVisible(m_state.isScanning);
+    setAvailable(*this, *m_back, m_state.canGoBack, true);
+    setAvailable(*this, *m_forward, m_state.canGoForward, true);
+    setAvailable(*this, *m_cancel, true, m_state.isScanning);
+    setAvailable(*this, *m_scan, !m_state.isScanning, !m_state.isScanning); // and with it the shortcut
+}
+
+void MainToolbar::changeEvent(QEvent* event)
+{
+    QToolBar::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_cancel != nullptr) {
+        tintCancelButton();
+    }
+}
+
+void MainToolbar::tintCancelButton()
+{
+    QPalette tinted;
+    tinted.setColor(QPalette::ButtonText, Theme::red);
+    widgetForAction(m_cancel)->setPalette(tinted);
+}
+
+} // namespace morlaine

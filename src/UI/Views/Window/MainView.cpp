@@ -1,0 +1,272 @@
+#include "UI/Views/Window/MainView.h"
+
+#include "UI/Styles/Theme.h"
+#include "UI/Styles/VisualEffectWidget.h"
+#include "UI/Views/Inspector/DetailView.h"
+#include "UI/Views/Sidebar/SidebarView.h"
+#include "UI/Views/Window/AnalysisView.h"
+#include "UI/Views/Window/MainToolbar.h"
+#include "UI/Views/Window/OnboardingView.h"
+#include "UI/Views/Window/SideColumn.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QShortcut>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace morlaine {
+
+namespace {
+
+constexpr QSize minimumContentSize(960, 640);
+constexpr QSize preferredSize(1280, 820);
+constexpr int narrowestCentralArea = 400;
+constexpr SideColumn::Widths sidebarWidths{200, 240, 360};
+constexpr SideColumn::Widths detailWidths{240, 280, 420};
+
+/// Controls that people press with the space bar.
+bool isPressedBySpace(const QWidget* widget)
+{
+    return qobject_cast<const QAbstractButton*>(widget) != nullptr || qobject_cast<const QComboBox*>(widget) != nullptr;
+}
+
+/// The focus goes from the leading column to the trailing one, whichever part was made first.
+void moveToEndOfTabOrder(const QWidget& part)
+{
+    QWidget* const window = part.window();
+    std::vector<QWidget*> members;
+    QWidget* last = nullptr;
+    for (QWidget* next = window->nextInFocusChain(); next != window; next = next->nextInFocusChain()) {
+        if (part.isAncestorOf(next)) {
+            members.push_back(next);
+        } else if (next->focusPolicy() & Qt::TabFocus) {
+            last = next;
+        }
+    }
+    for (QWidget* member : members) {
+        if (last != nullptr && member->focusPolicy() & Qt::TabFocus) {
+            QWidget::setTabOrder(last, member);
+            last = member;
+        }
+    }
+}
+
+} // namespace
+
+MainView::MainView(const MainViewModel::Environment& environment, std::unique_ptr<FolderChooser> folderChooser,
+                   QWidget* parent)
+    : QMainWindow(parent)
+    , m_viewModel(std::make_unique<MainViewModel>(environment))
+    , m_folderChooser(std::move(folderChooser))
+    , m_workspace(environment.workspace)
+    , m_observer(*m_viewModel, [this] { update(); })
+{
+    setWindowTitle(QStringLiteral("Morlaine"));
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setUnifiedTitleAndToolBarOnMac(true);
+    buildToolbar();
+    buildCentralArea();
+    buildColumns();
+    bindShortcuts();
+    update();
+    // Otherwise the first button would begin with the focus, and take the space bar for itself.
+    setFocus();
+    qApp->installEventFilter(this);
+    resize(preferredSize.boundedTo(screen()->availableSize()));
+}
+
+MainView::~MainView() = default;
+
+void MainView::buildToolbar()
+{
+    m_toolbar = new MainToolbar(this);
+    addToolBar(m_toolbar);
+    connect(m_toolbar, &MainToolbar::sidebarToggled, this, &MainView::toggleSidebar);
+    connect(m_toolbar, &MainToolbar::detailToggled, this, &MainView::toggleDetail);
+    connect(m_toolbar, &MainToolbar::backRequested, m_viewModel.get(), &MainViewModel::navigateBack);
+    connect(m_toolbar, &MainToolbar::forwardRequested, m_viewModel.get(), &MainViewModel::navigateForward);
+    connect(m_toolbar, &MainToolbar::cancelRequested, m_viewModel.get(), &MainViewModel::cancelScan);
+    connect(m_toolbar, &MainToolbar::scanRequested, this, &MainView::selectFolderToScan);
+}
+
+void MainView::buildCentralArea()
+{
+    m_onboarding = new OnboardingView(m_workspace);
+    connect(m_onboarding, &OnboardingView::folderRequested, this, [this] { chooseFolder({std::nullopt, "Scan"}); });
+    m_centralArea = new QStackedWidget;
+    m_centralArea->setMinimumWidth(narrowestCentralArea);
+    m_centralArea->addWidget(m_onboarding);
+}
+
+void MainView::buildColumns()
+{
+    QWidget* backing =
+        Theme::VisualEffectView{Theme::Material::sidebar, Theme::BlendingMode::withinWindow}.make(nullptr);
+    m_detailView = new DetailView(*m_viewModel);
+    auto* inspector = new QVBoxLayout(backing);
+    inspector->setContentsMargins({});
+    inspector->addWidget(m_detailView);
+    m_sidebar = new SideColumn(SideColumn::Side::leading, sidebarWidths, new SidebarView(*m_viewModel));
+    m_detail = new SideColumn(SideColumn::Side::trailing, detailWidths, backing);
+
+    m_sidebar->setObjectName(QStringLiteral("sidebar"));
+    m_detail->setObjectName(QStringLiteral("inspector"));
+
+    m_columns = new QSplitter(Qt::Horizontal);
+    m_columns->setChildrenCollapsible(false);
+    m_columns->setMinimumSize(minimumContentSize);
+    m_columns->addWidget(m_sidebar);
+    m_columns->addWidget(m_centralArea);
+    m_columns->addWidget(m_detail);
+    m_columns->setStretchFactor(0, 0);
+    m_columns->setStretchFactor(1, 1);
+    m_columns->setStretchFactor(2, 0);
+    m_columns->setSizes(
+        {sidebarWidths.ideal, preferredSize.width() - sidebarWidths.ideal - detailWidths.ideal, detailWidths.ideal});
+    setCentralWidget(m_columns);
+}
+
+void MainView::bindShortcuts()
+{
+    const auto bind = [this](const QKeySequence& keys, void (MainView::*action)()) {
+        auto* shortcut = new QShortcut(keys, this);
+        shortcut->setAutoRepeat(false);
+        connect(shortcut, &QShortcut::activated, this, action);
+    };
+    bind(QKeySequence(Qt::CTRL | Qt::Key_F), &MainView::focusSearchField);
+    bind(QKeySequence(Qt::Key_Escape), &MainView::leave);
+    bind(QKeySequence(Qt::Key_Space), &MainView::openSelection);
+}
+
+/// A list that drops down closes before the window's shortcuts are asked, and they would take the key for theirs.
+bool MainView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && watched->isWindowType()) {
+        m_hasPopupClosed = QApplication::activePopupWidget() != nullptr;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+bool MainView::event(QEvent* event)
+{
+    // Whoever has the focus is asked first; what accepts this gets the key instead of the shortcut.
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Space && key->modifiers() == Qt::NoModifier && isPressedBySpace(focusWidget())) {
+            key->accept();
+            return true;
+        }
+    }
+    return QMainWindow::event(event);
+}
+
+void MainView::update()
+{
+    m_toolbar->show({m_isSidebarVisible, m_isDetailVisible, m_viewModel->canGoBack(), m_viewModel->canGoForward(),
+                     m_viewModel->scanner().isScanning()});
+    updateCentralArea();
+}
+
+/// The analysis begins afresh with each tree that comes after none.
+void MainView::updateCentralArea()
+{
+    const bool hasTree = m_viewModel->currentRootNode().has_value();
+    if (hasTree == (m_analysis != nullptr)) {
+        return;
+    }
+    if (hasTree) {
+        m_analysis = new AnalysisView(*m_viewModel);
+        m_centralArea->setCurrentIndex(m_centralArea->addWidget(m_analysis));
+        moveToEndOfTabOrder(*m_detail);
+        giveCentralAreaRoom();
+    } else {
+        if (m_analysis->isAncestorOf(focusWidget())) {
+            setFocus(); // or it would pass to the first button, and the space bar with it
+        }
+        m_centralArea->removeWidget(m_analysis);
+        std::exchange(m_analysis, nullptr)->deleteLater();
+    }
+}
+
+void MainView::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    giveCentralAreaRoom();
+}
+
+/// In a narrow window the side columns shrink before the analysis gets cramped. Whoever drags a divider decides
+/// otherwise.
+void MainView::giveCentralAreaRoom()
+{
+    if (m_analysis == nullptr) {
+        return;
+    }
+    QList<int> widths = m_columns->sizes();
+    for (const auto& [index, least] : {std::pair(2, detailWidths.minimum), std::pair(0, sidebarWidths.minimum)}) {
+        const int lack = std::max(AnalysisView::comfortableWidth - widths[1], 0);
+        const int given = std::clamp(widths[index] - least, 0, lack);
+        widths[index] -= given;
+        widths[1] += given;
+    }
+    m_columns->setSizes(widths);
+}
+
+void MainView::toggleSidebar()
+{
+    m_isSidebarVisible = !m_isSidebarVisible;
+    m_sidebar->setShown(m_isSidebarVisible);
+    update();
+}
+
+void MainView::toggleDetail()
+{
+    m_isDetailVisible = !m_isDetailVisible;
+    m_detail->setShown(m_isDetailVisible);
+    update();
+}
+
+void MainView::selectFolderToScan()
+{
+    chooseFolder({"Select Folder to Scan", "Scan"});
+}
+
+void MainView::chooseFolder(const FolderChooser::Texts& texts)
+{
+    m_folderChooser->choose(*this, texts, [this](const FileUrl& folder) { m_viewModel->scan(folder); });
+}
+
+/// Escape leaves what is innermost: an open list or menu, a running scan, the folder zoomed into.
+void MainView::leave()
+{
+    if (m_hasPopupClosed) {
+        return;
+    }
+    if (!m_detailView->cancelIfScanning()) {
+        m_viewModel->zoomOut();
+    }
+}
+
+void MainView::openSelection()
+{
+    if (const std::optional<FileNode> node = m_viewModel->selectedNode()) {
+        m_viewModel->openFile(*node);
+    }
+}
+
+void MainView::focusSearchField()
+{
+    if (m_analysis != nullptr) {
+        m_analysis->focusSearchField();
+    }
+}
+
+} // namespace morlaine

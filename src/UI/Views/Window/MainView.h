@@ -1,0 +1,79 @@
+#pragma once
+
+#include "Platform/Desktop/FolderChooser.h"
+#include "UI/Views/State/MainViewModel.h"
+#include "Utilities/ChangeObserver.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+class QSplitter;
+class QStackedWidget;
+
+namespace morlaine {
+
+class AnalysisView;
+class DetailView;
+class MainToolbar;
+class OnboardingView;
+class SideColumn;
+
+/// The window. It owns the state, composes the views, and binds the shortcuts; it implements no view.
+class MainView final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    MainView(const MainViewModel::Environment& environment, std::unique_ptr<FolderChooser> folderChooser,
+             QWidget* parent = nullptr);
+    ~MainView() override;
+
+    /// What the views show; lives as long as the window.
+    [[nodiscard]] MainViewModel& viewModel() { return *m_viewModel; }
+
+    [[nodiscard]] bool isSidebarVisible() const { return m_isSidebarVisible; }
+    [[nodiscard]] bool isDetailVisible() const { return m_isDetailVisible; }
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void buildToolbar();
+    void buildColumns();
+    void buildCentralArea();
+    void bindShortcuts();
+
+    void update();
+    void updateCentralArea();
+    void giveCentralAreaRoom();
+
+    void toggleSidebar();
+    void toggleDetail();
+    void selectFolderToScan();
+    void chooseFolder(const FolderChooser::Texts& texts);
+    void leave();
+    void openSelection();
+    void focusSearchField();
+
+    const std::unique_ptr<MainViewModel> m_viewModel;
+    const std::unique_ptr<FolderChooser> m_folderChooser;
+    const std::shared_ptr<Workspace> m_workspace;
+    bool m_isSidebarVisible = true;
+    bool m_isDetailVisible = true;
+
+    bool m_hasPopupClosed = false; // by the key that is being handled
+
+    MainToolbar* m_toolbar = nullptr;
+    QSplitter* m_columns = nullptr;
+    SideColumn* m_sidebar = nullptr;
+    SideColumn* m_detail = nullptr;
+    DetailView* m_detailView = nullptr;
+    QStackedWidget* m_centralArea = nullptr;
+    OnboardingView* m_onboarding = nullptr;
+    AnalysisView* m_analysis = nullptr; // while a tree is shown
+    ChangeObserver m_observer;
+};
+
+} // namespace morlaine

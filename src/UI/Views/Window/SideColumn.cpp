@@ -1,0 +1,83 @@
+#include "UI/Views/Window/SideColumn.h"
+
+#include <QEasingCurve>
+
+#include <algorithm>
+#include <chrono>
+
+namespace morlaine {
+
+namespace {
+
+constexpr std::chrono::milliseconds slideDuration{200};
+
+} // namespace
+
+SideColumn::SideColumn(Side side, Widths widths, QWidget* content, QWidget* parent)
+    : QWidget(parent)
+    , m_side(side)
+    , m_widths(widths)
+    , m_content(content)
+    , m_width(widths.ideal)
+{
+    m_content->setParent(this);
+    setMinimumWidth(m_widths.minimum);
+    setMaximumWidth(m_widths.maximum);
+    m_animation.setDuration(static_cast<int>(slideDuration.count()));
+    m_animation.setEasingCurve(QEasingCurve::InOutQuad);
+    connect(&m_animation, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& width) { setFixedWidth(width.toInt()); });
+    connect(&m_animation, &QVariantAnimation::finished, this, &SideColumn::finish);
+}
+
+QSize SideColumn::sizeHint() const
+{
+    return {m_width, m_content->sizeHint().height()};
+}
+
+void SideColumn::setShown(bool isShown)
+{
+    if (m_isShown == isShown) {
+        return;
+    }
+    m_isShown = isShown;
+    const bool isMoving = m_animation.state() == QAbstractAnimation::Running;
+    m_animation.stop();
+    if (!isShown && !isMoving) {
+        m_width = width();
+    }
+    if (isShown && !isMoving) {
+        setFixedWidth(0);
+    }
+    m_animation.setStartValue(isShown && !isMoving ? 0 : width());
+    m_animation.setEndValue(isShown ? m_width : 0);
+    show();
+    m_animation.start();
+}
+
+void SideColumn::finish()
+{
+    if (m_isShown) {
+        setMinimumWidth(m_widths.minimum);
+        setMaximumWidth(m_widths.maximum);
+    } else {
+        hide();
+    }
+}
+
+void SideColumn::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    arrangeContent();
+}
+
+/// The content keeps its width while the column slides; its outer part goes first.
+void SideColumn::arrangeContent()
+{
+    const bool isMoving = m_animation.state() == QAbstractAnimation::Running || !m_isShown;
+    const int contentWidth = isMoving ? m_width : std::max(width(), m_widths.minimum);
+    const int hidden = std::max(contentWidth - width(), 0);
+    m_content->setGeometry(m_side == Side::leading ? -hidden : 0, 0, contentWidth, height());
+}
+
+} // namespace morlaine

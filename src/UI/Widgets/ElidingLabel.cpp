@@ -1,0 +1,132 @@
+#include "UI/Widgets/ElidingLabel.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QTextLayout>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace morlaine {
+
+namespace {
+
+constexpr char16_t ellipsis = u'\u2026';
+
+QString withoutControls(const QString& text)
+{
+    QString clean = text;
+    std::ranges::replace_if(
+        clean,
+        [](QChar c) {
+            return c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+        },
+        QChar(QChar::ReplacementCharacter));
+    return clean;
+}
+
+} // namespace
+
+QStringList elidedLines(const QString& text, const QFont& font, int width, int maxLines)
+{
+    const QFontMetrics metrics(font);
+    const QString clean = withoutControls(text);
+    if (maxLines == 1) {
+        return {metrics.elidedText(clean, Qt::ElideMiddle, width)};
+    }
+    QTextLayout layout(clean, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        const bool isLast = lines.size() == maxLines - 1;
+        const QString part = clean.mid(line.textStart(), isLast ? -1 : line.textLength());
+        lines.append(isLast ? metrics.elidedText(part, Qt::ElideMiddle, width) : part);
+        if (isLast) {
+            break;
+        }
+    }
+    layout.endLayout();
+    return lines;
+}
+
+ElidingLabel::ElidingLabel(TextStyle style, Theme::SystemColor color, int maxLines, QWidget* parent)
+    : QLabel(parent)
+    , m_style(style)
+    , m_color(color)
+    , m_maxLines(maxLines)
+{
+    setTextFormat(Qt::PlainText);
+    setFont(TextStyles::font(style));
+    setWordWrap(maxLines > 1);
+}
+
+QSize ElidingLabel::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(withoutControls(text())) + 1, heightOf(1)};
+}
+
+QSize ElidingLabel::minimumSizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(QChar(ellipsis)) * 3, heightOf(1)};
+}
+
+int ElidingLabel::heightForWidth(int width) const
+{
+    return m_maxLines == 1 ? -1 : heightOf(elidedLines(text(), font(), width, m_maxLines).size());
+}
+
+bool ElidingLabel::isElided() const
+{
+    const QStringList lines = elidedLines(text(), font(), width(), m_maxLines);
+    return lines.join(QString()) != withoutControls(text());
+}
+
+bool ElidingLabel::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        showWholeText(static_cast<QHelpEvent*>(event)->globalPos());
+        return true;
+    }
+    if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(TextStyles::font(m_style));
+    }
+    return QLabel::event(event);
+}
+
+void ElidingLabel::showWholeText(const QPoint& position)
+{
+    // A tooltip guesses whether it is marked up, and a name must not look so by chance.
+    const QString tip = QStringLiteral("<span>") + text().toHtmlEscaped() + QStringLiteral("</span>");
+    QToolTip::showText(position, isElided() ? tip : QString(), this);
+}
+
+void ElidingLabel::paintEvent(QPaintEvent* /*event*/)
+{
+    const QStringList lines = elidedLines(text(), font(), width(), m_maxLines);
+    const QSize block(width(), heightOf(lines.size()));
+    QRect area(QPoint(0, 0), block);
+    if (alignment().testFlag(Qt::AlignVCenter)) {
+        area.moveTop((height() - block.height()) / 2);
+    }
+    const auto horizontal = alignment() & Qt::AlignHorizontal_Mask;
+
+    QPainter painter(this);
+    painter.setPen(m_color(palette()));
+    for (const QString& line : lines) {
+        painter.drawText(area, static_cast<int>(horizontal | Qt::AlignTop) | Qt::TextSingleLine, line.trimmed());
+        area.setTop(area.top() + fontMetrics().lineSpacing());
+    }
+}
+
+int ElidingLabel::heightOf(qsizetype lineCount) const
+{
+    const int between = static_cast<int>(std::max<qsizetype>(lineCount, 1) - 1) * fontMetrics().lineSpacing();
+    return fontMetrics().height() + between;
+}
+
+} // namespace morlaine

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "UI/Views/State/MainViewModel.h"
+
+#include <QDialog>

@@ -1,5 +1,0 @@
-#pragma once
-
-#include "UI/Views/MainView.h"
-
-#include <QWidget>

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "UI/Views/Sidebar/SidebarView.h"
+
+#include <QWidget>

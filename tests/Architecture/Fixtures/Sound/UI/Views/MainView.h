@@ -1,5 +1,0 @@
-#pragma once
-
-#include "UI/Views/MainViewModel.h"
-
-#include <QtWidgets/QWidget>

@@ -1,3 +1,0 @@
-#include "UI/Views/MainViewModel.h"
-
-#include "MainViewModel.moc"

@@ -1,0 +1,3 @@
+#pragma once
+
+#include "UI/Views/State/MainViewModel.h"

@@ -1,0 +1,3 @@
+#include "UI/Views/State/MainViewModel.h"
+
+#include "MainViewModel.moc"

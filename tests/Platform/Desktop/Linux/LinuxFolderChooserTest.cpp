@@ -1,0 +1,222 @@
+#include "Platform/Desktop/Linux/LinuxFolderChooser.h"
+
+#include "Support/PrivateBus.h"
+
+#include <QApplication>
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace morlaine {
+namespace {
+
+using test::FakeService;
+using test::PrivateBus;
+using test::TemporaryFolder;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString openFile = QStringLiteral("OpenFile");
+
+QVariantMap optionsOf(const QDBusMessage& call)
+{
+    return qdbus_cast<QVariantMap>(call.arguments().value(2));
+}
+
+QString requestPathOf(const QDBusMessage& call)
+{
+    return QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2")
+        .arg(call.service().mid(1).replace(u'.', u'_'), optionsOf(call)[QStringLiteral("handle_token")].toString());
+}
+
+/// Answers as a portal of that version does, but does not show anything.
+FakeService::Answer portal(uint version)
+{
+    return [version](const QDBusMessage& call) {
+        if (call.member() == openFile) {
+            return call.createReply(QVariant::fromValue(QDBusObjectPath(requestPathOf(call))));
+        }
+        return call.member() == QStringLiteral("Get") ? call.createReply(QVariant::fromValue(QDBusVariant(version)))
+                                                      : call.createReply();
+    };
+}
+
+class LinuxFolderChooserTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(bus.isRunning());
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    }
+
+    void choose()
+    {
+        chooser.choose(*window, {"Select Folder to Scan", "Scan"},
+                       [this](const FileUrl& url) { chosen.push_back(url.path()); });
+    }
+
+    /// The call for a dialog that the portal received.
+    [[nodiscard]] static std::optional<QDBusMessage> requestTo(const FakeService& service)
+    {
+        const bool wasAsked = QTest::qWaitFor([&] { return !service.calls(openFile).empty(); });
+        return wasAsked ? std::optional(service.calls(openFile).back()) : std::nullopt;
+    }
+
+    static void answer(const FakeService& service, const QDBusMessage& call, uint response, const QStringList& urls)
+    {
+        QDBusMessage signal = QDBusMessage::createTargetedSignal(call.service(), requestPathOf(call),
+                                                                 QStringLiteral("org.freedesktop.portal.Request"),
+                                                                 QStringLiteral("Response"));
+        signal << response << QVariantMap{{QStringLiteral("uris"), urls}};
+        service.connection().send(signal);
+    }
+
+    /// The toolkit's own dialog, once it is open.
+    [[nodiscard]] QFileDialog* toolkitDialog() const
+    {
+        QFileDialog* dialog = nullptr;
+        const auto isOpen = [&] {
+            dialog = window->findChild<QFileDialog*>();
+            return dialog != nullptr && dialog->isVisible();
+        };
+        return QTest::qWaitFor(isOpen) ? dialog : nullptr;
+    }
+
+    [[nodiscard]] static bool waitUntilNothingIsModal()
+    {
+        return QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; });
+    }
+
+    const PrivateBus bus;
+    std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
+    std::vector<std::string> chosen;
+    LinuxFolderChooser chooser{[this] { return bus.connect(); }};
+};
+
+TEST_F(LinuxFolderChooserTest, TakesTheFolderThatThePortalReturns)
+{
+    const FakeService service(bus, portalName, portal(3));
+    choose();
+    const std::optional<QDBusMessage> call = requestTo(service);
+    ASSERT_TRUE(call);
+    EXPECT_EQ(call->signature(), QStringLiteral("ssa{sv}"));
+    EXPECT_EQ(call->arguments().at(1), QStringLiteral("Select Folder to Scan"));
+    EXPECT_EQ(optionsOf(*call)[QStringLiteral("accept_label")], QStringLiteral("Scan"));
+    EXPECT_EQ(optionsOf(*call)[QStringLiteral("directory")], true);
+    EXPECT_NE(QApplication::activeModalWidget(), nullptr);
+
+    answer(service, *call, 0, {QStringLiteral("file:///srv/a%20b%23/T%E9l%E9/")});
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !chosen.empty(); }));
+    EXPECT_THAT(chosen, ElementsAre("/srv/a b#/T\xE9l\xE9"));
+    EXPECT_TRUE(waitUntilNothingIsModal());
+}
+
+TEST_F(LinuxFolderChooserTest, DoesNothingWhenThePortalsDialogIsCancelledOrThePortalEnds)
+{
+    {
+        const FakeService service(bus, portalName, portal(4));
+        for (const uint response : {1U, 2U, 3U}) {
+            choose();
+            ASSERT_TRUE(QTest::qWaitFor([&] { return service.calls(openFile).size() == response; }));
+            choose(); // asks for nothing more while the dialog is open
+            ASSERT_NE(QApplication::activeModalWidget(), nullptr);
+            if (response < 3) {
+                answer(service, *requestTo(service), response, {QStringLiteral("file:///srv")});
+                EXPECT_TRUE(waitUntilNothingIsModal());
+            }
+        }
+        EXPECT_EQ(service.calls(openFile).size(), 3U);
+    }
+    EXPECT_TRUE(waitUntilNothingIsModal());
+    EXPECT_THAT(chosen, IsEmpty());
+}
+
+TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWithoutAPortal)
+{
+    const TemporaryFolder folder;
+    folder.makeFolder("a b#c/inner");
+    folder.makeFile("a b#c/file", 1);
+    choose();
+    QFileDialog* dialog = toolkitDialog();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
+    dialog->setDirectory(QString::fromStdString(folder.path()));
+    QTest::keyClicks(dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), QStringLiteral("a b#c"));
+    auto* accept = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
+    ASSERT_TRUE(accept != nullptr && QTest::qWaitFor([accept] { return accept->isEnabled(); }));
+    EXPECT_EQ(accept->text(), QStringLiteral("Scan"));
+    QTest::mouseClick(accept, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !chosen.empty(); }));
+    EXPECT_THAT(chosen, ElementsAre(folder.path() / "a b#c"));
+}
+
+TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWhereThePortalHasNone)
+{
+    const FakeService::Answer answers[] = {
+        portal(2), [](const QDBusMessage& call) { return call.createErrorReply(QDBusError::UnknownInterface, {}); },
+        [](const QDBusMessage& call) {
+            return call.member() == openFile ? call.createErrorReply(QDBusError::Failed, {}) : portal(4)(call);
+        },
+        [](const QDBusMessage&) { return QDBusMessage(); }, // never answers
+    };
+    for (const FakeService::Answer& each : answers) {
+        const FakeService service(bus, portalName, each);
+        choose();
+        QFileDialog* dialog = toolkitDialog();
+        ASSERT_NE(dialog, nullptr);
+        dialog->reject();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<QDialog*>() == nullptr; }));
+    }
+    EXPECT_THAT(chosen, IsEmpty());
+}
+
+TEST_F(LinuxFolderChooserTest, ClosesTheDialogWithItsWindow)
+{
+    choose();
+    ASSERT_NE(toolkitDialog(), nullptr);
+    window->close();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<QDialog*>() == nullptr; }));
+
+    const FakeService service(bus, portalName, portal(4));
+    const auto wasClosed = [&](std::size_t times) {
+        return QTest::qWaitFor([&] { return service.calls(QStringLiteral("Close")).size() == times; });
+    };
+    window->show();
+    choose();
+    ASSERT_TRUE(requestTo(service));
+    window->close();
+    ASSERT_TRUE(wasClosed(1));
+    EXPECT_EQ(service.calls(QStringLiteral("Close"))[0].path(), requestPathOf(service.calls(openFile)[0]));
+
+    window->show();
+    choose();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return service.calls(openFile).size() == 2; }));
+    window.reset();
+    EXPECT_TRUE(wasClosed(2));
+    EXPECT_THAT(chosen, IsEmpty());
+}
+
+TEST_F(LinuxFolderChooserTest, OpensNothingOnceTheWindowIsGone)
+{
+    const FakeService service(bus, portalName, portal(4));
+    choose();
+    window->close();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !service.calls(QStringLiteral("Get")).empty(); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<QDialog*>() == nullptr; }));
+    EXPECT_THAT(service.calls(openFile), IsEmpty());
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+} // namespace
+} // namespace morlaine

@@ -1,0 +1,347 @@
+#include "UI/Views/State/MainViewModel.h"
+
+#include "Support/Gate.h"
+#include "Support/ModelFixture.h"
+#include "Support/TreeText.h"
+
+#include <QCoreApplication>
+#include <QTest>
+#include <QTimer>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <random>
+#include <sstream>
+
+namespace morlaine {
+namespace {
+
+using test::Gate;
+using test::ModelFixture;
+using test::nameOf;
+using test::nodeNamed;
+using test::treeFromText;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr std::string_view nestedFolders = "root/\n  A/\n    B/\n      C/\n      f 1\n  D/";
+constexpr int longEnough = 30'000; // milliseconds
+
+/// "A B > B" for the zoom path A, B and the selection B, with < and > for where one can go.
+std::string viewOf(const MainViewModel& model)
+{
+    std::string text;
+    for (const FileNode& node : model.zoomStack()) {
+        text += std::string(node.name()) + ' ';
+    }
+    return text + "selected " + nameOf(model.selectedNode()) + (model.canGoBack() ? " <" : "") +
+           (model.canGoForward() ? " >" : "");
+}
+
+void navigate(MainViewModel& model, const FileNode& root, const std::string& operation)
+{
+    if (operation == "out") {
+        model.zoomOut();
+    } else if (operation == "top") {
+        model.zoomToRoot();
+    } else if (operation == "back") {
+        model.navigateBack();
+    } else if (operation == "forward") {
+        model.navigateForward();
+    } else {
+        model.zoomIn(nodeNamed(root, operation));
+    }
+}
+
+TEST(MainViewModelNavigation, MovesAlongTheZoomPathAndItsHistory)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "selected root"},
+        {"f", "selected root"},
+        {"A B", "A B selected B <"},
+        {"A B back", "A selected A < >"},
+        {"A B back forward", "A B selected B <"},
+        {"A back", "selected root >"},
+        {"A back forward", "A selected A <"},
+        {"A out", "selected root <"},
+        {"A out back", "selected A < >"},
+        {"A out back forward", "selected root <"},
+        {"A B out out", "selected root <"},
+        {"A B top", "selected root <"},
+        {"A B top back", "selected A < >"},
+        {"A B back D", "A D selected D <"},
+        {"A B back top forward", "B selected B <"},
+        {"A B C back back", "A selected A < >"},
+        {"A A", "A A selected A <"},
+        {"A A back", "A selected A < >"},
+        {"A root back", "A selected A < >"},
+        {"back", "selected root"},
+        {"forward", "selected root"},
+        {"out", "selected root"},
+    };
+    ModelFixture fixture;
+    for (const auto& [operationNames, view] : cases) {
+        fixture.show(nestedFolders);
+        const FileNode root = *fixture.model->currentRootNode();
+        std::istringstream operations(operationNames);
+        for (std::string operation; operations >> operation;) {
+            navigate(*fixture.model, root, operation);
+        }
+        EXPECT_EQ(viewOf(*fixture.model), view) << operationNames;
+    }
+}
+
+/// Navigation said as literally as possible, on names.
+struct PlainNavigation {
+    std::vector<std::string> zoom;
+    std::vector<std::string> backward;
+    std::vector<std::string> forward;
+    std::string selected = "root";
+
+    [[nodiscard]] std::string active() const { return zoom.empty() ? "root" : zoom.back(); }
+
+    void perform(const std::string& operation)
+    {
+        const auto take = [](std::vector<std::string>& stack) {
+            std::string last = stack.back();
+            stack.pop_back();
+            return last;
+        };
+        if (operation == "out") {
+            if (!zoom.empty()) {
+                backward.push_back(take(zoom));
+                selected = active();
+            }
+        } else if (operation == "top") {
+            zoom.clear();
+            selected = "root";
+        } else if (operation == "back") {
+            if (!backward.empty()) {
+                const std::string previous = take(backward);
+                forward.push_back(active());
+                const auto found = std::find(zoom.begin(), zoom.end(), previous);
+                zoom = found == zoom.end() ? std::vector<std::string>() : std::vector(zoom.begin(), found + 1);
+                selected = previous;
+            }
+        } else if (operation == "forward") {
+            if (!forward.empty()) {
+                const std::string next = take(forward);
+                backward.push_back(active());
+                if (next == "root") {
+                    zoom.clear();
+                } else {
+                    zoom.push_back(next);
+                }
+                selected = next;
+            }
+        } else if (operation != "f") {
+            backward.push_back(active());
+            forward.clear();
+            zoom.push_back(operation);
+            selected = operation;
+        }
+    }
+
+    [[nodiscard]] std::string view() const
+    {
+        std::string text;
+        for (const std::string& name : zoom) {
+            text += name + ' ';
+        }
+        return text + "selected " + selected + (backward.empty() ? "" : " <") + (forward.empty() ? "" : " >");
+    }
+};
+
+TEST(MainViewModelNavigation, AgreesWithThePlainRules)
+{
+    const std::vector<std::string> operations{"A",   "B",    "C",    "D",       "f",       "root",
+                                              "out", "back", "back", "forward", "forward", "top"};
+    ModelFixture fixture;
+    std::mt19937 random(7);
+    for (int walk = 0; walk < 40; ++walk) {
+        fixture.show(nestedFolders);
+        const FileNode root = *fixture.model->currentRootNode();
+        PlainNavigation plain;
+        std::string trace;
+        for (int step = 0; step < 60; ++step) {
+            const std::string& operation = operations[random() % operations.size()];
+            trace += operation + ' ';
+            navigate(*fixture.model, root, operation);
+            plain.perform(operation);
+            ASSERT_EQ(viewOf(*fixture.model), plain.view()) << trace;
+        }
+    }
+}
+
+class MainViewModelTest : public testing::Test, protected ModelFixture {
+protected:
+    MainViewModelTest()
+    {
+        for (const std::string root : {"/r", "/s"}) {
+            fileSystem->addFile(root + "/a.png", 3);
+            fileSystem->addFile(root + "/sub/b", 4);
+        }
+    }
+
+    static FileUrl url(const char* path) { return FileUrl::fromPath(path); }
+};
+
+TEST_F(MainViewModelTest, ShowsAndSavesAFinishedScan)
+{
+    show(nestedFolders);
+    model->zoomIn(nodeNamed(*model->currentRootNode(), "A"));
+    model->setSearchText(QStringLiteral("b"));
+    model->setSelectedCategory(FileCategory::image);
+    model->scan(url("/r"));
+    EXPECT_EQ(viewOf(*model), "selected none") << "the session begins anew at once";
+    EXPECT_EQ(model->searchText(), QString());
+    EXPECT_TRUE(model->scanner().isScanning());
+    std::vector<std::string> changes;
+    QObject::connect(model.get(), &MainViewModel::objectWillChange, [&] {
+        if (!model->scanner().isScanning()) {
+            changes.push_back(nameOf(model->currentRootNode()) + ' ' + nameOf(model->selectedNode()) + ' ' +
+                              std::to_string(model->scanHistory().size()));
+        }
+    });
+    ASSERT_TRUE(waitForScan());
+    EXPECT_THAT(std::vector(changes.end() - 3, changes.end()), ElementsAre("none none 0", "r none 0", "r r 0"))
+        << "each is announced before it happens";
+    EXPECT_THAT(model->scanHistory(), SizeIs(1));
+    EXPECT_EQ(model->scanHistory()[0].totalSize, 7);
+    EXPECT_EQ(model->selectedCategory(), FileCategory::image) << "filters survive";
+    EXPECT_TRUE(model->searchResults().empty()) << "until an input is assigned again";
+    model->setMinSizeFilter(3);
+    ASSERT_EQ(model->searchResults().size(), 1U);
+    EXPECT_EQ(model->searchResults()[0].node().name(), "a.png");
+    EXPECT_TRUE(model->highlightIDs().contains(model->searchResults()[0].id()));
+}
+
+TEST_F(MainViewModelTest, KeepsAnEmptySessionAfterACancelledScan)
+{
+    Gate gate;
+    fileSystem->onListing = [&gate](const std::string&) { gate.pass(); };
+    model->scan(url("/r"));
+    gate.waitForArrival();
+    model->cancelScan();
+    EXPECT_FALSE(model->scanner().isScanning());
+    gate.open();
+    ASSERT_TRUE(waitForScan());
+    EXPECT_EQ(model->scanner().errorMessage(), QStringLiteral("Scan cancelled by user."));
+    bool hasWatcherLooked = false; // it was started earlier, and for a shorter time
+    QTimer::singleShot(700, [&] { hasWatcherLooked = true; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return hasWatcherLooked; }));
+    EXPECT_EQ(viewOf(*model), "selected none");
+    EXPECT_THAT(model->scanHistory(), IsEmpty());
+}
+
+TEST_F(MainViewModelTest, SavesTwiceWhenTwoWatchersSeeOneResult)
+{
+    model->scan(url("/r"));
+    model->cancelScan();
+    model->scan(url("/s"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return model->scanHistory().size() == 2; }, longEnough));
+    EXPECT_EQ(nameOf(model->currentRootNode()), "s");
+}
+
+TEST_F(MainViewModelTest, SavesAReopenedTreeThatAnOlderWatcherComesUpon)
+{
+    const auto gate = std::make_shared<Gate>(); // a walk that ends before it is cancelled brings its own tree
+    fileSystem->onListing = [gate](const std::string&) { gate->pass(); };
+    model->scan(url("/r"));
+    gate->waitForArrival();
+    show(nestedFolders);
+    EXPECT_THAT(model->scanHistory(), IsEmpty());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return model->scanHistory().size() == 1; }, longEnough));
+    EXPECT_EQ(viewOf(*model), "selected root");
+    gate->open();
+}
+
+TEST_F(MainViewModelTest, ReopensAnEarlierScan)
+{
+    const FileNode tree = treeFromText("earlier/\n  x.png 5\n  sub/\n    y 2");
+    model->setSelectedCategory(FileCategory::image);
+    show(tree);
+    EXPECT_EQ(model->currentRootNode(), tree);
+    EXPECT_EQ(viewOf(*model), "selected earlier");
+    EXPECT_EQ(model->scanner().scannedFilesCount(), 2);
+    EXPECT_EQ(model->scanner().scannedDirsCount(), 2);
+    EXPECT_EQ(model->scanner().totalSize(), 7);
+    EXPECT_EQ(model->scanner().scanResult(), tree);
+    EXPECT_TRUE(model->searchResults().empty());
+    EXPECT_THAT(model->scanHistory(), IsEmpty()) << "nothing is saved again";
+    model->setSelectedCategory(FileCategory::image);
+    EXPECT_EQ(model->searchResults().size(), 1U);
+    model->setSelectedCategory(std::nullopt);
+    EXPECT_TRUE(model->searchResults().empty()) << "no input, no search";
+    model->setSearchText(QStringLiteral(" "));
+    EXPECT_EQ(model->searchResults().size(), 4U) << "a space is an input that every node passes";
+    model->setSearchText(QString());
+    EXPECT_TRUE(model->highlightIDs().empty());
+}
+
+TEST_F(MainViewModelTest, DropsAnEntryWhoseTreeIsGone)
+{
+    const HistoricalScan kept = store->saveScan(treeFromText("kept/"), 0, 1);
+    const HistoricalScan lost = store->saveScan(treeFromText("lost/"), 0, 1);
+    const std::filesystem::path file =
+        folder.path() / "share/com.morlaine.Morlaine/Scans" / (lost.id.toString() + ".json");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::remove(file); }, longEnough));
+    show(nestedFolders);
+    model->loadHistory();
+    model->scan(url("/r"));
+    model->loadHistoricalScan(model->scanHistory()[0]);
+    EXPECT_FALSE(model->scanner().isScanning());
+    EXPECT_EQ(viewOf(*model), "selected none");
+    EXPECT_THAT(model->scanHistory(), ElementsAre(kept));
+    EXPECT_EQ(model->scanner().errorMessage(), QStringLiteral("Failed to load historical scan tree cache."));
+    model->setSearchText(QStringLiteral("r"));
+    EXPECT_TRUE(model->searchResults().empty()) << "the scan had dropped the index of the tree before";
+    show(nestedFolders);
+    model->loadHistoricalScan(lost);
+    model->setSearchText(QStringLiteral("r"));
+    EXPECT_FALSE(model->searchResults().empty()) << "reopening leaves it until another takes its place";
+    model->deleteHistoryItem(kept.id);
+    EXPECT_THAT(model->scanHistory(), IsEmpty());
+}
+
+TEST_F(MainViewModelTest, GoesWhateverIsStillUnderWay)
+{
+    Gate gate;
+    fileSystem->onListing = [&gate](const std::string&) { gate.pass(); };
+    model->scan(url("/r")); // a walk and a watcher
+    gate.waitForArrival();
+    restart();
+    gate.open();
+    fileSystem->onListing = nullptr;
+    model->scan(url("/s"));
+    ASSERT_TRUE(waitForScan()); // a tree is being written
+    model.reset();
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return store->loadScanTree(store->loadHistory()[0].id).has_value(); }, longEnough));
+}
+
+TEST_F(MainViewModelTest, ListsVolumesWithASize)
+{
+    volumes->list = {{url("/"), "System", 1000, 250},
+                     {url("/media/stick"), "", 10, std::nullopt},
+                     {url("/media/unknown"), "a", std::nullopt, 1},
+                     {url("/media/empty"), "b", 0, 0}};
+    restart();
+    ASSERT_THAT(model->volumes(), SizeIs(2));
+    EXPECT_EQ(model->volumes()[0].percentUsed(), 0.75);
+    EXPECT_EQ(model->volumes()[1].name, "stick");
+    EXPECT_EQ(model->volumes()[1].percentUsed(), 1.0);
+    volumes->list.clear();
+    model->loadVolumes();
+    ASSERT_THAT(model->volumes(), SizeIs(1));
+    const VolumeInfo& placeholder = model->volumes()[0];
+    EXPECT_EQ(placeholder.name, "Macintosh HD");
+    EXPECT_EQ(placeholder.formattedFreeSize() + placeholder.formattedTotalSize(), "274.88 GB549.76 GB");
+    EXPECT_EQ((VolumeInfo{{}, url("/"), "", 0, 5}.percentUsed()), 0.0);
+}
+
+} // namespace
+} // namespace morlaine

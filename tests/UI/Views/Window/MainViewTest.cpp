@@ -1,0 +1,161 @@
+#include "UI/Views/Window/MainView.h"
+
+#include "Support/Gate.h"
+#include "Support/ModelFixture.h"
+#include "Support/Widgets.h"
+#include "UI/Views/Treemap/TreemapCanvas.h"
+#include "UI/Views/Window/AnalysisView.h"
+#include "UI/Views/Window/OnboardingView.h"
+#include "UI/Views/Window/SideColumn.h"
+
+#include <QAccessible>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+namespace morlaine {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Counts how often it is asked.
+class FakeFolderChooser final : public FolderChooser {
+public:
+    explicit FakeFolderChooser(int& count) : m_count(count) {}
+    void choose(QWidget&, const Texts&, std::function<void(const FileUrl&)>) override { ++m_count; }
+
+private:
+    int& m_count;
+};
+
+class MainViewTest : public testing::Test, protected test::ModelFixture {
+protected:
+    MainViewTest()
+    {
+        model.reset(); // the window makes its own
+        fileSystem->addFile("/r/sub/b", 4);
+        window =
+            std::make_unique<MainView>(MainViewModel::Environment{fileSystem, volumes, userFolders, workspace, *store},
+                                       std::make_unique<FakeFolderChooser>(choices));
+        window->show();
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    [[nodiscard]] MainViewModel& state() { return window->viewModel(); }
+
+    /// Scans with the model's own operation and waits until the window shows the tree.
+    void showTree()
+    {
+        state().scan(FileUrl::fromPath("/r"));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return window->findChild<AnalysisView*>() != nullptr; }, 30'000));
+    }
+
+    [[nodiscard]] QAbstractButton* button(const char* name) const { return test::buttonIn(*window, name); }
+
+    void press(int key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(target(), Qt::Key(key), modifiers); }
+    [[nodiscard]] QWidget* target() const
+    {
+        return window->focusWidget() != nullptr ? window->focusWidget() : window.get();
+    }
+
+    int choices = 0;
+    std::unique_ptr<MainView> window;
+};
+
+TEST_F(MainViewTest, NeverShrinksBelowItsContent)
+{
+    window->resize(100, 100);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window->centralWidget()->size() == QSize(960, 640); }));
+    press(Qt::Key_S, Qt::ControlModifier);
+    press(Qt::Key_I, Qt::ControlModifier | Qt::AltModifier);
+    const auto columns = window->findChildren<SideColumn*>();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::ranges::all_of(columns, &SideColumn::isHidden); }));
+    window->resize(100, 100);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window->centralWidget()->size() == QSize(960, 640); }));
+}
+
+TEST_F(MainViewTest, OffersToCancelWhileItScans)
+{
+    test::Gate gate;
+    fileSystem->onListing = [&gate](const std::string&) { gate.pass(); };
+    state().scan(FileUrl::fromPath("/r"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return button("Cancel")->isVisible(); }));
+    EXPECT_FALSE(button("Scan Folder...")->isVisible());
+    press(Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(choices, 0) << "the shortcut goes with its button";
+    QTest::mouseClick(button("Cancel"), Qt::LeftButton);
+    EXPECT_FALSE(state().scanner().isScanning());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return button("Scan Folder...")->isVisible(); }));
+    state().scan(FileUrl::fromPath("/r"));
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(state().scanner().isScanning());
+    gate.open();
+}
+
+TEST_F(MainViewTest, LeavesTheZoomedFolderWithEscape)
+{
+    showTree();
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(state().canGoBack()) << "nothing to leave";
+    state().zoomIn(test::nodeNamed(*state().currentRootNode(), "sub"));
+    press(Qt::Key_Escape);
+    EXPECT_THAT(state().zoomStack(), IsEmpty());
+}
+
+TEST_F(MainViewTest, OpensTheSelectionWithSpaceUnlessSpaceMeansSomethingElse)
+{
+    press(Qt::Key_Space);
+    EXPECT_THAT(workspace->calls, IsEmpty()) << "nothing is selected";
+    showTree();
+    window->setFocus();
+    press(Qt::Key_Space);
+    EXPECT_THAT(workspace->calls, ElementsAre("open /r"));
+
+    auto* field = new QLineEdit(window->centralWidget());
+    auto* pushed = new QPushButton(window->centralWidget());
+    int presses = 0;
+    QObject::connect(pushed, &QPushButton::clicked, [&presses] { ++presses; });
+    field->show();
+    pushed->show();
+    field->setFocus();
+    press(Qt::Key_Space);
+    EXPECT_EQ(field->text(), QStringLiteral(" "));
+    pushed->setFocus();
+    press(Qt::Key_Space);
+    EXPECT_EQ(presses, 1);
+    EXPECT_EQ(workspace->calls.size(), 1U);
+}
+
+TEST_F(MainViewTest, PassesTheFocusFromLeftToRight)
+{
+    showTree();
+    window->setFocus();
+    std::vector<std::string> stops;
+    for (int step = 0; step < 13; ++step) {
+        press(Qt::Key_Tab);
+        stops.push_back(QAccessible::queryAccessibleInterface(target())->text(QAccessible::Name).toStdString());
+    }
+    EXPECT_THAT(stops, ElementsAre("Disks Sidebar", "Scan Folder...", "Inspector", "Macintosh HD", "Home",
+                                   "Recent Scans", "Treemap", "Search file or folder name...", "All Categories",
+                                   "Any Size", "Full Path", "Reveal in Finder", "Open File"));
+}
+
+TEST_F(MainViewTest, TakesTheFocusFromWhatGoes)
+{
+    showTree();
+    window->findChild<TreemapCanvas*>()->setFocus();
+    state().scan(FileUrl::fromPath("/r"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->findChild<OnboardingView*>()->isVisible(); }));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return state().currentRootNode().has_value(); }, 30'000));
+    press(Qt::Key_Space);
+    EXPECT_THAT(workspace->calls, ElementsAre("open /r"));
+    EXPECT_TRUE(window->isSidebarVisible()) << "the space bar is not a button's";
+}
+
+} // namespace
+} // namespace morlaine

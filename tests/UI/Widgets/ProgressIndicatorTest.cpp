@@ -1,0 +1,39 @@
+#include "UI/Widgets/ProgressIndicator.h"
+
+#include <QAccessible>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+namespace morlaine {
+namespace {
+
+TEST(ProgressIndicator, TurnsWhileItCanBeSeen)
+{
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* indicator = new ProgressIndicator(ProgressIndicator::Size::regular, QStringLiteral("Scanning"));
+    layout->addWidget(indicator);
+    EXPECT_FALSE(indicator->isAnimating());
+
+    window.show();
+    EXPECT_TRUE(indicator->isAnimating());
+    const QImage first = indicator->grab().toImage();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return indicator->grab().toImage() != first; }));
+
+    window.hide();
+    EXPECT_FALSE(indicator->isAnimating());
+}
+
+TEST(ProgressIndicator, IsABusyProgressBarWithAName)
+{
+    ProgressIndicator indicator(ProgressIndicator::Size::small, QStringLiteral("Scanning"));
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&indicator);
+    ASSERT_TRUE(interface);
+    EXPECT_EQ(interface->role(), QAccessible::ProgressBar);
+    EXPECT_EQ(interface->text(QAccessible::Name), QStringLiteral("Scanning"));
+}
+
+} // namespace
+} // namespace morlaine
