@@ -14,7 +14,8 @@
 namespace morlaine {
 
 /// What the file system tells of one item without opening it or following it. A value that the system does not
-/// give is absent; a flag that it does not give is false.
+/// give is absent; a flag that it does not give is false. An entry of a folder whose allocation is said to be larger
+/// than the whole volume has neither allocated sizes nor a file size: a file system that lies about one lies about all.
 struct ResourceValues {
     std::optional<std::int64_t> fileSize;           // bytes of content; absent for a folder
     std::optional<std::int64_t> totalAllocatedSize; // bytes on the volume, all that belongs to the item

@@ -10,10 +10,11 @@ namespace morlaine::test {
 /// Something mounted over a folder or file for as long as this lives, where this user may mount.
 class Mount {
 public:
-    Mount(const char* source, std::filesystem::path target, const char* type, unsigned long flags)
+    Mount(const char* source, std::filesystem::path target, const char* type, unsigned long flags,
+          const char* options = nullptr)
         : m_target(std::move(target))
     {
-        m_isMounted = ::mount(source, m_target.c_str(), type, flags, nullptr) == 0;
+        m_isMounted = ::mount(source, m_target.c_str(), type, flags, options) == 0;
     }
     ~Mount()
     {

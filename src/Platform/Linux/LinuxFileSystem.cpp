@@ -24,7 +24,7 @@ std::optional<ResourceValues> LinuxFileSystem::resourceValues(const FileUrl& url
 {
     const std::string path = url.path();
     const std::optional<PathStart> start = startOfPath(path);
-    return start ? measure(start->anchor(), std::string(start->rest).c_str(), std::nullopt) : std::nullopt;
+    return start ? measure(start->anchor(), std::string(start->rest).c_str(), {}) : std::nullopt;
 }
 
 std::optional<std::uint64_t> LinuxFileSystem::volumeIdentifier(const FileUrl& url) const

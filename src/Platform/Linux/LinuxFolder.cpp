@@ -1,7 +1,5 @@
 #include "Platform/Linux/LinuxFolder.h"
 
-#include "Platform/Linux/Measure.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -90,8 +88,8 @@ bool LinuxFolder::open()
         if (!descriptor.isOpen() || !isSameAsBefore) {
             return false;
         }
-        if (folder.m_parent == nullptr) {
-            m_state->volume = volumeOf(descriptor.get());
+        if (folder.m_parent == nullptr && !folder.m_identity) {
+            m_state->volume = walkedVolume(descriptor.get());
         }
         folder.keep(std::move(descriptor));
     }

@@ -2,6 +2,7 @@
 
 #include "Platform/FileSystem.h"
 #include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Measure.h"
 
 #include <cstdint>
 #include <deque>
@@ -20,8 +21,8 @@ class LinuxFolder;
 struct WalkState {
     std::deque<LinuxFolder*> openFolders; // those nearest to where the walk is, outermost first
     std::vector<char> listingBuffer;
-    bool hasOpenat2 = true;              // until the kernel, or a filter of system calls, says otherwise
-    std::optional<std::uint64_t> volume; // of the folder at which the walk began
+    bool hasOpenat2 = true; // until the kernel, or a filter of system calls, says otherwise
+    WalkedVolume volume;    // of the folder at which the walk began
 };
 
 /// A folder of a walk. It is opened when it is first needed, relative to the one above it, unless something has been

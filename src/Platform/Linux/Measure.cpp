@@ -7,8 +7,10 @@
 #include <string>
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <sys/vfs.h>
 
 namespace morlaine {
 
@@ -42,10 +44,15 @@ bool holdsBundleInformation(int folder, const char* name)
 }
 
 /// What a file system claims may be more than a size can hold.
+std::uint64_t product(std::uint64_t count, std::uint64_t unit, std::uint64_t most)
+{
+    return unit != 0 && count > most / unit ? most : count * unit;
+}
+
 std::int64_t saturatedProduct(std::uint64_t count, std::uint64_t unit)
 {
     constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-    return static_cast<std::int64_t>(count > most / unit ? most : count * unit);
+    return static_cast<std::int64_t>(product(count, unit, most));
 }
 
 std::uint64_t deviceOf(const struct statx& status)
@@ -63,7 +70,7 @@ bool isOnOtherDeviceThanParent(int folder, const char* name, const struct statx&
 
 } // namespace
 
-std::optional<ResourceValues> measure(int folder, const char* name, std::optional<std::uint64_t> volume)
+std::optional<ResourceValues> measure(int folder, const char* name, const WalkedVolume& volume)
 {
     struct statx status;
     if (::statx(folder, name, statxFlags, statxMask, &status) != 0) {
@@ -75,14 +82,16 @@ std::optional<ResourceValues> measure(int folder, const char* name, std::optiona
     ResourceValues values;
     values.isDirectory = isDirectory;
     values.isSymbolicLink = S_ISLNK(status.stx_mode);
-    if (!isDirectory && (status.stx_mask & STATX_SIZE) != 0) {
+    const bool knowsBlocks = (status.stx_mask & STATX_BLOCKS) != 0;
+    const bool isPossible = !knowsBlocks || status.stx_blocks <= volume.capacity / blockSize;
+    if (!isDirectory && isPossible && (status.stx_mask & STATX_SIZE) != 0) {
         values.fileSize = saturatedProduct(status.stx_size, 1);
     }
-    if ((status.stx_mask & STATX_BLOCKS) != 0) {
+    if (knowsBlocks && isPossible) {
         values.allocatedSize = saturatedProduct(status.stx_blocks, blockSize);
         values.totalAllocatedSize = values.allocatedSize;
     }
-    values.volumeIdentifier = isDirectory || !volume ? deviceOf(status) : *volume;
+    values.volumeIdentifier = isDirectory || !volume.identifier ? deviceOf(status) : *volume.identifier;
     values.isVolume = knowsMounts ? (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0
                                   : isDirectory && isOnOtherDeviceThanParent(folder, name, status);
     values.isPackage =
@@ -97,6 +106,16 @@ std::optional<std::uint64_t> volumeOf(int descriptor)
         return std::nullopt;
     }
     return deviceOf(status);
+}
+
+WalkedVolume walkedVolume(int descriptor)
+{
+    WalkedVolume volume{volumeOf(descriptor)};
+    struct statfs status;
+    if (::fstatfs(descriptor, &status) == 0 && status.f_type != OVERLAYFS_SUPER_MAGIC && status.f_blocks != 0) {
+        volume.capacity = product(status.f_blocks, static_cast<std::uint64_t>(status.f_frsize), volume.capacity);
+    }
+    return volume;
 }
 
 int PathStart::anchor() const noexcept
