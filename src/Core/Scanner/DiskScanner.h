@@ -2,7 +2,7 @@
 
 #include "Core/Models/FileNode.h"
 #include "Platform/FileSystem.h"
-#include "Utilities/MainThreadQueue.h"
+#include "Platform/MainThreadQueue.h"
 #include "Utilities/ObservableObject.h"
 
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Utilities/MainThreadQueue.h"
+#include "Platform/MainThreadQueue.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -1,4 +1,4 @@
-#include "Utilities/MainThreadQueue.h"
+#include "Platform/MainThreadQueue.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

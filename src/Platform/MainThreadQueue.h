@@ -11,7 +11,7 @@ namespace morlaine {
 /// of posting. Belongs to an object of that thread as a member: once the queue is gone,
 /// nothing that was or will be posted runs.
 ///
-/// The posting side touches nothing of the toolkit and nothing of the owner, so that a thread may go on posting while
+/// The posting side touches nothing of Qt and nothing of the owner, so that a thread may go on posting while
 /// the owner is destroyed and while the program ends.
 class MainThreadQueue {
     struct Channel;
