@@ -1,3 +1,5 @@
+#include "Support/BackgroundListener.h"
+
 #include <QCoreApplication>
 #include <QStandardPaths>
 
@@ -8,5 +10,6 @@ int main(int argc, char* argv[])
     testing::InitGoogleMock(&argc, argv);
     QStandardPaths::setTestModeEnabled(true);
     const QCoreApplication application(argc, argv);
+    morlaine::test::waitForBackgroundAfterEachTest();
     return RUN_ALL_TESTS();
 }

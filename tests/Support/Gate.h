@@ -1,37 +1,46 @@
 #pragma once
 
 #include <condition_variable>
+#include <memory>
 #include <mutex>
+#include <string>
 
 namespace morlaine::test {
 
-/// Holds a walk at a place of the test's choice.
+/// Holds a walk at a place of the test's choice. A handle: hand copies to the walk, which may outlive the test's own.
 class Gate {
 public:
-    void open()
+    void open() const
     {
-        const std::lock_guard lock(m_mutex);
-        m_isOpen = true;
-        m_changed.notify_all();
+        const std::lock_guard lock(m_state->mutex);
+        m_state->isOpen = true;
+        m_state->changed.notify_all();
     }
-    void pass()
+    void pass() const
     {
-        std::unique_lock lock(m_mutex);
-        m_hasArrived = true;
-        m_changed.notify_all();
-        m_changed.wait(lock, [this] { return m_isOpen; });
+        std::unique_lock lock(m_state->mutex);
+        m_state->hasArrived = true;
+        m_state->changed.notify_all();
+        m_state->changed.wait(lock, [this] { return m_state->isOpen; });
     }
-    void waitForArrival()
+    void waitForArrival() const
     {
-        std::unique_lock lock(m_mutex);
-        m_changed.wait(lock, [this] { return m_hasArrived; });
+        std::unique_lock lock(m_state->mutex);
+        m_state->changed.wait(lock, [this] { return m_state->hasArrived; });
     }
 
+    /// For a file system's `onListing`: holds every listing.
+    void operator()(const std::string& /*path*/) const { pass(); }
+
 private:
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    bool m_isOpen = false;
-    bool m_hasArrived = false;
+    struct State {
+        std::mutex mutex;
+        std::condition_variable changed;
+        bool isOpen = false;
+        bool hasArrived = false;
+    };
+
+    std::shared_ptr<State> m_state = std::make_shared<State>();
 };
 
 } // namespace morlaine::test

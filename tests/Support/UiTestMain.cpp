@@ -1,3 +1,5 @@
+#include "Support/BackgroundListener.h"
+
 #include <QApplication>
 #include <QStandardPaths>
 
@@ -9,5 +11,6 @@ int main(int argc, char* argv[])
     testing::InitGoogleMock(&argc, argv);
     QStandardPaths::setTestModeEnabled(true);
     const QApplication application(argc, argv);
+    morlaine::test::waitForBackgroundAfterEachTest();
     return RUN_ALL_TESTS();
 }

@@ -1,7 +1,7 @@
 #include "Core/Scanner/DiskScanner.h"
 
 #include "Core/Scanner/DiskWalk.h"
-#include "Platform/BackgroundWork.h"
+#include "Platform/Background.h"
 #include "Utilities/Utf8.h"
 
 #include <QTimer>
@@ -9,10 +9,7 @@
 #include <exception>
 #include <new>
 #include <system_error>
-#include <thread>
 #include <utility>
-
-#include <pthread.h>
 
 namespace morlaine {
 
@@ -153,12 +150,10 @@ void DiskScanner::updateElapsedTime()
 void DiskScanner::startWalk(const FileUrl& url)
 {
     m_scanTask.emplace();
-    try {
-        std::thread thread(Walker(*this, url, m_scanTask->get_token()));
-        ::pthread_setname_np(thread.native_handle(), "scan");
-        thread.detach();
-    } catch (const std::system_error& error) {
-        m_mainThread.post([this, message = descriptionOf(error)] { fail(message); });
+    const std::error_code failure =
+        Background::start("scan", Background::Priority::userInitiated, Walker(*this, url, m_scanTask->get_token()));
+    if (failure) {
+        m_mainThread.post([this, message = QString::fromStdString(failure.message())] { fail(message); });
     }
 }
 

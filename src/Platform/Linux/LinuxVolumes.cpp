@@ -1,5 +1,6 @@
 #include "Platform/Linux/LinuxVolumes.h"
 
+#include "Platform/Background.h"
 #include "Platform/Linux/MountTable.h"
 #include "Utilities/Utf8.h"
 
@@ -10,7 +11,6 @@
 #include <iterator>
 #include <mutex>
 #include <system_error>
-#include <thread>
 
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -38,8 +38,8 @@ std::optional<dev_t> blockDevice(const char* path)
     return isBlockDevice ? std::optional(status.st_rdev) : std::nullopt;
 }
 
-/// Asks about several mounts and forgets those that do not answer in time. The threads are detached and hold what they
-/// touch, so that one which never returns keeps nobody waiting, not even the end of the program.
+/// Asks about several mounts and forgets those that do not answer in time. The background work holds what it touches,
+/// so that a call which never returns keeps nobody waiting.
 class CapacityRound {
 public:
     CapacityRound(std::shared_ptr<const MountQueries> queries, std::size_t count)
@@ -57,11 +57,12 @@ public:
 
     void askOnThread(std::size_t index, const std::string& mountPoint)
     {
-        try {
-            std::thread([queries = m_queries, answers = m_answers, index, mountPoint] {
-                answers->give(index, queries->capacity(mountPoint));
-            }).detach();
-        } catch (const std::system_error&) {
+        const std::error_code failure =
+            Background::start("capacity of " + mountPoint, Background::Priority::userInitiated,
+                              [queries = m_queries, answers = m_answers, index, mountPoint] {
+                                  answers->give(index, queries->capacity(mountPoint));
+                              });
+        if (failure) {
             m_answers->give(index, std::nullopt);
         }
     }

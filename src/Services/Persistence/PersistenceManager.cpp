@@ -1,7 +1,7 @@
 #include "Services/Persistence/PersistenceManager.h"
 
 #include "Core/Models/FileNodeJson.h"
-#include "Platform/BackgroundWork.h"
+#include "Platform/Background.h"
 #include "Platform/PrivateFiles.h"
 #include "Platform/StandardFolders.h"
 #include "Utilities/Utf8.h"
@@ -76,7 +76,7 @@ HistoricalScan PersistenceManager::saveScan(const FileNode& rootNode, std::int64
     std::vector<HistoricalScan> history = loadHistory();
     history.push_back(scan);
     saveHistory(history);
-    runInBackground([rootNode, url = treeUrl(scan.id)] {
+    runInBackground("save scan", [rootNode, url = treeUrl(scan.id)] {
         AtomicFile file(url);
         if (file.isOpen() && encodeFileNode(rootNode, file)) {
             (void)file.commit();

@@ -1,13 +1,15 @@
 #include "Core/Scanner/DiskScanner.h"
 
+#include "Platform/Background.h"
 #include "Support/FakeFileSystem.h"
 #include "Support/Gate.h"
+#include "Support/NoMoreThreads.h"
 #include "Support/TreeText.h"
 
 #include <QCoreApplication>
 #include <QTest>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <memory>
 #include <stdexcept>
@@ -39,9 +41,9 @@ protected:
         }
         m_fileSystem->onListing = [first = m_firstGate, second = m_secondGate](const std::string& path) {
             if (path == "/r/held") {
-                first->pass();
+                first.pass();
             } else if (path == "/s/held") {
-                second->pass();
+                second.pass();
             }
         };
         m_scanner = std::make_unique<DiskScanner>(m_fileSystem);
@@ -50,8 +52,8 @@ protected:
     }
     ~DiskScannerTest() override
     {
-        m_firstGate->open();
-        m_secondGate->open();
+        m_firstGate.open();
+        m_secondGate.open();
     }
 
     void start(const char* path) { m_scanner->startScan(FileUrl::fromPath(path)); }
@@ -60,6 +62,7 @@ protected:
     {
         return QTest::qWaitFor([&] { return state() == expected; });
     }
+    [[nodiscard]] static bool hasWalkEnded() { return Background::waitForAll(std::chrono::seconds(30)).empty(); }
     /// The states that were announced to be over, without repetitions.
     [[nodiscard]] std::vector<std::string> history() const
     {
@@ -72,9 +75,8 @@ protected:
         return distinct;
     }
 
-    // Shared with walks that may outlive the test.
-    std::shared_ptr<Gate> m_firstGate = std::make_shared<Gate>();
-    std::shared_ptr<Gate> m_secondGate = std::make_shared<Gate>();
+    const Gate m_firstGate;
+    const Gate m_secondGate;
     std::shared_ptr<FakeFileSystem> m_fileSystem = std::make_shared<FakeFileSystem>();
     std::unique_ptr<DiskScanner> m_scanner;
     std::vector<std::string> m_states;
@@ -82,7 +84,7 @@ protected:
 
 TEST_F(DiskScannerTest, PublishesTheResultBeforeItStops)
 {
-    m_firstGate->open();
+    m_firstGate.open();
     start("/r");
     EXPECT_EQ(state(), "scanning");
     EXPECT_EQ(m_scanner->currentPath(), QStringLiteral("/r"));
@@ -99,7 +101,7 @@ TEST_F(DiskScannerTest, ReportsProgressWhileItScans)
         if (path == "/r/held/slow") {
             std::this_thread::sleep_for(std::chrono::milliseconds(120));
         } else if (path == "/r/last\xFF") {
-            gate->pass();
+            gate.pass();
         }
     };
     start("/r");
@@ -108,7 +110,7 @@ TEST_F(DiskScannerTest, ReportsProgressWhileItScans)
     EXPECT_EQ(m_scanner->scannedFilesCount(), 2);
     EXPECT_EQ(m_scanner->scannedDirsCount(), 4);
     EXPECT_EQ(m_scanner->totalSize(), 7);
-    m_firstGate->open();
+    m_firstGate.open();
     ASSERT_TRUE(waitForState("idle result:r"));
     start("/s");
     EXPECT_EQ(m_scanner->scannedFilesCount() + m_scanner->scannedDirsCount() + m_scanner->totalSize(), 0);
@@ -120,14 +122,14 @@ TEST_F(DiskScannerTest, ReportsProgressWhileItScans)
 TEST_F(DiskScannerTest, StopsAtOnceWhenCancelledAndSaysSoLater)
 {
     start("/r");
-    m_firstGate->waitForArrival();
+    m_firstGate.waitForArrival();
     m_scanner->cancelScan();
     EXPECT_EQ(state(), "idle") << "neither a result nor a message yet";
     const double elapsed = m_scanner->elapsedTime();
     QTest::qWait(150);
     EXPECT_EQ(state(), "idle");
     EXPECT_EQ(m_scanner->elapsedTime(), elapsed) << "the clock has stopped";
-    m_firstGate->open();
+    m_firstGate.open();
     ASSERT_TRUE(waitForState("idle error:Scan cancelled by user."));
     EXPECT_EQ(history(), (std::vector<std::string>{"idle", "scanning", "idle"}));
     m_scanner->cancelScan();
@@ -137,26 +139,22 @@ TEST_F(DiskScannerTest, StopsAtOnceWhenCancelledAndSaysSoLater)
 TEST_F(DiskScannerTest, LetsAnEarlierScanEndTheProgressOfTheNewest)
 {
     start("/r");
-    m_firstGate->waitForArrival();
+    m_firstGate.waitForArrival();
     start("/s");
-    m_secondGate->waitForArrival();
+    m_secondGate.waitForArrival();
     EXPECT_EQ(state(), "scanning");
-    m_firstGate->open();
+    m_firstGate.open();
     ASSERT_TRUE(waitForState("idle error:Scan cancelled by user."));
-    m_secondGate->open();
+    m_secondGate.open();
     EXPECT_TRUE(waitForState("idle result:s error:Scan cancelled by user."))
         << "the newest scan still delivers its tree, and the message stays";
 }
 
 TEST_F(DiskScannerTest, PublishesAResultThatCancellingCameTooLateFor)
 {
-    m_firstGate->open();
+    m_firstGate.open();
     start("/r");
-    // Control does not return to the event loop before the walk is done and has let go of its file system.
-    for (int tries = 0; m_fileSystem.use_count() > 2; ++tries) {
-        ASSERT_LT(tries, 30'000);
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
+    ASSERT_TRUE(hasWalkEnded()); // while control does not return to the event loop
     m_scanner->cancelScan();
     EXPECT_EQ(state(), "idle");
     EXPECT_TRUE(QTest::qWaitFor([&] { return state() != "idle"; }));
@@ -181,13 +179,25 @@ TEST_F(DiskScannerTest, SaysWhyAScanFailed)
     EXPECT_TRUE(waitForState("idle error:There is not enough memory to scan this folder."));
 }
 
+TEST_F(DiskScannerTest, FailsInOrderWhereNoThreadIsLeft)
+{
+    {
+        const test::NoMoreThreads limit;
+        start("/r");
+    }
+    EXPECT_EQ(state(), "scanning");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_scanner->errorMessage().has_value(); }));
+    EXPECT_FALSE(m_scanner->isScanning());
+    EXPECT_THAT(m_fileSystem->listings(), testing::IsEmpty());
+}
+
 TEST_F(DiskScannerTest, MayBeDestroyedWhileItScans)
 {
     start("/r");
-    m_firstGate->waitForArrival();
+    m_firstGate.waitForArrival();
     m_scanner.reset();
-    m_firstGate->open();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return m_fileSystem.use_count() == 1; })) << "the walk ends by itself";
+    m_firstGate.open();
+    EXPECT_TRUE(hasWalkEnded()) << "by itself";
     QCoreApplication::processEvents();
     EXPECT_EQ(m_fileSystem->listings().back(), "/r/held");
 }
@@ -199,12 +209,12 @@ TEST(DiskScannerDeathTest, LetsTheProgramEndDuringAScan)
     EXPECT_EXIT(
         {
             auto fileSystem = std::make_shared<FakeFileSystem>();
-            auto gate = std::make_shared<Gate>();
+            const Gate gate;
             fileSystem->addFile("/r/a", 1);
-            fileSystem->onListing = [gate](const std::string&) { gate->pass(); };
+            fileSystem->onListing = gate;
             auto scanner = std::make_unique<DiskScanner>(fileSystem);
             scanner->startScan(FileUrl::fromPath("/r"));
-            gate->waitForArrival();
+            gate.waitForArrival();
             scanner.reset();
             std::exit(7);
         },

@@ -1,9 +1,10 @@
 #include "Platform/Desktop/Linux/SessionBus.h"
 
+#include "Platform/Background.h"
+
 #include <QDBusPendingCallWatcher>
 
 #include <system_error>
-#include <thread>
 
 namespace morlaine {
 
@@ -13,11 +14,11 @@ SessionBus::SessionBus(Connect connect) : m_connect(std::move(connect))
 
 void SessionBus::connect(std::function<void(const QDBusConnection&)> use)
 {
-    try {
-        std::thread([connect = m_connect, poster = m_queue.poster(), use] {
+    const std::error_code failure = Background::start(
+        "session bus", Background::Priority::userInitiated, [connect = m_connect, poster = m_queue.poster(), use] {
             poster.post([use, connection = connect()] { use(connection); });
-        }).detach();
-    } catch (const std::system_error&) {
+        });
+    if (failure) {
         m_queue.post([use = std::move(use)] { use(QDBusConnection(QString())); });
     }
 }

@@ -1,6 +1,6 @@
 #include "UI/Views/Search/SearchResultsModel.h"
 
-#include "Platform/BackgroundWork.h"
+#include "Platform/Background.h"
 #include "UI/Views/Search/SearchFilterContent.h"
 #include "UI/Widgets/PlainToolTip.h"
 

@@ -1,6 +1,6 @@
 #include "UI/Views/State/MainViewModel.h"
 
-#include "Platform/BackgroundWork.h"
+#include "Platform/Background.h"
 #include "Utilities/Utf8.h"
 
 #include <QTimer>

@@ -1,6 +1,6 @@
 #include "UI/Views/Treemap/TreemapMenu.h"
 
-#include "Platform/BackgroundWork.h"
+#include "Platform/Background.h"
 #include "UI/Styles/TextStyles.h"
 #include "UI/Views/State/MainViewModel.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"

@@ -1,7 +1,7 @@
 #include "UI/Views/Treemap/TreemapView.h"
 
 #include "Core/Treemap/TreemapEngine.h"
-#include "Platform/BackgroundWork.h"
+#include "Platform/Background.h"
 #include "UI/Styles/Theme.h"
 #include "UI/Views/State/MainViewModel.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"

@@ -150,7 +150,7 @@ protected:
         fileSystem->addFile("/r/one/a", 3);
         fileSystem->addFile("/r/one/b", 4);
         fileSystem->addFile("/r/two/c", 5);
-        fileSystem->onListing = [this](const std::string& path) {
+        fileSystem->onListing = [first = first, second = second](const std::string& path) {
             if (path == "/r/one") {
                 first.pass();
             } else if (path == "/r/two") {
@@ -164,12 +164,10 @@ protected:
     {
         first.open();
         second.open();
-        model->cancelScan();
-        EXPECT_TRUE(waitForScan()) << "the walk uses the gates until its end";
     }
 
-    test::Gate first;
-    test::Gate second;
+    const test::Gate first;
+    const test::Gate second;
 };
 
 TEST_F(DetailViewScanTest, FollowsARunningScan)

@@ -63,7 +63,7 @@ protected:
 
     void scanUntilGate()
     {
-        fixture.fileSystem->onListing = [this](const std::string&) { gate.pass(); };
+        fixture.fileSystem->onListing = gate;
         fixture.model->scan(FileUrl::fromPath("/home/me"));
         EXPECT_TRUE(QTest::qWaitFor([&] { return !place(0).isEnabled(); }));
     }
@@ -86,7 +86,7 @@ protected:
     [[nodiscard]] std::vector<std::string> labels() const { return test::labelsIn(*view); }
     [[nodiscard]] std::string shown() const { return test::nameOf(fixture.model->currentRootNode()); }
 
-    Gate gate;
+    const Gate gate;
     ModelFixture fixture;
     std::unique_ptr<SidebarView> view;
 };

@@ -221,8 +221,8 @@ TEST_F(MainViewModelTest, ShowsAndSavesAFinishedScan)
 
 TEST_F(MainViewModelTest, KeepsAnEmptySessionAfterACancelledScan)
 {
-    Gate gate;
-    fileSystem->onListing = [&gate](const std::string&) { gate.pass(); };
+    const Gate gate;
+    fileSystem->onListing = gate;
     model->scan(url("/r"));
     gate.waitForArrival();
     model->cancelScan();
@@ -248,15 +248,15 @@ TEST_F(MainViewModelTest, SavesTwiceWhenTwoWatchersSeeOneResult)
 
 TEST_F(MainViewModelTest, SavesAReopenedTreeThatAnOlderWatcherComesUpon)
 {
-    const auto gate = std::make_shared<Gate>(); // a walk that ends before it is cancelled brings its own tree
-    fileSystem->onListing = [gate](const std::string&) { gate->pass(); };
+    const Gate gate; // a walk that ends before it is cancelled brings its own tree
+    fileSystem->onListing = gate;
     model->scan(url("/r"));
-    gate->waitForArrival();
+    gate.waitForArrival();
     show(nestedFolders);
     EXPECT_THAT(model->scanHistory(), IsEmpty());
     EXPECT_TRUE(QTest::qWaitFor([this] { return model->scanHistory().size() == 1; }, longEnough));
     EXPECT_EQ(viewOf(*model), "selected root");
-    gate->open();
+    gate.open();
 }
 
 TEST_F(MainViewModelTest, ReopensAnEarlierScan)
@@ -309,13 +309,12 @@ TEST_F(MainViewModelTest, DropsAnEntryWhoseTreeIsGone)
 
 TEST_F(MainViewModelTest, GoesWhateverIsStillUnderWay)
 {
-    Gate gate;
-    fileSystem->onListing = [&gate](const std::string&) { gate.pass(); };
+    const Gate gate;
+    fileSystem->onListing = gate;
     model->scan(url("/r")); // a walk and a watcher
     gate.waitForArrival();
     restart();
     gate.open();
-    fileSystem->onListing = nullptr;
     model->scan(url("/s"));
     ASSERT_TRUE(waitForScan()); // a tree is being written
     model.reset();

@@ -81,8 +81,8 @@ TEST_F(MainViewTest, NeverShrinksBelowItsContent)
 
 TEST_F(MainViewTest, OffersToCancelWhileItScans)
 {
-    test::Gate gate;
-    fileSystem->onListing = [&gate](const std::string&) { gate.pass(); };
+    const test::Gate gate;
+    fileSystem->onListing = gate;
     state().scan(FileUrl::fromPath("/r"));
     ASSERT_TRUE(QTest::qWaitFor([this] { return button("Cancel")->isVisible(); }));
     EXPECT_FALSE(button("Scan Folder...")->isVisible());

@@ -1,0 +1,117 @@
+#include "Platform/Background.h"
+
+#include <condition_variable>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <new>
+#include <thread>
+
+#include <pthread.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace morlaine {
+
+namespace {
+
+/// The names of the work that runs.
+class Registry {
+public:
+    /// Never destroyed, since threads outlive the static objects at the end of the program.
+    static Registry& shared()
+    {
+        static auto* const registry = new Registry;
+        return *registry;
+    }
+
+    [[nodiscard]] std::uint64_t add(const std::string& name)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_running.emplace(++m_lastId, name);
+        return m_lastId;
+    }
+
+    void remove(std::uint64_t id)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_running.erase(id);
+        m_changed.notify_all();
+    }
+
+    [[nodiscard]] std::vector<std::string> waitUntilEmpty(std::chrono::milliseconds bound)
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait_for(lock, bound, [this] { return m_running.empty(); });
+        std::vector<std::string> names;
+        for (const auto& [id, name] : std::exchange(m_running, {})) {
+            names.push_back(name);
+        }
+        return names;
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::map<std::uint64_t, std::string> m_running;
+    std::uint64_t m_lastId = 0;
+};
+
+void nameThisThread(const std::string& name)
+{
+    constexpr std::size_t longest = 15;
+    ::pthread_setname_np(::pthread_self(), name.substr(0, longest).c_str());
+}
+
+/// Both calls mean the calling thread, not the process.
+void yieldToEverythingElse()
+{
+    constexpr int lowest = 19;
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), lowest);
+    constexpr int ofProcess = 1;
+    constexpr int lowestOfBestEffort = 2 << 13 | 7; // the idle class would starve beside a scan
+    ::syscall(SYS_ioprio_set, ofProcess, 0, lowestOfBestEffort);
+}
+
+void run(const std::function<void()>& work) noexcept
+{
+    try {
+        work();
+    } catch (...) { // the work is over
+    }
+}
+
+} // namespace
+
+std::error_code Background::start(const std::string& name, Priority priority, std::function<void()> work)
+{
+    Registry& registry = Registry::shared();
+    std::uint64_t id = 0;
+    try {
+        id = registry.add(name);
+        std::thread([name, priority, work = std::move(work), id, &registry]() mutable {
+            nameThisThread(name);
+            if (priority == Priority::background) {
+                yieldToEverythingElse();
+            }
+            run(work);
+            work = nullptr; // before anybody is told that it has ended
+            registry.remove(id);
+        }).detach();
+    } catch (const std::system_error& error) {
+        registry.remove(id);
+        return error.code();
+    } catch (const std::bad_alloc&) {
+        registry.remove(id);
+        return std::make_error_code(std::errc::not_enough_memory);
+    }
+    return {};
+}
+
+std::vector<std::string> Background::waitForAll(std::chrono::milliseconds bound)
+{
+    return Registry::shared().waitUntilEmpty(bound);
+}
+
+} // namespace morlaine

@@ -1,0 +1,27 @@
+#include "Support/BackgroundListener.h"
+
+#include "Platform/Background.h"
+
+#include <gtest/gtest.h>
+
+namespace morlaine::test {
+
+namespace {
+
+class BackgroundListener final : public testing::EmptyTestEventListener {
+    void OnTestEnd(const testing::TestInfo& /*test*/) override
+    {
+        for (const std::string& name : Background::waitForAll(std::chrono::seconds(20))) {
+            ADD_FAILURE() << "left running in the background: " << name;
+        }
+    }
+};
+
+} // namespace
+
+void waitForBackgroundAfterEachTest()
+{
+    testing::UnitTest::GetInstance()->listeners().Append(new BackgroundListener); // which owns it from now on
+}
+
+} // namespace morlaine::test
