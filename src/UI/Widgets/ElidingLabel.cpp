@@ -13,28 +13,15 @@ namespace {
 
 constexpr char16_t ellipsis = u'\u2026';
 
-QString withoutControls(const QString& text)
-{
-    QString clean = text;
-    std::ranges::replace_if(
-        clean,
-        [](QChar c) {
-            return c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
-        },
-        QChar(QChar::ReplacementCharacter));
-    return clean;
-}
-
 } // namespace
 
 QStringList elidedLines(const QString& text, const QFont& font, int width, int maxLines)
 {
     const QFontMetrics metrics(font);
-    const QString clean = withoutControls(text);
     if (maxLines == 1) {
-        return {metrics.elidedText(clean, Qt::ElideMiddle, width)};
+        return {metrics.elidedText(text, Qt::ElideMiddle, width)};
     }
-    QTextLayout layout(clean, font);
+    QTextLayout layout(text, font);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
@@ -44,7 +31,7 @@ QStringList elidedLines(const QString& text, const QFont& font, int width, int m
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(width);
         const bool isLast = lines.size() == maxLines - 1;
-        const QString part = clean.mid(line.textStart(), isLast ? -1 : line.textLength());
+        const QString part = text.mid(line.textStart(), isLast ? -1 : line.textLength());
         lines.append(isLast ? metrics.elidedText(part, Qt::ElideMiddle, width) : part);
         if (isLast) {
             break;
@@ -67,7 +54,7 @@ ElidingLabel::ElidingLabel(TextStyle style, Theme::SystemColor color, int maxLin
 
 QSize ElidingLabel::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(withoutControls(text())) + 1, heightOf(1)};
+    return {fontMetrics().horizontalAdvance(text()) + 1, heightOf(1)};
 }
 
 QSize ElidingLabel::minimumSizeHint() const
@@ -83,7 +70,7 @@ int ElidingLabel::heightForWidth(int width) const
 bool ElidingLabel::isElided() const
 {
     const QStringList lines = elidedLines(text(), font(), width(), m_maxLines);
-    return lines.join(QString()) != withoutControls(text());
+    return lines.join(QString()) != text();
 }
 
 bool ElidingLabel::event(QEvent* event)

@@ -10,7 +10,7 @@ namespace morlaine {
 
 /// `text` in at most `maxLines` lines of `width` points. Lines break between words, or anywhere where a word is longer
 /// than a line; what does not fit is left out of the middle of the last line, so that the end, with its extension, is
-/// seen. Line breaks and other control characters in the text become U+FFFD.
+/// seen. `text` is one line, as shownText makes it.
 [[nodiscard]] QStringList elidedLines(const QString& text, const QFont& font, int width, int maxLines);
 
 /// A label for texts of any length, such as names and paths, in a text style and a system colour: it takes the width

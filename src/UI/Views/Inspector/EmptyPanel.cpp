@@ -3,6 +3,7 @@
 #include "UI/Styles/StyledLabel.h"
 #include "UI/Widgets/ElidingLabel.h"
 #include "UI/Widgets/SymbolImage.h"
+#include "Utilities/ShownText.h"
 
 #include <QVBoxLayout>
 
@@ -47,7 +48,7 @@ EmptyPanel::EmptyPanel(QWidget* parent)
 
 void EmptyPanel::setMessage(const std::optional<QString>& message)
 {
-    m_message->setText(message.value_or(QString()));
+    m_message->setText(shownText(message.value_or(QString())));
     m_message->setVisible(message.has_value());
 }
 

@@ -1,6 +1,7 @@
 #include "UI/Views/Inspector/InspectorText.h"
 
 #include "Utilities/ByteCount.h"
+#include "Utilities/ShownText.h"
 #include "Utilities/Utf8.h"
 
 #include <cmath>
@@ -54,7 +55,7 @@ std::vector<Row> rowsFor(const FileNode& node, const std::optional<FileNode>& ro
 std::vector<Row> rowsFor(const DiskScanner& scanner)
 {
     return {{QStringLiteral("Elapsed Time:"), formatDuration(scanner.elapsedTime())},
-            {QStringLiteral("Current Path:"), scanner.currentPath()},
+            {QStringLiteral("Current Path:"), shownPath(scanner.currentPath())},
             {QStringLiteral("Scanned Files:"), QString::number(scanner.scannedFilesCount())},
             {QStringLiteral("Scanned Folders:"), QString::number(scanner.scannedDirsCount())},
             {QStringLiteral("Calculated Size:"), QString::fromStdString(byteCountText(scanner.totalSize()))}};

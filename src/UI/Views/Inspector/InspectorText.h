@@ -35,7 +35,7 @@ struct Row {
 /// How far a scan has come, line by line.
 [[nodiscard]] std::vector<Row> rowsFor(const DiskScanner& scanner);
 
-/// The full path for reading. Bytes that are no UTF-8 show as U+FFFD.
+/// The full path as text, not yet made fit to be shown. Invalid UTF-8 becomes U+FFFD.
 [[nodiscard]] QString fullPath(const FileNode& node);
 
 } // namespace InspectorText

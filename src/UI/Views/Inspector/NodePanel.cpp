@@ -9,7 +9,7 @@
 #include "UI/Views/State/MainViewModel.h"
 #include "UI/Widgets/ElidingLabel.h"
 #include "UI/Widgets/SymbolImage.h"
-#include "Utilities/Utf8.h"
+#include "Utilities/ShownText.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -120,15 +120,14 @@ void NodePanel::refresh()
     if (const auto& node = m_viewModel.selectedNode()) {
         showHeader(*node);
         showRows(*node);
-        m_path->setText(InspectorText::fullPath(*node));
+        m_path->setPath(InspectorText::fullPath(*node));
         m_zoom->setVisible(node->isDirectory());
     }
 }
 
 void NodePanel::showHeader(const FileNode& node)
 {
-    const std::string_view name = node.name();
-    m_name->setText(textOfUtf8(name));
+    m_name->setText(shownText(node.name()));
     m_kind->setText(node.isDirectory() ? QStringLiteral("Folder") : QStringLiteral("File"));
     if (node.isDirectory()) {
         m_icon->setSymbol("folder.fill", Theme::accent);

@@ -1,5 +1,8 @@
 #include "UI/Views/Inspector/SelectableText.h"
 
+#include "Utilities/ShownText.h"
+
+#include <QMimeData>
 #include <QTextDocument>
 #include <QWheelEvent>
 
@@ -32,13 +35,21 @@ SelectableText::SelectableText(const QString& accessibleName, TextStyle style, Q
     setSizePolicy(policy);
 }
 
-void SelectableText::setText(const QString& text)
+void SelectableText::setPath(const QString& path)
 {
-    if (text != m_text) {
-        m_text = text;
-        setPlainText(text);
+    if (path != m_path) {
+        m_path = path;
+        setPlainText(shownPath(path));
         updateGeometry();
     }
+}
+
+QMimeData* SelectableText::createMimeDataFromSelection() const
+{
+    const QTextCursor selection = textCursor();
+    auto* copied = new QMimeData;
+    copied->setText(exactPartOfPath(m_path, selection.selectionStart(), selection.selectionEnd()));
+    return copied;
 }
 
 int SelectableText::heightForWidth(int width) const

@@ -6,15 +6,16 @@
 
 namespace morlaine {
 
-/// Text to read, select and copy, as high as it needs to be: it breaks between words and components of a path, or
-/// anywhere where one is longer than a line. A selection lasts until the text changes.
+/// A path to read, select and copy, as high as it needs to be: it breaks between words and components, or anywhere
+/// where one is longer than a line. It is shown so that it cannot mislead; what is copied is the exact path or part of
+/// it. A selection lasts until the path changes.
 class SelectableText final : public QTextEdit {
     Q_OBJECT
 
 public:
     SelectableText(const QString& accessibleName, TextStyle style, QWidget* parent = nullptr);
 
-    void setText(const QString& text);
+    void setPath(const QString& path);
 
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
@@ -22,12 +23,13 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
     bool event(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     const TextStyle m_style;
-    QString m_text; // as it was set, which the document shows but does not keep
+    QString m_path; // exact
 };
 
 } // namespace morlaine

@@ -2,7 +2,7 @@
 
 #include "UI/Styles/Conversions.h"
 #include "UI/Styles/Theme.h"
-#include "Utilities/Utf8.h"
+#include "Utilities/ShownText.h"
 
 #include <cstdlib>
 
@@ -33,9 +33,8 @@ QString SearchResultRow::accessibleText() const
 SearchResultRow searchResultRow(const SearchResultNode& result)
 {
     const FileNode& node = result.node();
-    return {textOfUtf8(node.name()), QString::fromStdString(result.path()),
-            QString::fromStdString(node.formattedSize()), node.isDirectory(),
-            node.isDirectory() ? Theme::yellow : toQColor(node.fileCategory().color())};
+    return {shownText(node.name()), shownPath(result.path()), QString::fromStdString(node.formattedSize()),
+            node.isDirectory(), node.isDirectory() ? Theme::yellow : toQColor(node.fileCategory().color())};
 }
 
 } // namespace morlaine

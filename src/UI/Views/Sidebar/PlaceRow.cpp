@@ -5,6 +5,7 @@
 #include "UI/Views/Sidebar/SidebarText.h"
 #include "UI/Widgets/PlainToolTip.h"
 #include "UI/Widgets/RowPainting.h"
+#include "Utilities/ShownText.h"
 
 #include <QFontMetrics>
 #include <QKeyEvent>
@@ -53,7 +54,7 @@ void paintBar(QPainter& painter, const QRectF& rect, double fraction, const QCol
 PlaceRow::PlaceRow(const Uuid& id, const std::string& name, SymbolName symbol, QWidget* parent)
     : QPushButton(parent)
     , m_id(id)
-    , m_name(QString::fromStdString(name))
+    , m_name(shownText(name))
     , m_symbol(symbol)
 {
     setFocusPolicy(Qt::TabFocus);

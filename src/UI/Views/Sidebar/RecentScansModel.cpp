@@ -4,6 +4,7 @@
 #include "UI/Widgets/PlainToolTip.h"
 #include "Utilities/ByteCount.h"
 #include "Utilities/RelativeDate.h"
+#include "Utilities/ShownText.h"
 
 #include <algorithm>
 #include <utility>
@@ -72,7 +73,7 @@ QVariant RecentScansModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return shown.name;
     case Qt::ToolTipRole:
-        return plainToolTip(QString::fromStdString(shown.scan.path));
+        return plainToolTip(shownPath(shown.scan.path));
     case Qt::AccessibleTextRole:
         return QStringList{shown.name, shown.size, shown.date}.join(QStringLiteral(", "));
     default:

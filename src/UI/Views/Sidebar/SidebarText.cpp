@@ -2,7 +2,7 @@
 
 #include "UI/Styles/Theme.h"
 #include "Utilities/FileUrl.h"
-#include "Utilities/Utf8.h"
+#include "Utilities/ShownText.h"
 
 namespace morlaine {
 
@@ -27,7 +27,7 @@ QString folderName(const HistoricalScan& scan)
 {
     const FileUrl url = FileUrl::fromPath(scan.path);
     const std::string_view name = url.lastPathComponent();
-    return name.empty() ? QStringLiteral("/") : textOfUtf8(name);
+    return name.empty() ? QStringLiteral("/") : shownText(name);
 }
 
 } // namespace morlaine

@@ -3,6 +3,7 @@
 #include "UI/Styles/Conversions.h"
 #include "UI/Views/Treemap/TreemapCanvas.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"
+#include "Utilities/ShownText.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -44,7 +45,7 @@ public:
         }
         switch (kind) {
         case QAccessible::Name:
-            return TreemapDecisions::shownName(item().node);
+            return shownText(item().node.name());
         case QAccessible::Description:
         case QAccessible::Value:
             return QString::fromStdString(item().node.formattedSize());

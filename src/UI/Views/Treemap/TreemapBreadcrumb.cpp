@@ -3,7 +3,8 @@
 #include "UI/Styles/Symbols.h"
 #include "UI/Styles/TextStyles.h"
 #include "UI/Styles/Theme.h"
-#include "UI/Views/Treemap/TreemapDecisions.h"
+#include "UI/Widgets/PlainToolTip.h"
+#include "Utilities/ShownText.h"
 
 #include <QEvent>
 #include <QMenu>
@@ -50,7 +51,8 @@ QToolButton* TreemapBreadcrumb::makeButton()
 void TreemapBreadcrumb::setPath(std::span<const FileNode> path)
 {
     std::vector<QString> names;
-    std::ranges::transform(path, std::back_inserter(names), TreemapDecisions::shownName);
+    std::ranges::transform(path, std::back_inserter(names),
+                           [](const FileNode& folder) { return shownText(folder.name()); });
     if (names == m_names) {
         return;
     }
@@ -148,7 +150,7 @@ void TreemapBreadcrumb::showStep(std::size_t step)
     const bool isCut = m_fit.nameWidths[step] < m_naturalWidths[step];
     m_buttons[step]->setText(
         asLabel(isCut ? m_foldButton->fontMetrics().elidedText(name, Qt::ElideMiddle, room) : name));
-    m_buttons[step]->setToolTip(isCut ? name : QString());
+    m_buttons[step]->setToolTip(isCut ? plainToolTip(name) : QString());
 }
 
 void TreemapBreadcrumb::openFoldedSteps()

@@ -1,6 +1,6 @@
 #include "UI/Views/Treemap/TreemapDecisions.h"
 
-#include "Utilities/Utf8.h"
+#include "Utilities/ShownText.h"
 
 #include <algorithm>
 #include <numeric>
@@ -25,7 +25,7 @@ bool contains(const Rect& rect, const QPointF& point)
 
 Info info(const FileNode& node, const Color& color)
 {
-    return {color, shownName(node), QStringLiteral("(%1)").arg(QString::fromStdString(node.formattedSize()))};
+    return {color, shownText(node.name()), QStringLiteral("(%1)").arg(QString::fromStdString(node.formattedSize()))};
 }
 
 } // namespace
@@ -97,18 +97,6 @@ QString textInsteadOfRects(bool hasRoot)
 {
     return hasRoot ? QStringLiteral("Calculating Layout...")
                    : QStringLiteral("Select a folder to start scanning disk space");
-}
-
-QString shownName(const FileNode& node)
-{
-    QString name = textOfUtf8(node.name());
-    for (QChar& character : name) {
-        if (character.category() == QChar::Other_Control || character.category() == QChar::Separator_Line ||
-            character.category() == QChar::Separator_Paragraph) {
-            character = QChar::ReplacementCharacter;
-        }
-    }
-    return name;
 }
 
 } // namespace morlaine::TreemapDecisions

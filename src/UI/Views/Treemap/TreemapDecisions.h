@@ -73,7 +73,4 @@ struct Info {
 /// What a canvas without rectangles says.
 [[nodiscard]] QString textInsteadOfRects(bool hasRoot);
 
-/// The name of a node as the one line that controls have room for.
-[[nodiscard]] QString shownName(const FileNode& node);
-
 } // namespace morlaine::TreemapDecisions

@@ -3,7 +3,7 @@
 #include "Platform/Background.h"
 #include "UI/Styles/TextStyles.h"
 #include "UI/Views/State/MainViewModel.h"
-#include "UI/Views/Treemap/TreemapDecisions.h"
+#include "Utilities/ShownText.h"
 
 #include <QAction>
 
@@ -18,7 +18,7 @@ std::vector<TreemapMenuEntry> treemapMenuEntries(const std::optional<FileNode>& 
     if (!target) {
         return {{Kind::text, QStringLiteral("No element selected")}};
     }
-    std::vector<TreemapMenuEntry> entries{{Kind::title, TreemapDecisions::shownName(*target)}, {Kind::separator, {}}};
+    std::vector<TreemapMenuEntry> entries{{Kind::title, shownText(target->name())}, {Kind::separator, {}}};
     if (target->isDirectory()) {
         entries.push_back({Kind::zoomIn, QStringLiteral("Zoom In")});
     }

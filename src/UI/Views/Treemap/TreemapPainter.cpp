@@ -6,6 +6,7 @@
 #include "UI/Styles/Theme.h"
 #include "UI/Views/Treemap/RectangleFiller.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"
+#include "Utilities/ShownText.h"
 
 #include <QFontMetricsF>
 #include <QImage>
@@ -69,7 +70,7 @@ void paintLabels(QImage& image, const Scene& scene)
         const std::optional<Decide::Labels> labels = Decide::labelsIn(item.rect);
         if (labels && !item.node.isDirectory()) {
             painter.setClipRect(labels->frame);
-            nameStyle.paint(painter, labels->name, Decide::shownName(item.node), labels->frame.width());
+            nameStyle.paint(painter, labels->name, shownText(item.node.name()), labels->frame.width());
             sizeStyle.paint(painter, labels->size, QString::fromStdString(item.node.formattedSize()),
                             labels->frame.width());
         }

@@ -6,6 +6,7 @@
 #include "Support/Widgets.h"
 #include "UI/Views/Inspector/SelectableText.h"
 
+#include <QClipboard>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -120,6 +121,17 @@ TEST_F(DetailViewTest, KeepsASelectionInThePathThatTheMouseMade)
     select("film.mp4");
     ASSERT_TRUE(waitForText("/root/film.mp4"));
     EXPECT_FALSE(path().textCursor().hasSelection());
+}
+
+TEST_F(DetailViewTest, CopiesTheExactPathThatItShowsInAReadableForm)
+{
+    const std::string name = "a\u00A0b\u202E\u05D0.jpg";
+    show("root/\n  " + name + " 6000\n");
+    select(name);
+    ASSERT_TRUE(waitForText("/\u200Eroot/\u200Ea b\uFFFD\u05D0.jpg"));
+    path().selectAll();
+    path().copy();
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "/root/" + name);
 }
 
 TEST_F(DetailViewTest, FitsANarrowAndLowPane)

@@ -29,7 +29,7 @@ protected:
     SidebarViewTest()
     {
         fixture.volumes->list = {{FileUrl::fromPath("/"), "System", 500 * gigabyte, 120 * gigabyte},
-                                 {FileUrl::fromPath("/mnt"), "Backup", 500 * gigabyte, 1 * gigabyte}};
+                                 {FileUrl::fromPath("/mnt"), "Back\u202Eup", 500 * gigabyte, 1 * gigabyte}};
         fixture.userFolders.desktop = FileUrl::fromPath("/home/me/Desktop");
         fixture.fileSystem->addFile("/home/me/file", 5);
         open();
@@ -98,8 +98,9 @@ TEST_F(SidebarViewTest, ListsPlacesWithTheirTexts)
         rows.push_back(
             (row->accessibleName() + u'|' + row->accessibleDescription() + u'|' + row->toolTip()).toStdString());
     }
-    EXPECT_THAT(rows, ElementsAre("System|120 GB free of 500 GB|Scan System", "Backup|1 GB free of 500 GB|Scan Backup",
-                                  "Home||Scan Home", "Desktop||Scan Desktop"));
+    EXPECT_THAT(rows, ElementsAre("System|120 GB free of 500 GB|Scan System",
+                                  "Back\uFFFDup|1 GB free of 500 GB|Scan Back\uFFFDup", "Home||Scan Home",
+                                  "Desktop||Scan Desktop"));
     EXPECT_THAT(labels(), ElementsAre("Devices", "Favorites", "Recent Scans", "No recent scans"));
 }
 

@@ -54,12 +54,12 @@ TEST(TreemapDecisionsTest, FindsTheFileElseTheOutermostFolder)
 
 TEST(TreemapDecisionsTest, TellsAboutTheNodeUnderThePointerElseTheSelectedOne)
 {
-    TreemapRect hovered = file("hovered\nname", {});
+    TreemapRect hovered = file("hovered name", {});
     hovered.color = {0.25, 0.5, 0.75};
     const FileNode selected(FileUrl::fromPath("/s"), "selected.mp3", 2'000, false, FileCategory::audio, std::nullopt);
 
     EXPECT_EQ(Decide::infoOf(hovered, selected),
-              (Decide::Info{hovered.color, QStringLiteral("hovered\uFFFDname"), QStringLiteral("(1 byte)")}));
+              (Decide::Info{hovered.color, QStringLiteral("hovered name"), QStringLiteral("(1 byte)")}));
     EXPECT_EQ(Decide::infoOf(std::nullopt, selected),
               (Decide::Info{FileCategory(FileCategory::audio).color(), QStringLiteral("selected.mp3"),
                             QStringLiteral("(2 KB)")}));

@@ -8,6 +8,7 @@
 #include "UI/Views/Window/OnboardingView.h"
 #include "UI/Views/Window/SideColumn.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QLineEdit>
 #include <QPushButton>
@@ -31,6 +32,20 @@ public:
 private:
     int& m_count;
 };
+
+/// What can be read in `part` and below, by eye or ear.
+void collectTexts(QAccessibleInterface* part, QStringList& texts)
+{
+    for (const auto kind : {QAccessible::Name, QAccessible::Description, QAccessible::Value, QAccessible::Help}) {
+        texts.append(part->text(kind));
+    }
+    if (const auto* view = qobject_cast<QAbstractItemView*>(part->object()); view != nullptr && view->model()) {
+        texts.append(view->model()->index(0, 0).data(Qt::ToolTipRole).toString());
+    }
+    for (int child = 0; child < part->childCount(); ++child) {
+        collectTexts(part->child(child), texts);
+    }
+}
 
 class MainViewTest : public testing::Test, protected test::ModelFixture {
 protected:
@@ -129,6 +144,31 @@ TEST_F(MainViewTest, OpensTheSelectionWithSpaceUnlessSpaceMeansSomethingElse)
     press(Qt::Key_Space);
     EXPECT_EQ(presses, 1);
     EXPECT_EQ(workspace->calls.size(), 1U);
+}
+
+TEST_F(MainViewTest, ShowsNoNameThatMisleads)
+{
+    const std::string root = "s\u202Eub";
+    const std::string name = "photo\u202Egpj\n.exe";
+    fileSystem->addFile("/r/" + root + "/" + name, 4'000);
+    state().scan(FileUrl::fromPath("/r/" + root));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->findChild<AnalysisView*>() != nullptr; }, 30'000));
+    state().zoomIn(*state().currentRootNode());
+    state().setSelectedNode(test::nodeNamed(*state().currentRootNode(), name));
+    state().setSearchText(QStringLiteral("exe"));
+    QCoreApplication::processEvents();
+    QStringList texts;
+    for (const QAction* action :
+         test::openMenu(*window->findChild<TreemapCanvas*>(), QContextMenuEvent::Keyboard)->actions()) {
+        texts.append(action->text());
+    }
+    collectTexts(QAccessible::queryAccessibleInterface(window.get()), texts);
+    EXPECT_THAT(texts.filter(QStringLiteral("\u202E")), IsEmpty());
+    EXPECT_THAT(texts.filter(QStringLiteral("\n")), IsEmpty());
+    EXPECT_GE(texts.filter(QStringLiteral("photo\uFFFDgpj\uFFFD.exe")).size(), 7)
+        << "menu, treemap, header, result with its tooltip, inspector and path";
+    EXPECT_GE(texts.filter(QStringLiteral("s\uFFFDub")).size(), 4)
+        << "breadcrumb, treemap, recent scan with its tooltip";
 }
 
 TEST_F(MainViewTest, PassesTheFocusFromLeftToRight)
