@@ -4,8 +4,8 @@
 #include "SearchBenchmark.h"
 #include "TreemapBenchmark.h"
 #include "TreemapViewBenchmark.h"
-#include "WatchedApplication.h"
-#include "WindowBenchmark.h"
+
+#include <QApplication>
 
 #include <benchmark/benchmark.h>
 
@@ -56,17 +56,15 @@ try {
     morlaine::bench::registerTreemapBenchmarks(tree);
 
     // Only for those that need one: what an application holds and does would show in the measurements of the others.
-    std::optional<morlaine::bench::WatchedApplication> application;
-    const auto startApplication = [&]() -> morlaine::bench::WatchedApplication& {
+    std::optional<QApplication> application;
+    const auto startApplication = [&] {
         if (!application) {
             qputenv("QT_QPA_PLATFORM", "offscreen");
             application.emplace(argc, argv);
         }
-        return *application;
     };
     morlaine::bench::registerSearchBenchmarks(tree, startApplication);
     morlaine::bench::registerTreemapViewBenchmarks(tree, startApplication);
-    morlaine::bench::registerWindowBenchmarks(startApplication);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 } catch (const std::exception& failure) {
