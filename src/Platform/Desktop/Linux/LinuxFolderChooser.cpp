@@ -1,12 +1,12 @@
 #include "Platform/Desktop/Linux/LinuxFolderChooser.h"
 
+#include "Platform/Desktop/Linux/FolderDialog.h"
 #include "Platform/Desktop/Linux/PortalFolderChooser.h"
+#include "Platform/StandardFolders.h"
 
 #include <QDBusVariant>
-#include <QDialogButtonBox>
+#include <QDialog>
 #include <QEvent>
-#include <QFileDialog>
-#include <QFileIconProvider>
 #include <QTimer>
 
 #include <chrono>
@@ -40,39 +40,24 @@ private:
     QDialog& m_dialog;
 };
 
-/// Knows folders from files by what the system tells. The toolkit's provider looks into files to tell their kinds.
-class PlainIcons final : public QFileIconProvider {
-public:
-    using QFileIconProvider::icon;
-    [[nodiscard]] QIcon icon(const QFileInfo& info) const override { return icon(info.isDir() ? Folder : File); }
-    [[nodiscard]] QString type(const QFileInfo& /*info*/) const override { return {}; }
-
-    /// Outlives every dialog.
-    [[nodiscard]] static PlainIcons& shared()
-    {
-        static PlainIcons icons;
-        return icons;
-    }
-};
-
-/// The toolkit builds a dialog of its own from the start, and nothing at all where it asks the desktop for one.
-bool isOfDesktop(const QFileDialog& dialog)
-{
-    return dialog.findChild<QDialogButtonBox*>() == nullptr;
-}
-
-std::optional<FileUrl> folderOf(const QFileDialog& dialog)
-{
-    const QList<QUrl> urls = dialog.selectedUrls();
-    return urls.empty() ? std::nullopt : FileUrl::parse(urls.front().toEncoded(QUrl::FullyEncoded).toStdString());
-}
+const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
 
 QDBusMessage portalVersion()
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
-        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(portalName, QStringLiteral("/org/freedesktop/portal/desktop"),
+                                       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     message << QStringLiteral("org.freedesktop.portal.FileChooser") << QStringLiteral("version");
+    return message;
+}
+
+/// Asks for the unique name of the portal: its signals come under that name.
+QDBusMessage portalOwner()
+{
+    const QString bus = QStringLiteral("org.freedesktop.DBus");
+    QDBusMessage message = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
+                                                          QStringLiteral("GetNameOwner"));
+    message << portalName;
     return message;
 }
 
@@ -103,68 +88,57 @@ void LinuxFolderChooser::choose(QWidget& window, const Texts& texts, std::functi
     if (m_dialog) {
         m_dialog->raise();
         m_dialog->activateWindow();
-        return;
+    } else if (!m_isLookingForPortal) {
+        lookForPortal({&window, texts, std::move(onChosen)});
     }
-    const Request request{&window, texts, std::move(onChosen)};
-    QFileDialog& dialog = makeToolkitDialog(request);
-    m_dialog = &dialog;
-    if (isOfDesktop(dialog)) {
-        open(dialog);
-    } else {
-        lookForPortal(request);
-    }
-}
-
-QFileDialog& LinuxFolderChooser::makeToolkitDialog(const Request& request)
-{
-    auto* dialog = new QFileDialog(request.window);
-    dialog->setFileMode(QFileDialog::Directory);
-    dialog->setOption(QFileDialog::ShowDirsOnly);
-    dialog->setIconProvider(&PlainIcons::shared());
-    dialog->setSupportedSchemes({QStringLiteral("file")});
-    dialog->setLabelText(QFileDialog::Accept, QString::fromStdString(request.texts.prompt));
-    if (request.texts.title) {
-        dialog->setWindowTitle(QString::fromStdString(*request.texts.title));
-    }
-    QObject::connect(dialog, &QDialog::accepted, &m_context, [dialog, onChosen = request.onChosen] {
-        if (const std::optional<FileUrl> folder = folderOf(*dialog)) {
-            onChosen(folder->asFolder());
-        }
-    });
-    return *dialog;
 }
 
 void LinuxFolderChooser::lookForPortal(const Request& request)
 {
+    m_isLookingForPortal = true;
     const auto isDecided = std::make_shared<bool>(false);
-    const auto isFirst = [isDecided] { return !std::exchange(*isDecided, true); };
-    QTimer::singleShot(patienceWithPortal, &m_context, [this, request, isFirst] {
-        if (isFirst() && isWanted(request)) {
-            open(*m_dialog);
-        }
-    });
-    m_bus.call(portalVersion(), [this, request, isFirst](const QDBusMessage& reply) {
-        if (!isFirst() || !isWanted(request)) {
+    const auto decide = [this, request, isDecided](const QString& portal) {
+        if (std::exchange(*isDecided, true)) {
             return;
         }
-        if (choosesFolders(reply)) {
-            openPortalDialog(request, reply.service());
+        m_isLookingForPortal = false;
+        if (portal.isEmpty()) {
+            openOwnDialog(request);
         } else {
-            open(*m_dialog);
+            openPortalDialog(request, portal);
         }
+    };
+    QTimer::singleShot(patienceWithPortal, &m_context, [decide] { decide({}); });
+    m_bus.call(portalVersion(), [this, decide](const QDBusMessage& reply) {
+        if (!choosesFolders(reply)) {
+            decide({});
+            return;
+        }
+        m_bus.call(portalOwner(), [decide](const QDBusMessage& owner) {
+            decide(owner.type() == QDBusMessage::ReplyMessage ? owner.arguments().value(0).toString() : QString());
+        });
     });
+}
+
+void LinuxFolderChooser::openOwnDialog(const Request& request)
+{
+    if (!isWanted(request)) {
+        return;
+    }
+    auto* dialog = new FolderDialog(request.texts, UserFolders::current(), *request.window);
+    QObject::connect(dialog, &QDialog::accepted, &m_context,
+                     [dialog, onChosen = request.onChosen] { onChosen(dialog->folder().asFolder()); });
+    open(*dialog);
 }
 
 void LinuxFolderChooser::openPortalDialog(const Request& request, const QString& portal)
 {
+    m_isLookingForPortal = true; // until there is a connection to show its dialog by
     m_bus.connect([this, request, portal](const QDBusConnection& bus) {
-        if (!isWanted(request)) {
-            return;
+        m_isLookingForPortal = false;
+        if (isWanted(request)) {
+            open(makePortalDialog(request, bus, portal));
         }
-        delete m_dialog;
-        PortalFolderChooser& dialog = makePortalDialog(request, bus, portal);
-        m_dialog = &dialog;
-        open(dialog);
     });
 }
 
@@ -177,18 +151,13 @@ PortalFolderChooser& LinuxFolderChooser::makePortalDialog(const Request& request
             onChosen(dialog->folder()->asFolder());
         }
     });
-    QObject::connect(dialog, &PortalFolderChooser::failed, &m_context, [this, request] {
-        if (isWanted(request)) {
-            QFileDialog& substitute = makeToolkitDialog(request);
-            m_dialog = &substitute;
-            open(substitute);
-        }
-    });
+    QObject::connect(dialog, &PortalFolderChooser::failed, &m_context, [this, request] { openOwnDialog(request); });
     return *dialog;
 }
 
 void LinuxFolderChooser::open(QDialog& dialog)
 {
+    m_dialog = &dialog;
     new WindowWatcher(dialog);
     QObject::connect(&dialog, &QDialog::finished, &m_context, [this, &dialog] {
         if (m_dialog == &dialog) {
@@ -201,11 +170,7 @@ void LinuxFolderChooser::open(QDialog& dialog)
 
 bool LinuxFolderChooser::isWanted(const Request& request)
 {
-    if (request.window && request.window->isVisible()) {
-        return true;
-    }
-    delete m_dialog;
-    return false;
+    return request.window && request.window->isVisible();
 }
 
 } // namespace morlaine

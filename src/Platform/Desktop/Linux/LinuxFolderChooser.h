@@ -7,14 +7,12 @@
 #include <QPointer>
 
 class QDialog;
-class QFileDialog;
 
 namespace morlaine {
 
 class PortalFolderChooser;
 
-/// The dialog of the desktop that the toolkit adapts to; where it adapts to none, that of the portal; and where there
-/// is no portal either, the toolkit's own.
+/// The dialog of the desktop's portal; where no portal offers one, a dialog of our own.
 class LinuxFolderChooser final : public FolderChooser {
 public:
     explicit LinuxFolderChooser(SessionBus::Connect connect);
@@ -31,18 +29,19 @@ private:
         std::function<void(const FileUrl&)> onChosen;
     };
 
-    [[nodiscard]] QFileDialog& makeToolkitDialog(const Request& request);
-    [[nodiscard]] PortalFolderChooser& makePortalDialog(const Request& request, const QDBusConnection& bus,
-                                                        const QString& portal);
     void lookForPortal(const Request& request);
     void openPortalDialog(const Request& request, const QString& portal);
+    [[nodiscard]] PortalFolderChooser& makePortalDialog(const Request& request, const QDBusConnection& bus,
+                                                        const QString& portal);
+    void openOwnDialog(const Request& request);
     void open(QDialog& dialog);
 
-    /// Whether somebody still waits for the dialog; what was prepared is thrown away if not.
-    [[nodiscard]] bool isWanted(const Request& request);
+    /// Whether somebody still waits for the dialog.
+    [[nodiscard]] static bool isWanted(const Request& request);
 
     QObject m_context;          // of everything that may call back
     QPointer<QDialog> m_dialog; // the window's child
+    bool m_isLookingForPortal = false;
     SessionBus m_bus;
 };
 

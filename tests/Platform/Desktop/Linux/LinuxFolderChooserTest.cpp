@@ -1,19 +1,21 @@
 #include "Platform/Desktop/Linux/LinuxFolderChooser.h"
 
+#include "Platform/Desktop/Linux/FolderDialog.h"
 #include "Support/PrivateBus.h"
 
 #include <QApplication>
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
-#include <QDialogButtonBox>
-#include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTest>
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace morlaine {
@@ -82,12 +84,12 @@ protected:
         service.connection().send(signal);
     }
 
-    /// The toolkit's own dialog, once it is open.
-    [[nodiscard]] QFileDialog* toolkitDialog() const
+    /// Our own dialog, once it is open.
+    [[nodiscard]] FolderDialog* ownDialog() const
     {
-        QFileDialog* dialog = nullptr;
+        FolderDialog* dialog = nullptr;
         const auto isOpen = [&] {
-            dialog = window->findChild<QFileDialog*>();
+            dialog = window->findChild<FolderDialog*>();
             return dialog != nullptr && dialog->isVisible();
         };
         return QTest::qWaitFor(isOpen) ? dialog : nullptr;
@@ -142,26 +144,60 @@ TEST_F(LinuxFolderChooserTest, DoesNothingWhenThePortalsDialogIsCancelledOrThePo
     EXPECT_THAT(chosen, IsEmpty());
 }
 
-TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWithoutAPortal)
+TEST_F(LinuxFolderChooserTest, TakesWhatTheLineOfItsOwnDialogSays)
 {
     const TemporaryFolder folder;
     folder.makeFolder("a b#c/inner");
+    folder.makeFolder("a b#c/T\xE9l\xE9");
     folder.makeFile("a b#c/file", 1);
-    choose();
-    QFileDialog* dialog = toolkitDialog();
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
-    dialog->setDirectory(QString::fromStdString(folder.path()));
-    QTest::keyClicks(dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), QStringLiteral("a b#c"));
-    auto* accept = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
-    ASSERT_TRUE(accept != nullptr && QTest::qWaitFor([accept] { return accept->isEnabled(); }));
-    EXPECT_EQ(accept->text(), QStringLiteral("Scan"));
-    QTest::mouseClick(accept, Qt::LeftButton);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !chosen.empty(); }));
-    EXPECT_THAT(chosen, ElementsAre(folder.path() / "a b#c"));
+    const std::string outer = folder.path() / "a b#c";
+    struct Case {
+        QString typed;
+        std::vector<Qt::Key> keys; // then
+        std::string expected;      // nothing is chosen when empty
+    };
+    const Case cases[] = {
+        {QString::fromStdString(outer), {Qt::Key_Return}, outer},
+        {QString::fromStdString(outer + "/in"), {Qt::Key_Return}, ""},
+        {QString::fromStdString(outer + "/file"), {Qt::Key_Return}, ""},
+        {QStringLiteral("tmp"), {Qt::Key_Return}, ""},
+        {QString::fromStdString(outer + "/in"), {Qt::Key_Down, Qt::Key_Return, Qt::Key_Return}, outer + "/inner"},
+        {QString::fromStdString(outer + "/T"), {Qt::Key_Down, Qt::Key_Return, Qt::Key_Return}, outer + "/T\xE9l\xE9"},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.typed.toStdString());
+        chosen.clear();
+        choose();
+        FolderDialog* dialog = ownDialog();
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
+        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Select Folder to Scan"));
+        dialog->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+        QTest::keyClicks(dialog->focusWidget(), each.typed); // replaces what is there
+        const auto* list = dialog->findChildren<QListWidget*>().back();
+        if (each.keys.size() > 1) {
+            ASSERT_TRUE(QTest::qWaitFor([list] { return list->count() == 1; }));
+        }
+        for (const Qt::Key key : each.keys) {
+            QTest::keyClick(dialog->focusWidget(), key);
+        }
+        const auto isSaid = [dialog] {
+            return std::ranges::any_of(dialog->findChildren<QLabel*>(),
+                                       [](const QLabel* label) { return label->text().endsWith(u'.'); });
+        };
+        if (each.expected.empty()) {
+            EXPECT_TRUE(QTest::qWaitFor(isSaid));
+            EXPECT_TRUE(dialog->isVisible());
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_Escape);
+        }
+        EXPECT_TRUE(waitUntilNothingIsModal());
+        EXPECT_EQ(chosen, each.expected.empty() ? std::vector<std::string>{} : std::vector{each.expected});
+        EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<QDialog*>() == nullptr; }));
+    }
 }
 
-TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWhereThePortalHasNone)
+TEST_F(LinuxFolderChooserTest, OffersItsOwnDialogWhereThePortalHasNone)
 {
     const FakeService::Answer answers[] = {
         portal(2), [](const QDBusMessage& call) { return call.createErrorReply(QDBusError::UnknownInterface, {}); },
@@ -173,7 +209,7 @@ TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWhereThePortalHasNone)
     for (const FakeService::Answer& each : answers) {
         const FakeService service(bus, portalName, each);
         choose();
-        QFileDialog* dialog = toolkitDialog();
+        FolderDialog* dialog = ownDialog();
         ASSERT_NE(dialog, nullptr);
         dialog->reject();
         EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<QDialog*>() == nullptr; }));
@@ -184,7 +220,7 @@ TEST_F(LinuxFolderChooserTest, OffersTheToolkitsDialogWhereThePortalHasNone)
 TEST_F(LinuxFolderChooserTest, ClosesTheDialogWithItsWindow)
 {
     choose();
-    ASSERT_NE(toolkitDialog(), nullptr);
+    ASSERT_NE(ownDialog(), nullptr);
     window->close();
     EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<QDialog*>() == nullptr; }));
 
