@@ -44,7 +44,7 @@ apt_get() {
 install_packages() {
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
         fail "Morlaine is built from Debian packages, and this system has no apt to install them with." \
-            "It needs what Debian 12 calls:" \
+            "It needs what Debian calls:" \
             "$(listed_packages "$@" | sed 's/^/  /')"
     fi
 

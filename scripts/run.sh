@@ -4,11 +4,10 @@ set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/common.sh"
 
+if ! "$project_root/scripts/display-answers"; then
+    fail "There is no display here to open Morlaine's window on: nothing answers at" \
+        "DISPLAY=${DISPLAY:-} and WAYLAND_DISPLAY=${WAYLAND_DISPLAY:-}. Run this again from a desktop session."
+fi
 install_packages "$project_root/scripts/debian-packages.txt"
 build release morlaine
-
-if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
-    fail "Morlaine is built, but there is no display here to open its window on." \
-        "Run this again from a desktop session (neither DISPLAY nor WAYLAND_DISPLAY is set)."
-fi
 exec "$project_root/build/release/morlaine"

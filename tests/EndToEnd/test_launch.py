@@ -1,9 +1,13 @@
 """How the program starts, and what it makes of a desktop that lacks something."""
 
+import os
+import signal
 import time
 
-from case import EndToEndTest
+import buses
+from case import PROGRAM, EndToEndTest
 from store import check_entry, check_tree
+from waiting import wait_for
 
 
 class LaunchTest(EndToEndTest):
@@ -67,6 +71,36 @@ class LaunchTest(EndToEndTest):
         display.wait_for_focus("Morlaine")
         display.press("Alt+F4")
         self.assertEqual(self.program.wait_for_exit(), 0)
+
+    def test_bus_that_does_not_answer(self):
+        for name in ["session_bus", "accessibility_bus"]:
+            with self.subTest(bus=name):
+                self.make_desktop()
+                daemon = buses.ask(getattr(self.desktop, name), "GetConnectionUnixProcessID", buses.BUS)
+                os.kill(daemon, signal.SIGSTOP)
+                self.start()
+                display = self.desktop.display
+                display.wait_for_focus("Morlaine")
+                wait_for(lambda: display.is_painted("Morlaine"), "something in the window")
+                display.press("Ctrl+O")
+                display.wait_for_focus("Select Folder to Scan")
+                display.press("Escape")
+                display.wait_for_focus("Morlaine")
+                display.press("Alt+F4")
+                self.assertEqual(self.program.wait_for_exit(), 0)
+                os.kill(daemon, signal.SIGCONT)
+
+    def test_display_that_cannot_be_reached(self):
+        self.make_desktop(has_window_manager=False, has_session_bus=False)
+        for environment in [
+            {"DISPLAY": ":9999"},
+            {"DISPLAY": ""},
+            {"DISPLAY": "", "WAYLAND_DISPLAY": "/nonexistent/wayland", "QT_QPA_PLATFORM": "wayland"},
+        ]:
+            with self.subTest(environment=environment):
+                program = self.desktop.start_program(PROGRAM, environment)
+                self.assertEqual(program.wait_for_exit(), 1)
+                self.assertRegex(program.output, rb"\AMorlaine .*display.*\n\Z")
 
     def test_without_window_manager(self):
         self.make_desktop(has_window_manager=False)

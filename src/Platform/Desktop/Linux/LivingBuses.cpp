@@ -1,0 +1,80 @@
+#include "Platform/Desktop/LivingBuses.h"
+
+#include "Platform/MessageBuses.h"
+
+#include <QGuiApplication>
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <xcb/xcb.h>
+
+namespace morlaine {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 200ms;
+constexpr auto patienceOnScreen = 100ms;
+
+template <typename Reply>
+using Owned = std::unique_ptr<Reply, decltype([](Reply* reply) { std::free(reply); })>;
+
+constexpr const char* nowhere = "disabled:"; // a transport that nobody has: connecting fails at once
+
+void leaveOutAssistivePrograms()
+{
+    qputenv("AT_SPI_BUS_ADDRESS", nowhere); // comes before what the session or the screen name
+    qputenv("NO_AT_BRIDGE", "1");           // for the libraries of platform themes
+}
+
+/// The address that the X server's root window names, or nothing.
+std::string busOnScreen(xcb_connection_t* connection)
+{
+    constexpr std::string_view name = "AT_SPI_BUS";
+    constexpr std::uint32_t longest = 256; // in words
+    const Owned<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        connection, xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
+    if (!atom || atom->atom == XCB_ATOM_NONE) {
+        return {};
+    }
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const Owned<xcb_get_property_reply_t> property(xcb_get_property_reply(
+        connection, xcb_get_property(connection, 0, root, atom->atom, XCB_ATOM_ANY, 0, longest), nullptr));
+    if (!property) {
+        return {};
+    }
+    return {static_cast<const char*>(xcb_get_property_value(property.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(property.get()))};
+}
+
+} // namespace
+
+void LivingBuses::settleBeforeApplication()
+{
+    const MessageBuses buses = MessageBuses::probe(patience);
+    if (!buses.session) {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", nowhere);
+    }
+    if (!buses.session || !buses.accessibility) {
+        leaveOutAssistivePrograms();
+    }
+}
+
+void LivingBuses::settleOnScreen()
+{
+    const auto* const screen = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (screen == nullptr) {
+        return;
+    }
+    const std::string address = busOnScreen(screen->connection());
+    if (!qEnvironmentVariableIsSet("AT_SPI_BUS_ADDRESS") && !address.empty() &&
+        !MessageBuses::isAlive(address, patienceOnScreen)) {
+        leaveOutAssistivePrograms();
+    }
+}
+
+} // namespace morlaine

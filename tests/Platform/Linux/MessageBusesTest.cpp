@@ -1,0 +1,144 @@
+#include "Platform/MessageBuses.h"
+
+#include "Support/TemporaryFolder.h"
+
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace morlaine {
+namespace {
+
+using namespace std::chrono_literals;
+using test::TemporaryFolder;
+
+constexpr auto patience = 200ms;
+
+/// A socket that says one thing, whatever it is told, and then keeps every connection open.
+class FakeBus {
+public:
+    FakeBus(const std::string& path, std::string greeting) : m_greeting(std::move(greeting))
+    {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
+        const bool isUp =
+            ::bind(m_socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 && ::listen(m_socket, 4) == 0;
+        EXPECT_TRUE(isUp);
+        m_thread = std::thread([this] {
+            const int connection = ::accept(m_socket, nullptr, nullptr);
+            (void)!::write(connection, m_greeting.data(), m_greeting.size());
+            char byte = 0;
+            while (::read(connection, &byte, 1) > 0) {
+            }
+            ::close(connection);
+        });
+    }
+    ~FakeBus()
+    {
+        ::shutdown(m_socket, SHUT_RDWR);
+        m_thread.join();
+        ::close(m_socket);
+    }
+    FakeBus(const FakeBus&) = delete;
+    FakeBus& operator=(const FakeBus&) = delete;
+
+private:
+    const std::string m_greeting;
+    const int m_socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    std::thread m_thread;
+};
+
+/// One variable of the environment for as long as it lives.
+class Variable {
+public:
+    Variable(const char* name, const std::string& value) : m_name(name), m_old(qgetenv(name))
+    {
+        qputenv(name, value.c_str());
+    }
+    ~Variable() { m_old.isNull() ? (void)qunsetenv(m_name) : (void)qputenv(m_name, m_old); }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    const char* m_name;
+    QByteArray m_old;
+};
+
+TEST(MessageBuses, AreDeadWhereNothingSensibleIsSaidInTime)
+{
+    const std::string garbage(300, 'l');
+    const std::string greetings[] = {
+        "",
+        "OK 0123456789abcdef0123456789abcdef\r\n",
+        "REJECTED DBUS_COOKIE_SHA1\r\n",
+        garbage,
+        "OK 0123456789abcdef0123456789abcdef\r\n" + garbage,
+        std::string("OK 0\r\nl\3\1\1\0\0\0\0\1\0\0\0\x8\0\0\0\5\1u\0\1\0\0\0", 32), // Hello fails
+        std::string("OK 0\r\nl\2\1\1\0\0\0\0\1\0\0\0\x8\0\0\0\5\1s\0\xff\xff\xff\xff", 32),
+    };
+    for (const std::string& greeting : greetings) {
+        const TemporaryFolder folder;
+        const FakeBus bus(folder.path() / "bus", greeting);
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_FALSE(MessageBuses::isAlive("unix:path=" + (folder.path() / "bus").string(), patience)) << greeting;
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 20 * patience); // it does end
+    }
+    EXPECT_FALSE(MessageBuses::isAlive("unix:path=/nonexistent/bus", patience));
+    EXPECT_TRUE(MessageBuses::isAlive("tcp:host=localhost,port=1", patience)); // nobody tried
+    EXPECT_TRUE(MessageBuses::isAlive("", patience));
+}
+
+TEST(MessageBuses, AreFoundByEveryKindOfAddress)
+{
+    const TemporaryFolder folder;
+    const std::string path = folder.path() / "bus";
+    const std::string name = "morlaine-test-" + std::to_string(::getpid());
+    std::ofstream(folder.path() / "bus.conf")
+        << "<busconfig><type>session</type><listen>unix:path=" << path << "</listen><listen>unix:abstract=" << name
+        << R"(</listen><policy context="default"><allow send_destination="*" eavesdrop="true"/>
+              <allow eavesdrop="true"/><allow own="*"/></policy></busconfig>)";
+    QProcess daemon;
+    daemon.start(QStringLiteral("dbus-daemon"),
+                 {QStringLiteral("--config-file=") + QString::fromStdString(folder.path() / "bus.conf"),
+                  QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+    ASSERT_TRUE(daemon.waitForReadyRead());
+
+    const Variable runtime("XDG_RUNTIME_DIR", folder.path());
+    const std::string escaped = "unix:guid=00,path=%2f" + path.substr(1);
+    for (const std::string& address :
+         {"unix:path=" + path, escaped, "unix:abstract=" + name, std::string("unix:runtime=yes"),
+          "unix:path=/nonexistent/bus;unix:path=" + path}) {
+        EXPECT_TRUE(MessageBuses::isAlive(address, 10s)) << address;
+    }
+    {
+        const Variable session("DBUS_SESSION_BUS_ADDRESS", "");
+        EXPECT_TRUE(MessageBuses::probe(10s).session);
+    }
+    {
+        const Variable session("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
+        const Variable preset("AT_SPI_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+        const MessageBuses buses = MessageBuses::probe(10s);
+        EXPECT_TRUE(buses.session);
+        EXPECT_FALSE(buses.accessibility);
+    }
+    const Variable session("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
+    EXPECT_TRUE(MessageBuses::probe(10s).accessibility); // nobody offers one
+    daemon.kill();
+    daemon.waitForFinished();
+    EXPECT_FALSE(MessageBuses::probe(patience).session);
+}
+
+} // namespace
+} // namespace morlaine
