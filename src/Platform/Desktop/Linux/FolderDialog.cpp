@@ -1,5 +1,7 @@
 #include "Platform/Desktop/Linux/FolderDialog.h"
 
+#include "Utilities/ShownText.h"
+
 #include <QAccessible>
 #include <QCollator>
 #include <QDialogButtonBox>
@@ -25,7 +27,7 @@ constexpr int placesWidth = 160;
 constexpr QSize usualSize(720, 480);
 constexpr int pathRole = Qt::UserRole;
 
-QString shownText(const std::string& bytes)
+QString textOf(const std::string& bytes)
 {
     return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
@@ -67,7 +69,7 @@ void sortForPeople(std::vector<std::string>& names)
     std::vector<std::pair<QCollatorSortKey, std::string>> keyed;
     keyed.reserve(names.size());
     for (std::string& name : names) {
-        keyed.emplace_back(collator.sortKey(shownText(name)), std::move(name));
+        keyed.emplace_back(collator.sortKey(textOf(name)), std::move(name));
     }
     std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) { return a.first.compare(b.first) < 0; });
     std::transform(keyed.begin(), keyed.end(), names.begin(), [](auto& each) { return std::move(each.second); });
@@ -76,7 +78,7 @@ void sortForPeople(std::vector<std::string>& names)
 /// Hidden folders are offered only to who begins to type one.
 bool isOffered(const std::string& name, const QString& beginning)
 {
-    return shownText(name).startsWith(beginning, Qt::CaseInsensitive) &&
+    return textOf(name).startsWith(beginning, Qt::CaseInsensitive) &&
            (!name.starts_with('.') || beginning.startsWith(u'.'));
 }
 
@@ -252,7 +254,7 @@ void FolderDialog::select(const QListWidgetItem* item)
 void FolderDialog::showLine(const std::string& path)
 {
     m_shown = path;
-    m_line->setText(shownText(path));
+    m_line->setText(textOf(path));
     say({});
 }
 
@@ -281,11 +283,11 @@ void FolderDialog::showNames()
     m_list->clear();
     const std::string typed = path();
     const bool isTyped = typed.size() > m_listed.size() && typed.starts_with(m_listed);
-    const QString beginning = isTyped ? shownText(typed.substr(m_listed.size())) : QString();
+    const QString beginning = isTyped ? textOf(typed.substr(m_listed.size())) : QString();
     const QIcon icon = style()->standardIcon(QStyle::SP_DirIcon);
     for (const std::string& name : m_names) {
         if (isOffered(name, beginning)) {
-            auto* item = new QListWidgetItem(icon, shownText(name), m_list);
+            auto* item = new QListWidgetItem(icon, shownText(std::string_view(name)), m_list);
             item->setData(pathRole, bytesOf(m_listed + name));
         }
     }
@@ -306,7 +308,7 @@ void FolderDialog::say(const QString& text)
 std::string FolderDialog::path() const
 {
     const QString text = m_line->text();
-    return text == shownText(m_shown) ? m_shown : meantPath(text, m_home);
+    return text == textOf(m_shown) ? m_shown : meantPath(text, m_home);
 }
 
 } // namespace morlaine
