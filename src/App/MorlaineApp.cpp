@@ -1,9 +1,11 @@
 #include "App/MorlaineApp.h"
 
 #include "Platform/Desktop/LivingBuses.h"
+#include "UI/Styles/Symbols.h"
 #include "UI/Views/Window/MainView.h"
 
 #include <QSettings>
+#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
@@ -46,15 +48,30 @@ MorlaineApp::MorlaineApp(int& argc, char** argv) : m_application(prepareToolkit(
     QApplication::setApplicationName(QStringLiteral("Morlaine"));
     // The toolkit's dialogs would remember folders in a file of the toolkit's.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
-    QApplication::setDesktopFileName(QStringLiteral("morlaine"));
+    QApplication::setDesktopFileName(QStringLiteral("com.morlaine.Morlaine"));
     m_mainView = std::make_unique<MainView>(runningDesktop(), FolderChooser::native());
+    m_service = ApplicationService::native({[this] { bringToFront(); },
+                                            [this](const std::vector<FileUrl>& urls) {
+                                                m_mainView->openFirstFolder(urls);
+                                                bringToFront();
+                                            }});
 }
 
 MorlaineApp::~MorlaineApp() = default;
 
+void MorlaineApp::bringToFront()
+{
+    m_mainView->setWindowState(m_mainView->windowState() & ~Qt::WindowMinimized);
+    m_mainView->show();
+    m_mainView->raise();
+    m_mainView->activateWindow();
+}
+
 int MorlaineApp::run()
 {
     m_mainView->show();
+    // After the first paint, for which nobody shall wait.
+    QTimer::singleShot(0, [] { QApplication::setWindowIcon(Symbols::applicationIcon()); });
     return QApplication::exec();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Desktop/ApplicationService.h"
 #include "UI/Styles/DesktopAppearance.h"
 
 #include <QApplication>
@@ -23,9 +24,12 @@ public:
     [[nodiscard]] int run();
 
 private:
+    void bringToFront();
+
     QApplication m_application;
     DesktopAppearance m_appearance;
     std::unique_ptr<MainView> m_mainView;
+    std::unique_ptr<ApplicationService> m_service;
 };
 
 } // namespace morlaine

@@ -152,4 +152,18 @@ int sideBeside(const QFont& font)
     return std::max(least, 2 * static_cast<int>(std::lround(QFontInfo(font).pixelSize() * besidePixelSize / 2)));
 }
 
+QIcon applicationIcon()
+{
+    QSvgRenderer renderer(QStringLiteral(":/icon/com.morlaine.Morlaine.svg"));
+    QIcon icon;
+    for (const int side : {16, 24, 32, 48, 64, 128}) {
+        QPixmap pixmap(side, side);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        renderer.render(&painter);
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
 } // namespace morlaine::Symbols

@@ -93,6 +93,9 @@ void paint(QPainter& painter, const QRectF& rect, SymbolName name, const QBrush&
 /// The side in points of a symbol that stands beside text in that font.
 [[nodiscard]] int sideBeside(const QFont& font);
 
+/// The icon of the application, in the sizes that desktops ask for.
+[[nodiscard]] QIcon applicationIcon();
+
 } // namespace Symbols
 
 } // namespace morlaine

@@ -5,6 +5,7 @@
 #include "UI/Views/Inspector/DetailView.h"
 #include "UI/Views/Sidebar/SidebarView.h"
 #include "UI/Views/Window/AnalysisView.h"
+#include "UI/Views/Window/FolderDrop.h"
 #include "UI/Views/Window/MainToolbar.h"
 #include "UI/Views/Window/OnboardingView.h"
 #include "UI/Views/Window/SideColumn.h"
@@ -68,6 +69,7 @@ MainView::MainView(const MainViewModel::Environment& environment, std::unique_pt
     , m_viewModel(std::make_unique<MainViewModel>(environment))
     , m_folderChooser(std::move(folderChooser))
     , m_workspace(environment.workspace)
+    , m_fileSystem(environment.fileSystem)
     , m_observer(*m_viewModel, [this] { update(); })
 {
     setWindowTitle(QStringLiteral("Morlaine"));
@@ -77,6 +79,7 @@ MainView::MainView(const MainViewModel::Environment& environment, std::unique_pt
     buildCentralArea();
     buildColumns();
     bindShortcuts();
+    acceptFolders();
     update();
     // Otherwise the first button would begin with the focus, and take the space bar for itself.
     setFocus();
@@ -145,6 +148,22 @@ void MainView::bindShortcuts()
     bind(QKeySequence(Qt::CTRL | Qt::Key_F), &MainView::focusSearchField);
     bind(QKeySequence(Qt::Key_Escape), &MainView::leave);
     bind(QKeySequence(Qt::Key_Space), &MainView::openSelection);
+}
+
+void MainView::acceptFolders()
+{
+    auto* drop = new FolderDrop(*this, m_fileSystem, [this] { return !m_viewModel->scanner().isScanning(); });
+    connect(drop, &FolderDrop::dropped, m_viewModel.get(), &MainViewModel::scan);
+}
+
+void MainView::openFirstFolder(const std::vector<FileUrl>& urls)
+{
+    if (m_viewModel->scanner().isScanning()) {
+        return;
+    }
+    if (const std::optional<FileUrl> folder = firstFolder(urls, *m_fileSystem)) {
+        m_viewModel->scan(*folder);
+    }
 }
 
 /// A list that drops down closes before the window's shortcuts are asked, and they would take the key for theirs.

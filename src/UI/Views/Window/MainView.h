@@ -7,6 +7,7 @@
 #include <QMainWindow>
 
 #include <memory>
+#include <vector>
 
 class QSplitter;
 class QStackedWidget;
@@ -31,6 +32,9 @@ public:
     /// What the views show; lives as long as the window.
     [[nodiscard]] MainViewModel& viewModel() { return *m_viewModel; }
 
+    /// Scans the first of `urls` that is a folder, as if it had been chosen; does nothing while a scan runs.
+    void openFirstFolder(const std::vector<FileUrl>& urls);
+
     [[nodiscard]] bool isSidebarVisible() const { return m_isSidebarVisible; }
     [[nodiscard]] bool isDetailVisible() const { return m_isDetailVisible; }
 
@@ -44,6 +48,7 @@ private:
     void buildColumns();
     void buildCentralArea();
     void bindShortcuts();
+    void acceptFolders();
 
     void update();
     void updateCentralArea();
@@ -60,6 +65,7 @@ private:
     const std::unique_ptr<MainViewModel> m_viewModel;
     const std::unique_ptr<FolderChooser> m_folderChooser;
     const std::shared_ptr<Workspace> m_workspace;
+    const std::shared_ptr<const FileSystem> m_fileSystem;
     bool m_isSidebarVisible = true;
     bool m_isDetailVisible = true;
 
