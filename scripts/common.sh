@@ -61,7 +61,9 @@ install_packages() {
     fi
 
     echo "Installing: $missing"
-    apt_get update || echo "The package lists could not all be refreshed; trying with those at hand." >&2
+    apt_get update || echo "The package lists could not all be refreshed; trying with the present ones." >&2
+    # shellcheck disable=SC2086 # one word a package
+    apt_get install --no-install-recommends --assume-no $missing 2>/dev/null | grep -E '^(Need to get|After this)' || true
     # shellcheck disable=SC2086 # one word a package
     apt_get install --no-install-recommends $missing || fail "The packages could not be installed; see above."
 }

@@ -8,6 +8,7 @@ if ! "$project_root/scripts/display-answers"; then
     fail "There is no display here to open Morlaine's window on: nothing answers at" \
         "DISPLAY=${DISPLAY:-} and WAYLAND_DISPLAY=${WAYLAND_DISPLAY:-}. Run this again from a desktop session."
 fi
+echo "Morlaine is built and its window opened. The first time, packages are installed and all sources compiled."
 install_packages "$project_root/scripts/debian-packages.txt"
 build release morlaine
 exec "$project_root/build/release/morlaine"

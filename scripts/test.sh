@@ -5,7 +5,8 @@ set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/common.sh"
 
-install_packages "$project_root/scripts/debian-packages.txt"
+echo "Morlaine is built and all its tests are run. The first time, packages are installed and all sources compiled."
+install_packages "$project_root/scripts/debian-packages.txt" "$project_root/scripts/debian-packages-tests.txt"
 build release
 
 cd -- "$project_root"
