@@ -1,5 +1,7 @@
 #include "GeneratedTree.h"
 
+#include "Core/Models/TreeBuilder.h"
+
 #include <array>
 #include <optional>
 #include <random>
@@ -57,9 +59,18 @@ struct Branch {
 
 /// A folder of the tree in memory, before its nodes are made.
 struct Plan {
-    FileUrl url;
+    std::string name;
+    int depth;
     std::vector<std::size_t> folders;
-    std::vector<FileNode> files;
+    std::vector<std::pair<std::string, std::int64_t>> files;
+};
+
+/// A folder whose list is open.
+struct OpenPlan {
+    const Plan* plan;
+    TreeBuilder::Position node;
+    std::size_t nextFolder = 0;
+    std::int64_t size = 0;
 };
 
 } // namespace
@@ -95,33 +106,45 @@ void makeGeneratedTree(const std::filesystem::path& folder)
 FileNode generatedTree(int nodes)
 {
     Dice dice;
-    std::vector<Plan> plans{{FileUrl::fromPath("/home/somebody"), {}, {}}};
-    std::vector<int> depths{0};
+    std::vector<Plan> plans{{"somebody", 0, {}, {}}};
     for (int number = 0; number < nodes; ++number) {
         const auto parent = static_cast<std::size_t>(dice.below(static_cast<int>(plans.size())));
-        if (depths[parent] < deepest) {
-            plans.push_back({plans[parent].url.appending(nameOf(number, dice)), {}, {}});
-            depths.push_back(depths[parent] + 1);
-            plans[parent].folders.push_back(plans.size() - 1);
+        if (plans[parent].depth < deepest) {
+            plans[parent].folders.push_back(plans.size());
+            plans.push_back({nameOf(number, dice), plans[parent].depth + 1, {}, {}});
         }
         for (int width = dice.below(50) == 0 ? 1000 : dice.below(16); width > 0 && number < nodes; --width, ++number) {
             const std::string_view extension = extensions[static_cast<std::size_t>(dice.below(extensions.size()))];
-            const std::string name = nameOf(number, dice) + '.' + std::string(extension);
-            plans[parent].files.push_back(
-                FileNode::inFolder(plans[parent].url, name, dice.below(1 << 30), false, FileCategory::from(extension)));
+            plans[parent].files.emplace_back(nameOf(number, dice) + '.' + std::string(extension), dice.below(1 << 30));
         }
     }
-    // Folders stand behind those that hold them, so the last ones are finished first.
-    std::vector<std::optional<FileNode>> finished(plans.size());
-    for (std::size_t i = plans.size(); i-- > 0;) {
-        std::vector<FileNode> children = std::move(plans[i].files);
-        for (const std::size_t folder : plans[i].folders) {
-            children.push_back(*std::move(finished[folder]));
+    TreeBuilder builder(TreeBuilder::Source::measured);
+    std::vector<OpenPlan> open;
+    const auto enter = [&](const Plan& plan) {
+        const TreeBuilder::Fields folder{Uuid::random(), 0, true, FileCategory::other};
+        open.push_back({&plan, open.empty() ? builder.add(folder, "/home/" + plan.name, plan.name)
+                                            : builder.addComponent(folder, plan.name)});
+        builder.openList();
+        for (const auto& [name, size] : plan.files) {
+            builder.addComponent({Uuid::random(), size, false, FileCategory::from(FileUrl::pathExtension(name))}, name);
+            open.back().size += size;
         }
-        finished[i].emplace(plans[i].url, plans[i].url.lastPathComponent(), 0, true, FileCategory::other,
-                            std::move(children));
+    };
+    enter(plans.front());
+    while (!open.empty()) {
+        if (OpenPlan& current = open.back(); current.nextFolder < current.plan->folders.size()) {
+            enter(plans[current.plan->folders[current.nextFolder++]]);
+            continue;
+        }
+        const OpenPlan left = open.back();
+        open.pop_back();
+        builder.setSize(left.node, left.size);
+        builder.closeList();
+        if (!open.empty()) {
+            open.back().size += left.size;
+        }
     }
-    return *finished.front();
+    return builder.finish();
 }
 
 } // namespace morlaine::bench

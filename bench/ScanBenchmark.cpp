@@ -42,11 +42,14 @@ void runDu(const std::string& tree)
 void scanMemory(benchmark::State& state, const std::string& tree)
 {
     for (auto _ : state) {
+        forgetPeak();
         const std::int64_t before = residentBytes();
         const FileNode root = scan(tree);
         const std::int64_t growth = residentBytes() - before;
+        const std::int64_t peak = peakResidentBytes() - before;
         const std::int64_t nodes = nodesIn(root);
         state.counters["bytes_per_node"] = static_cast<double>(growth) / static_cast<double>(nodes);
+        state.counters["scan_peak_bytes_per_node"] = static_cast<double>(peak) / static_cast<double>(nodes);
         state.counters["nodes"] = static_cast<double>(nodes);
     }
 }

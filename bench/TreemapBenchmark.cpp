@@ -1,5 +1,6 @@
 #include "TreemapBenchmark.h"
 
+#include "Core/Models/TreeBuilder.h"
 #include "Core/Treemap/TreemapEngine.h"
 #include "Measurements.h"
 #include "ScanBenchmark.h"
@@ -30,15 +31,18 @@ FileNode wideFolder(int fileCount)
         size = static_cast<std::int64_t>(std::exp2(24.0 * static_cast<double>(generator()) / 0x1p32));
     }
     std::ranges::sort(sizes, std::greater());
-    const FileUrl url = FileUrl::fromPath("/wide");
-    std::vector<FileNode> files;
+    TreeBuilder builder(TreeBuilder::Source::given);
+    const auto root = builder.add({Uuid::random(), 0, true, FileCategory::other}, "/wide", "wide");
+    builder.openList();
     std::int64_t total = 0;
     for (const std::int64_t size : sizes) {
-        files.push_back(
-            FileNode::inFolder(url, "file" + std::to_string(files.size()), size, false, FileCategory::other));
+        builder.addComponent({Uuid::random(), size, false, FileCategory::other},
+                             "file" + std::to_string(builder.nodes().size()));
         total += size;
     }
-    return {url, "wide", total, true, FileCategory::other, std::move(files)};
+    builder.setSize(root, total);
+    builder.closeList();
+    return builder.finish();
 }
 
 /// The same folder again and again, without taking the rectangles down. `counter` becomes the median in milliseconds.

@@ -1,5 +1,6 @@
 #include "TreemapViewBenchmark.h"
 
+#include "Core/Models/TreeBuilder.h"
 #include "Core/Treemap/TreemapEngine.h"
 #include "Measurements.h"
 #include "ScanBenchmark.h"
@@ -27,26 +28,39 @@ constexpr int runs = 21;
 constexpr int hoverMoves = 1'000;
 
 /// Sizes vary by a factor of sixteen; every category occurs.
-FileNode fileIn(const FileUrl& folder, std::mt19937& generator)
+void addFile(TreeBuilder& builder, std::mt19937& generator)
 {
     const auto size = static_cast<std::int64_t>(std::exp2(16 + 4.0 * static_cast<double>(generator()) / 0x1p32));
     const FileCategory category = FileCategory::allCases[generator() % FileCategory::allCases.size()];
-    return FileNode::inFolder(folder, "some file " + std::to_string(generator() % 10'000), size, false, category);
+    builder.addComponent({Uuid::random(), size, false, category}, "some file " + std::to_string(generator() % 10'000));
 }
 
-/// `width` children at each of `depth` levels, of which the last are files.
-FileNode folderOfFolders(const FileUrl& url, const std::vector<int>& widths, std::size_t level, std::mt19937& generator)
+/// `widths` children at each level, of which the last are files, in the folder that was added last.
+void addContents(TreeBuilder& builder, const std::vector<int>& widths, std::size_t level, std::mt19937& generator)
 {
-    std::vector<FileNode> children;
+    const auto folder = builder.nodes().size() - 1;
+    builder.openList();
     std::int64_t total = 0;
     for (int index = 0; index < widths[level]; ++index) {
-        children.push_back(level + 1 == widths.size()
-                               ? fileIn(url, generator)
-                               : folderOfFolders(url.appending(std::to_string(index)), widths, level + 1, generator));
-        total += children.back().size();
+        const auto child = builder.nodes().size();
+        if (level + 1 == widths.size()) {
+            addFile(builder, generator);
+        } else {
+            builder.addComponent({Uuid::random(), 0, true, FileCategory::other}, std::to_string(index));
+            addContents(builder, widths, level + 1, generator);
+        }
+        total += builder.nodes().sizes[child];
     }
-    std::ranges::sort(children, std::greater(), &FileNode::size);
-    return {url, url.lastPathComponent(), total, true, FileCategory::other, std::move(children)};
+    builder.setSize(folder, total);
+    builder.closeList();
+}
+
+FileNode folderOfFolders(const std::vector<int>& widths, std::mt19937& generator)
+{
+    TreeBuilder builder(TreeBuilder::Source::measured);
+    builder.add({Uuid::random(), 0, true, FileCategory::other}, "/files", "files");
+    addContents(builder, widths, 0, generator);
+    return builder.finish();
 }
 
 std::vector<TreemapRect> layOut(const FileNode& root, const QSize& size)
@@ -58,7 +72,7 @@ std::vector<TreemapRect> layOut(const FileNode& root, const QSize& size)
 std::vector<TreemapRect> fiftyThousandFiles()
 {
     std::mt19937 generator(20'010'101);
-    return layOut(folderOfFolders(FileUrl::fromPath("/files"), {25, 10, 200}, 0, generator), window);
+    return layOut(folderOfFolders({25, 10, 200}, generator), window);
 }
 
 QPixmap paint(const std::vector<TreemapRect>& rects, const QSize& size)

@@ -36,11 +36,4 @@ inline void runInBackground(const std::string& name, std::function<void()> work)
     (void)Background::start(name, Background::Priority::background, std::move(work));
 }
 
-/// Destroys `value` in the background, since the last handle of a large tree takes a while.
-template <typename Value>
-void releaseInBackground(Value value)
-{
-    runInBackground("release", [kept = std::move(value)] {});
-}
-
 } // namespace morlaine

@@ -4,25 +4,11 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
-#include <cstdint>
-#include <cstring>
 #include <filesystem>
-#include <new>
 #include <utility>
 #include <vector>
 
 namespace morlaine {
-
-/// Either a whole path (no folder) or one component inside a folder; the bytes stand behind the struct.
-struct FileUrl::Segment {
-    std::atomic<std::uint32_t> references;
-    std::uint32_t length;
-    Segment* folder;
-
-    [[nodiscard]] char* bytes() noexcept { return reinterpret_cast<char*>(this + 1); }
-    [[nodiscard]] std::string_view view() noexcept { return {bytes(), length}; }
-};
 
 namespace {
 
@@ -53,7 +39,7 @@ FileUrl FileUrl::fromPath(std::string_view path)
 {
     path = path.substr(0, path.find('\0'));
     if (!path.empty() && path.front() == '/') {
-        return FileUrl(makeSegment(nullptr, path));
+        return FileUrl(std::string(path));
     }
     std::error_code unreadable;
     std::string absolute = std::filesystem::current_path(unreadable).native();
@@ -61,7 +47,7 @@ FileUrl FileUrl::fromPath(std::string_view path)
         absolute += '/';
     }
     absolute += path;
-    return FileUrl(makeSegment(nullptr, absolute));
+    return FileUrl(std::move(absolute));
 }
 
 std::optional<FileUrl> FileUrl::parse(std::string_view text)
@@ -73,118 +59,38 @@ std::optional<FileUrl> FileUrl::parse(std::string_view text)
     if (text.starts_with(localHost)) {
         text.remove_prefix(localHost.size());
     }
-    const std::optional<std::string> path = percentDecoded(text);
+    std::optional<std::string> path = percentDecoded(text);
     if (!path || !path->starts_with('/')) {
         return std::nullopt;
     }
-    return FileUrl(makeSegment(nullptr, *path));
-}
-
-FileUrl::FileUrl(const FileUrl& other) noexcept : m_segment(other.m_segment)
-{
-    if (m_segment != nullptr) {
-        m_segment->references.fetch_add(1, std::memory_order_relaxed);
-    }
-}
-
-FileUrl& FileUrl::operator=(const FileUrl& other) noexcept
-{
-    FileUrl copy(other);
-    std::swap(m_segment, copy.m_segment);
-    return *this;
-}
-
-FileUrl& FileUrl::operator=(FileUrl&& other) noexcept
-{
-    FileUrl moved(std::move(other));
-    std::swap(m_segment, moved.m_segment);
-    return *this;
-}
-
-FileUrl::Segment* FileUrl::makeSegment(Segment* folder, std::string_view bytes)
-{
-    auto* segment = static_cast<Segment*>(::operator new(sizeof(Segment) + bytes.size()));
-    ::new (segment) Segment{1, static_cast<std::uint32_t>(bytes.size()), folder};
-    bytes.copy(segment->bytes(), bytes.size());
-    return segment;
-}
-
-void FileUrl::release(Segment* segment) noexcept
-{
-    while (segment != nullptr && segment->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-        Segment* folder = segment->folder;
-        const std::size_t size = sizeof(Segment) + segment->length;
-        segment->~Segment();
-        ::operator delete(segment, size);
-        segment = folder;
-    }
+    return FileUrl(*std::move(path));
 }
 
 FileUrl FileUrl::appending(std::string_view component) const
 {
-    FileUrl folder = asFolder();
-    Segment* segment = makeSegment(folder.m_segment, component);
-    folder.m_segment = nullptr; // the new segment holds it now
-    return FileUrl(segment);
+    std::string bytes;
+    bytes.reserve(m_bytes.size() + 1 + component.size());
+    bytes = m_bytes;
+    openFolder(bytes);
+    bytes += component;
+    return FileUrl(std::move(bytes));
 }
 
-FileUrl FileUrl::asFolder() const
+void FileUrl::openFolder(std::string& bytes)
 {
-    const std::string_view bytes = m_segment->view();
-    const std::string_view path = m_segment->folder == nullptr ? withoutTrailingSlashes(bytes) : bytes;
-    return path.size() == bytes.size() ? *this : FileUrl(makeSegment(nullptr, path));
-}
-
-std::optional<FileUrl> FileUrl::sharedFolder() const noexcept
-{
-    if (m_segment->folder == nullptr) {
-        return std::nullopt;
+    bytes.resize(withoutTrailingSlashes(bytes).size());
+    if (!bytes.ends_with('/')) {
+        bytes += '/';
     }
-    m_segment->folder->references.fetch_add(1, std::memory_order_relaxed);
-    return FileUrl(m_segment->folder);
-}
-
-void FileUrl::exactBytes(std::string& buffer) const
-{
-    std::size_t length = 0;
-    Segment* whole = m_segment;
-    for (; whole->folder != nullptr; whole = whole->folder) {
-        length += 1 + whole->length;
-    }
-    // The file system's root ends in the slash that joins it to what follows.
-    std::string_view start = whole->view();
-    if (whole != m_segment && start == "/") {
-        start.remove_prefix(1);
-    }
-    buffer.resize(start.size() + length);
-    char* end = buffer.data() + buffer.size();
-    for (Segment* segment = m_segment; segment->folder != nullptr; segment = segment->folder) {
-        end -= segment->length;
-        std::memcpy(end, segment->bytes(), segment->length);
-        *--end = '/';
-    }
-    std::memcpy(buffer.data(), start.data(), start.size());
-}
-
-void FileUrl::path(std::string& buffer) const
-{
-    exactBytes(buffer);
-    buffer.resize(withoutTrailingSlashes(buffer).size());
 }
 
 std::string FileUrl::path() const
 {
-    std::string buffer;
-    path(buffer);
-    return buffer;
+    return std::string(withoutTrailingSlashes(m_bytes));
 }
 
-std::string_view FileUrl::lastPathComponent() const noexcept
+std::string_view FileUrl::lastPathComponent(std::string_view bytes) noexcept
 {
-    const std::string_view bytes = m_segment->view();
-    if (m_segment->folder != nullptr) {
-        return bytes;
-    }
     const std::string_view path = withoutTrailingSlashes(bytes);
     return path.substr(path.rfind('/') + 1);
 }
@@ -202,10 +108,8 @@ std::string_view FileUrl::pathExtension(std::string_view component) noexcept
 
 std::string FileUrl::absoluteString() const
 {
-    std::string bytes;
-    exactBytes(bytes);
     std::string text(scheme);
-    appendPercentEncoded(bytes, text);
+    appendPercentEncoded(m_bytes, text);
     return text;
 }
 
@@ -271,35 +175,4 @@ FileUrl FileUrl::standardized() const
     return fromPath(standard.empty() ? "/" : standard);
 }
 
-bool operator==(const FileUrl& a, const FileUrl& b)
-{
-    FileUrl::Segment* left = a.m_segment;
-    FileUrl::Segment* right = b.m_segment;
-    while (left != right && left->folder != nullptr && right->folder != nullptr) {
-        if (left->view() != right->view()) {
-            return false;
-        }
-        left = left->folder;
-        right = right->folder;
-    }
-    if (left == right) {
-        return true;
-    }
-    if (left->folder == nullptr && right->folder == nullptr) {
-        return left->view() == right->view();
-    }
-    std::string leftBytes;
-    std::string rightBytes;
-    a.exactBytes(leftBytes);
-    b.exactBytes(rightBytes);
-    return leftBytes == rightBytes;
-}
-
 } // namespace morlaine
-
-std::size_t std::hash<morlaine::FileUrl>::operator()(const morlaine::FileUrl& url) const
-{
-    std::string bytes;
-    url.exactBytes(bytes);
-    return std::hash<std::string_view>()(bytes);
-}

@@ -10,10 +10,7 @@
 namespace morlaine {
 
 /// The location of a file or folder: an absolute path of exact bytes (any but NUL, UTF-8 or not) with a text form
-/// `file:///…`. A value inside, a shared handle outside: a url appended to a folder's url holds that folder's and
-/// one component more, so that the urls of a tree share their folders. Copies cost one counter increment.
-///
-/// Immutable and safe to share between threads. A moved-from url may only be destroyed or assigned to.
+/// `file:///…`. A value.
 class FileUrl {
 public:
     /// The location of `path`. A relative path is taken from the current working directory; everything behind a
@@ -24,29 +21,22 @@ public:
     /// percent escape, an encoded NUL, a query or a fragment.
     [[nodiscard]] static std::optional<FileUrl> parse(std::string_view text);
 
-    FileUrl(const FileUrl& other) noexcept;
-    FileUrl(FileUrl&& other) noexcept : m_segment(std::exchange(other.m_segment, nullptr)) {}
-    FileUrl& operator=(const FileUrl& other) noexcept;
-    FileUrl& operator=(FileUrl&& other) noexcept;
-    ~FileUrl() { release(m_segment); }
-
     /// The location of `component` inside this folder. Requires one file name: not empty, without slash and NUL.
     [[nodiscard]] FileUrl appending(std::string_view component) const;
 
-    /// This url as the urls appended to it share it: without trailing slashes.
-    [[nodiscard]] FileUrl asFolder() const;
+    /// Makes the bytes of a folder's location the start of those of what it holds: one slash at the end.
+    static void openFolder(std::string& bytes);
 
-    /// The folder that this url was appended to; nothing for a url made from a whole path.
-    [[nodiscard]] std::optional<FileUrl> sharedFolder() const noexcept;
+    /// All bytes of the location, with the slashes that may trail them. Lasts as long as this url.
+    [[nodiscard]] const std::string& bytes() const noexcept { return m_bytes; }
 
-    /// The path in its exact bytes, without the slashes that may trail it. The second form replaces `buffer`, so
-    /// that its memory serves many paths.
+    /// The path in its exact bytes, without the slashes that may trail it.
     [[nodiscard]] std::string path() const;
-    void path(std::string& buffer) const;
 
     /// The exact bytes of the part behind the last slash that does not trail the path; empty for `/`.
-    /// Valid while a copy of this url lives.
-    [[nodiscard]] std::string_view lastPathComponent() const noexcept;
+    /// Lasts as long as this url. The second form takes the bytes of a location.
+    [[nodiscard]] std::string_view lastPathComponent() const noexcept { return lastPathComponent(m_bytes); }
+    [[nodiscard]] static std::string_view lastPathComponent(std::string_view bytes) noexcept;
 
     /// The extension of the last component, see below.
     [[nodiscard]] std::string_view pathExtension() const noexcept;
@@ -67,24 +57,20 @@ public:
     [[nodiscard]] FileUrl standardized() const;
 
     /// Equal when the text forms are equal. A trailing slash makes a difference.
-    friend bool operator==(const FileUrl& a, const FileUrl& b);
+    friend bool operator==(const FileUrl&, const FileUrl&) = default;
 
 private:
-    friend struct std::hash<FileUrl>;
-    struct Segment;
+    explicit FileUrl(std::string bytes) noexcept : m_bytes(std::move(bytes)) {}
 
-    explicit FileUrl(Segment* segment) noexcept : m_segment(segment) {}
-
-    [[nodiscard]] static Segment* makeSegment(Segment* folder, std::string_view bytes);
-    static void release(Segment* segment) noexcept;
-    void exactBytes(std::string& buffer) const;
-
-    Segment* m_segment;
+    std::string m_bytes;
 };
 
 } // namespace morlaine
 
 template <>
 struct std::hash<morlaine::FileUrl> {
-    [[nodiscard]] std::size_t operator()(const morlaine::FileUrl& url) const;
+    [[nodiscard]] std::size_t operator()(const morlaine::FileUrl& url) const noexcept
+    {
+        return std::hash<std::string>()(url.bytes());
+    }
 };

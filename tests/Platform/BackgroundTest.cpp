@@ -36,7 +36,6 @@ TEST(BackgroundTest, WaitsForWhatItKnowsByNameUntilTheBound)
 
     // Work may start more.
     runInBackground("outer", [held] { runInBackground("inner", [held] {}); });
-    releaseInBackground(held);
     EXPECT_THAT(Background::waitForAll(longEnough), IsEmpty());
     while (held.use_count() > 1) { // held by the first two, which nobody waits for any more
     }

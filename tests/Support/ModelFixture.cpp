@@ -1,8 +1,8 @@
 #include "Support/ModelFixture.h"
 
 #include "Core/Models/FileNodeJson.h"
-#include "Core/Models/TreeWalk.h"
 #include "Support/TreeText.h"
+#include "Support/TreeWalk.h"
 
 #include <QFile>
 #include <QTest>

@@ -1,11 +1,10 @@
 #include "Support/TreeText.h"
 
-#include "Core/Models/TreeWalk.h"
+#include "Core/Models/TreeBuilder.h"
+#include "Support/TreeWalk.h"
 
 #include <algorithm>
 #include <charconv>
-#include <optional>
-#include <set>
 #include <stdexcept>
 #include <vector>
 
@@ -95,27 +94,23 @@ std::string textOfTree(const FileNode& root)
     return text;
 }
 
-bool childrenShareOneFolder(const FileNode& folder)
-{
-    std::set<const char*> folders;
-    for (const FileNode& child : folder.childrenOrNone()) {
-        const std::optional<FileUrl> shared = child.url().sharedFolder();
-        folders.insert(shared ? shared->lastPathComponent().data() : nullptr);
-    }
-    return folders.size() == 1 && !folders.contains(nullptr);
-}
-
 FileNode chainOfFolders(int depth)
 {
-    std::vector<FileUrl> urls{FileUrl::fromPath("/deep")};
-    for (int level = 1; level < depth; ++level) {
-        urls.push_back(urls.back().appending("d"));
+    TreeBuilder builder(TreeBuilder::Source::given);
+    for (int level = 0; level < depth; ++level) {
+        const TreeBuilder::Fields folder{Uuid::random(), 7, true, FileCategory::other};
+        if (level == 0) {
+            builder.add(folder, "/deep", "deep");
+        } else {
+            builder.addComponent(folder, "d");
+        }
+        builder.openList();
     }
-    FileNode node(urls.back().appending("end.txt"), "end.txt", 7, false, FileCategory::document, std::nullopt);
-    for (; !urls.empty(); urls.pop_back()) {
-        node = FileNode(urls.back(), urls.back().lastPathComponent(), 7, true, FileCategory::other, std::vector{node});
+    builder.addComponent({Uuid::random(), 7, false, FileCategory::document}, "end.txt");
+    for (int level = 0; level < depth; ++level) {
+        builder.closeList();
     }
-    return node;
+    return builder.finish();
 }
 
 } // namespace morlaine::test

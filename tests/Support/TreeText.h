@@ -14,9 +14,6 @@ namespace morlaine::test {
 /// The same text for a tree, with ` [category]` behind every category but that of folders and unlisted extensions.
 [[nodiscard]] std::string textOfTree(const FileNode& root);
 
-/// Whether the urls of all children, of which there is at least one, stand on one and the same folder in memory.
-[[nodiscard]] bool childrenShareOneFolder(const FileNode& folder);
-
 /// A chain of folders `depth` deep, each in the one before, with one file at its end.
 [[nodiscard]] FileNode chainOfFolders(int depth);
 

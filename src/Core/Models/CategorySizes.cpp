@@ -1,33 +1,26 @@
 #include "Core/Models/CategorySizes.h"
 
+#include "Core/Models/FileNode.h"
 #include "Utilities/CheckedMath.h"
 
-#include <span>
-#include <vector>
+#include <cstdlib>
 
 namespace morlaine {
 
 CategorySizes categorySizes(const FileNode& root)
 {
-    CategorySizes sizes{};
-    sumCategorySizes(root, sizes);
-    return sizes;
+    const std::optional<CategorySizes> sizes = root.tree().categorySizes(root.position());
+    if (!sizes) {
+        std::abort(); // as any sum beyond 64 bits
+    }
+    return *sizes;
 }
 
 void sumCategorySizes(const FileNode& node, CategorySizes& dict)
 {
-    std::vector<std::span<const FileNode>> waiting{{&node, 1}};
-    while (!waiting.empty()) {
-        const auto nodes = waiting.back();
-        waiting.pop_back();
-        for (const FileNode& each : nodes) {
-            if (each.isDirectory()) {
-                waiting.push_back(each.childrenOrNone());
-            } else {
-                std::int64_t& sum = dict[each.fileCategory()];
-                sum = checkedAdd(sum, each.size());
-            }
-        }
+    const CategorySizes sizes = categorySizes(node);
+    for (std::size_t category = 0; category < dict.size(); ++category) {
+        dict[category] = checkedAdd(dict[category], sizes[category]);
     }
 }
 

@@ -1,72 +1,73 @@
 #include "Core/Models/FileNode.h"
 
-#include "Core/Models/TreeWalk.h"
+#include "Core/Models/TreeBuilder.h"
 #include "Utilities/ByteCount.h"
-#include "Utilities/CheckedMath.h"
-#include "Utilities/Utf8.h"
 
 #include <algorithm>
-#include <atomic>
-#include <cstddef>
-#include <new>
+#include <cstring>
+#include <ranges>
 
 namespace morlaine {
 
-/// What stands behind the name of a folder that holds something; the children's handles follow it.
-struct FileNode::ChildList {
-    std::size_t length;
-    std::int64_t fileCount;
-    std::int64_t directoryCount;
-
-    [[nodiscard]] FileNode* nodes() noexcept { return reinterpret_cast<FileNode*>(this + 1); }
-};
-
-/// One allocation for a node: these fields, the bytes of the name right behind the last of them (in what would be
-/// padding), and for a folder that holds something its ChildList behind that.
-struct FileNode::Record {
-    enum Flag : std::uint8_t {
-        isFolder = 1,
-        hasList = 2,          // `children` is present, be it empty
-        hasChildren = 4,      // a ChildList stands behind the name
-        locationIsFolder = 8, // the url is `location` plus the name, else `location` alone
-    };
-
-    std::atomic<std::uint32_t> references;
-    std::uint32_t nameLength;
-    std::int64_t size;
-    FileUrl location;
-    Uuid id;
-    FileCategory fileCategory;
-    std::uint8_t flags;
-
-    /// Everything but the ChildList, for which there is room.
-    [[nodiscard]] static Record* make(const Uuid& id, const FileUrl& location, std::string_view name, std::int64_t size,
-                                      FileCategory fileCategory, std::uint8_t flags, std::size_t childCount);
-
-    [[nodiscard]] static std::size_t childListOffset(std::size_t nameLength) noexcept;
-    [[nodiscard]] static std::size_t allocationSize(std::size_t nameLength, std::size_t childCount) noexcept;
-
-    [[nodiscard]] bool has(Flag flag) const noexcept { return (flags & flag) != 0; }
-    [[nodiscard]] char* nameBytes() noexcept;
-    [[nodiscard]] std::string_view name() noexcept { return {nameBytes(), nameLength}; }
-    [[nodiscard]] ChildList* childList() noexcept;
-    [[nodiscard]] std::span<FileNode> children() noexcept;
-
-    void fillChildList(std::vector<FileNode>&& nodes);
-
-    /// A dead record waits for its release in a list that is linked through its `size`.
-    [[nodiscard]] Record* nextDead() const noexcept { return reinterpret_cast<Record*>(size); }
-    void setNextDead(Record* next) noexcept { size = reinterpret_cast<std::intptr_t>(next); }
-
-    void destroy() noexcept;
-};
-
 namespace {
 
-constexpr std::size_t alignedUp(std::size_t offset, std::size_t alignment)
-{
-    return (offset + alignment - 1) / alignment * alignment;
-}
+using Position = Tree::Position;
+
+/// A url of a node's own says nothing for the node that is looked at: as the root of its tree it always has one.
+constexpr std::uint8_t comparedKinds = TreeArrays::category | TreeArrays::isFolder | TreeArrays::hasList;
+
+/// The arrays of one node with all that it holds.
+class Part {
+public:
+    explicit Part(const FileNode& node)
+        : m_nodes(node.tree().arrays())
+        , m_first(node.position())
+        , m_length(m_nodes.ends[m_first] - m_first)
+    {
+    }
+
+    [[nodiscard]] std::string location() const { return m_nodes.location(m_first); }
+    [[nodiscard]] std::uint8_t kind() const { return m_nodes.kinds[m_first] & comparedKinds; }
+    [[nodiscard]] std::string_view ids() const { return bytes(m_nodes.ids, 0); }
+    [[nodiscard]] std::string_view sizes() const { return bytes(m_nodes.sizes, 0); }
+    [[nodiscard]] std::string_view innerKinds() const { return bytes(m_nodes.kinds, 1); }
+
+    /// With the marks that end them, so that the same bytes are the same names.
+    [[nodiscard]] std::string_view names() const
+    {
+        const std::size_t start = m_nodes.nameStarts[m_first];
+        return {m_nodes.names.data() + start, m_nodes.nameStarts[m_first + m_length] - start};
+    }
+
+    /// For each node how many it holds: with the order of the nodes that says who holds whom.
+    [[nodiscard]] auto lengths() const
+    {
+        return std::views::iota(m_first, m_first + m_length) |
+               std::views::transform([this](Position node) { return m_nodes.ends[node] - node; });
+    }
+
+    /// The urls of inner nodes that are not their folder's and their name, by place in this part. The urls of all
+    /// others follow from what is compared beside.
+    [[nodiscard]] auto innerUrls() const
+    {
+        return std::ranges::subrange(m_nodes.ownUrls.upper_bound(m_first),
+                                     m_nodes.ownUrls.lower_bound(m_first + m_length)) |
+               std::views::transform([this](const auto& own) {
+                   return std::pair<Position, const TreeArrays::OwnUrl&>(own.first - m_first, own.second);
+               });
+    }
+
+private:
+    template <typename Value>
+    [[nodiscard]] std::string_view bytes(const GrowingArray<Value>& values, Position from) const
+    {
+        return {reinterpret_cast<const char*>(values.data() + m_first + from), (m_length - from) * sizeof(Value)};
+    }
+
+    const TreeArrays& m_nodes;
+    Position m_first;
+    Position m_length;
+};
 
 /// The hash of a sequence of values, each fed in turn.
 class SequenceHash {
@@ -85,179 +86,26 @@ private:
 
 } // namespace
 
-FileNode::Record* FileNode::Record::make(const Uuid& id, const FileUrl& location, std::string_view name,
-                                         std::int64_t size, FileCategory fileCategory, std::uint8_t flags,
-                                         std::size_t childCount)
-{
-    void* memory = ::operator new(allocationSize(name.size(), childCount));
-    auto* record =
-        ::new (memory) Record{1, static_cast<std::uint32_t>(name.size()), size, location, id, fileCategory, flags};
-    name.copy(record->nameBytes(), name.size());
-    return record;
-}
-
-char* FileNode::Record::nameBytes() noexcept
-{
-    return reinterpret_cast<char*>(&flags + 1);
-}
-
-std::size_t FileNode::Record::childListOffset(std::size_t nameLength) noexcept
-{
-    return alignedUp(offsetof(Record, flags) + 1 + nameLength, alignof(ChildList));
-}
-
-std::size_t FileNode::Record::allocationSize(std::size_t nameLength, std::size_t childCount) noexcept
-{
-    const std::size_t children = childCount == 0 ? 0 : sizeof(ChildList) + childCount * sizeof(FileNode);
-    return std::max(sizeof(Record), childListOffset(nameLength) + children);
-}
-
-FileNode::ChildList* FileNode::Record::childList() noexcept
-{
-    return has(hasChildren) ? reinterpret_cast<ChildList*>(reinterpret_cast<char*>(this) + childListOffset(nameLength))
-                            : nullptr;
-}
-
-std::span<FileNode> FileNode::Record::children() noexcept
-{
-    ChildList* list = childList();
-    return list == nullptr ? std::span<FileNode>() : std::span<FileNode>(list->nodes(), list->length);
-}
-
-void FileNode::Record::fillChildList(std::vector<FileNode>&& nodes)
-{
-    auto* list = ::new (static_cast<void*>(childList())) ChildList{nodes.size(), 0, 1};
-    FileNode* place = list->nodes();
-    for (FileNode& node : nodes) {
-        list->fileCount = checkedAdd(list->fileCount, node.fileCount());
-        list->directoryCount = checkedAdd(list->directoryCount, node.directoryCount());
-        ::new (static_cast<void*>(place++)) FileNode(std::move(node));
-    }
-}
-
-void FileNode::Record::destroy() noexcept
-{
-    const std::size_t bytes = allocationSize(nameLength, children().size());
-    this->~Record();
-    ::operator delete(this, bytes);
-}
-
 FileNode::FileNode(const Uuid& id, const FileUrl& url, std::string_view name, std::int64_t size, bool isDirectory,
                    FileCategory fileCategory, std::optional<std::vector<FileNode>> children)
+    : FileNode(nullptr, 0)
 {
-    std::string repaired;
-    if (!isValidUtf8(name)) {
-        repaired = validUtf8(name);
-        name = repaired;
+    TreeBuilder builder(TreeBuilder::Source::given);
+    builder.add({id, size, isDirectory, fileCategory}, url.bytes(), name);
+    if (children) {
+        builder.openList();
+        for (const FileNode& child : *children) {
+            builder.addCopy(child);
+        }
+        builder.closeList();
     }
-    const std::size_t childCount = children ? children->size() : 0;
-    // A folder that holds something keeps its own url, since its children hold the very same one.
-    const std::optional<FileUrl> folder =
-        childCount == 0 && url.lastPathComponent() == name ? url.sharedFolder() : std::nullopt;
-    const auto flags = static_cast<std::uint8_t>(
-        (isDirectory ? Record::isFolder : 0) | (children ? Record::hasList : 0) |
-        (childCount != 0 ? Record::hasChildren : 0) | (folder ? Record::locationIsFolder : 0));
-    m_record = Record::make(id, folder ? *folder : url, name, size, fileCategory, flags, childCount);
-    if (childCount != 0) {
-        m_record->fillChildList(*std::move(children));
-    }
-}
-
-FileNode FileNode::inFolder(const FileUrl& folder, std::string_view component, std::int64_t size, bool isDirectory,
-                            FileCategory fileCategory)
-{
-    if (!isValidUtf8(component)) {
-        return {folder.appending(component), component, size, isDirectory, fileCategory, std::nullopt};
-    }
-    const auto flags = static_cast<std::uint8_t>(Record::locationIsFolder | (isDirectory ? Record::isFolder : 0));
-    return FileNode(Record::make(Uuid::random(), folder.asFolder(), component, size, fileCategory, flags, 0));
+    *this = builder.finish();
 }
 
 FileNode::FileNode(const FileUrl& url, std::string_view name, std::int64_t size, bool isDirectory,
                    FileCategory fileCategory, std::optional<std::vector<FileNode>> children)
     : FileNode(Uuid::random(), url, name, size, isDirectory, fileCategory, std::move(children))
 {
-}
-
-FileNode::FileNode(const FileNode& other) noexcept : m_record(other.m_record)
-{
-    if (m_record != nullptr) {
-        m_record->references.fetch_add(1, std::memory_order_relaxed);
-    }
-}
-
-FileNode& FileNode::operator=(const FileNode& other) noexcept
-{
-    FileNode copy(other);
-    std::swap(m_record, copy.m_record);
-    return *this;
-}
-
-FileNode& FileNode::operator=(FileNode&& other) noexcept
-{
-    FileNode moved(std::move(other));
-    std::swap(m_record, moved.m_record);
-    return *this;
-}
-
-void FileNode::release(Record* record) noexcept
-{
-    Record* dead = nullptr;
-    const auto drop = [&dead](Record* candidate) {
-        if (candidate != nullptr && candidate->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-            candidate->setNextDead(dead);
-            dead = candidate;
-        }
-    };
-    drop(record);
-    while (dead != nullptr) {
-        Record* current = dead;
-        dead = current->nextDead();
-        for (FileNode& child : current->children()) {
-            drop(std::exchange(child.m_record, nullptr));
-        }
-        current->destroy();
-    }
-}
-
-const Uuid& FileNode::id() const noexcept
-{
-    return m_record->id;
-}
-
-FileUrl FileNode::url() const
-{
-    return m_record->has(Record::locationIsFolder) ? m_record->location.appending(name()) : m_record->location;
-}
-
-std::string_view FileNode::name() const noexcept
-{
-    return m_record->name();
-}
-
-std::int64_t FileNode::size() const noexcept
-{
-    return m_record->size;
-}
-
-bool FileNode::isDirectory() const noexcept
-{
-    return m_record->has(Record::isFolder);
-}
-
-FileCategory FileNode::fileCategory() const noexcept
-{
-    return m_record->fileCategory;
-}
-
-std::optional<std::span<const FileNode>> FileNode::children() const noexcept
-{
-    return m_record->has(Record::hasList) ? std::optional(childrenOrNone()) : std::nullopt;
-}
-
-std::span<const FileNode> FileNode::childrenOrNone() const noexcept
-{
-    return m_record->children();
 }
 
 std::string FileNode::formattedSize() const
@@ -267,85 +115,50 @@ std::string FileNode::formattedSize() const
 
 std::string FileNode::fileExtension() const
 {
-    return std::string(m_record->has(Record::locationIsFolder) ? FileUrl::pathExtension(name())
-                                                               : m_record->location.pathExtension());
+    return std::string(FileUrl::pathExtension(m_tree->lastComponentOf(m_position)));
 }
 
-std::int64_t FileNode::fileCount() const noexcept
+std::size_t FileNode::Children::size() const noexcept
 {
-    if (!isDirectory()) {
-        return 1;
-    }
-    const ChildList* list = m_record->childList();
-    return list == nullptr ? 0 : list->fileCount;
+    return static_cast<std::size_t>(std::ranges::distance(begin(), end()));
 }
 
-std::int64_t FileNode::directoryCount() const noexcept
+FileNode FileNode::Children::operator[](std::size_t index) const noexcept
 {
-    if (!isDirectory()) {
-        return 0;
-    }
-    const ChildList* list = m_record->childList();
-    return list == nullptr ? 1 : list->directoryCount;
-}
-
-bool FileNode::hasEqualFields(const FileNode& other) const
-{
-    Record& a = *m_record;
-    Record& b = *other.m_record;
-    constexpr std::uint8_t compared = Record::isFolder | Record::hasList;
-    if (a.id != b.id || a.name() != b.name() || a.size != b.size || ((a.flags ^ b.flags) & compared) != 0 ||
-        a.fileCategory != b.fileCategory || a.children().size() != b.children().size()) {
-        return false;
-    }
-    if (a.has(Record::locationIsFolder) && b.has(Record::locationIsFolder)) {
-        return a.location == b.location;
-    }
-    return url() == other.url();
+    return *std::ranges::next(begin(), static_cast<std::ptrdiff_t>(index));
 }
 
 bool operator==(const FileNode& a, const FileNode& b)
 {
-    std::vector<std::pair<const FileNode*, const FileNode*>> pairs{{&a, &b}};
-    while (!pairs.empty()) {
-        const auto [left, right] = pairs.back();
-        pairs.pop_back();
-        if (left->m_record == right->m_record) {
-            continue;
-        }
-        if (!left->hasEqualFields(*right)) {
-            return false;
-        }
-        const auto leftChildren = left->childrenOrNone();
-        const auto rightChildren = right->childrenOrNone();
-        for (std::size_t i = 0; i < leftChildren.size(); ++i) {
-            pairs.emplace_back(&leftChildren[i], &rightChildren[i]);
-        }
+    if (a.m_tree == b.m_tree && a.m_position == b.m_position) {
+        return true;
     }
-    return true;
-}
-
-std::size_t FileNode::hashOfFields() const
-{
-    SequenceHash hash;
-    hash.feed(std::hash<Uuid>()(id()));
-    hash.feed(std::hash<FileUrl>()(url()));
-    hash.feed(name());
-    hash.feed(static_cast<std::uint64_t>(size()));
-    hash.feed(isDirectory() ? 1 : 0);
-    hash.feed(fileCategory().rawValue());
-    hash.feed(children() ? 1 : 0);
-    if (children()) {
-        hash.feed(childrenOrNone().size());
-    }
-    return hash.value();
+    const Part left(a);
+    const Part right(b);
+    return left.ids() == right.ids() && left.sizes() == right.sizes() && left.kind() == right.kind() &&
+           left.innerKinds() == right.innerKinds() && left.names() == right.names() &&
+           std::ranges::equal(left.lengths(), right.lengths()) &&
+           std::ranges::equal(left.innerUrls(), right.innerUrls()) && left.location() == right.location();
 }
 
 } // namespace morlaine
 
 std::size_t std::hash<morlaine::FileNode>::operator()(const morlaine::FileNode& node) const
 {
+    const morlaine::Part part(node);
     morlaine::SequenceHash sequence;
-    morlaine::walkTree(node, [&sequence](const morlaine::FileNode& entered) { sequence.feed(entered.hashOfFields()); });
+    sequence.feed(part.ids());
+    sequence.feed(part.location());
+    sequence.feed(part.names());
+    sequence.feed(part.sizes());
+    sequence.feed(part.kind());
+    sequence.feed(part.innerKinds());
+    for (const auto length : part.lengths()) {
+        sequence.feed(length);
+    }
+    for (const auto& [place, own] : part.innerUrls()) {
+        sequence.feed(place);
+        sequence.feed(own.bytes);
+    }
     return sequence.value();
 }

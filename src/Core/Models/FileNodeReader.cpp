@@ -1,5 +1,7 @@
 #include "Core/Models/FileNodeJson.h"
 #include "Core/Models/FileNodeJsonKeys.h"
+#include "Core/Models/FileNodeReaders.h"
+#include "Core/Models/TreeBuilder.h"
 #include "Utilities/JsonEvents.h"
 #include "Utilities/JsonInput.h"
 
@@ -9,40 +11,28 @@ namespace morlaine {
 
 namespace {
 
-/// Folders may nest this deep. Every node's url holds the names of all folders above it, so that a true tree of such
-/// depth would fill more than ten gigabytes of text.
-constexpr std::size_t deepestLevel = 100'000;
-
-/// An object whose end has not been read yet. Levels are used again, so that their texts keep their memory.
+/// An object whose end has not been read yet.
 struct Level {
-    Uuid id;
-    std::optional<FileUrl> url;
-    std::optional<FileUrl> folder;       // the url as what the folder holds shares it, known while that is read
-    std::size_t childUrlStartLength = 0; // of the text with which the urls of that begin, once it was needed
-    std::string name;
-    std::int64_t size = 0;
-    bool isDirectory = false;
-    FileCategory fileCategory;
-    std::optional<std::vector<FileNode>> children;
-
+    TreeBuilder::Fields fields;
+    std::int64_t childrenSize = 0; // sum of what has been read of the children
     JsonKey key = JsonKey::unknown;
     std::uint8_t seenKeys = 0;
+    std::uint8_t seenSinceAdded = 0;
     bool isInChildren = false;
-
-    void reset()
-    {
-        seenKeys = 0;
-        isInChildren = false;
-        url.reset();
-        folder.reset();
-        children.reset();
-    }
+    bool isAdded = false;               // to the tree, which happens before its children
+    TreeBuilder::Position position = 0; // once it is added
 };
 
-/// Builds nodes from the leaves upward.
+constexpr std::uint8_t bitOf(JsonKey key)
+{
+    return static_cast<std::uint8_t>(1U << static_cast<unsigned>(key));
+}
+
+/// Adds a node to the tree when its children begin or at its end, and gives a node whose keys come behind its children
+/// its fields once more.
 class NodeReader : public JsonEvents<NodeReader> {
 public:
-    [[nodiscard]] FileNode takeRoot() { return *std::move(m_root); }
+    [[nodiscard]] FileNode takeRoot() { return m_builder.finish(); }
 
 private:
     friend class JsonEvents<NodeReader>;
@@ -55,18 +45,20 @@ private:
     [[nodiscard]] bool beginArray();
     [[nodiscard]] bool endArray();
 
-    [[nodiscard]] Level& level() { return m_levels[m_depth - 1]; }
-    [[nodiscard]] bool expectsNode() { return m_depth == 0 || level().isInChildren; }
+    [[nodiscard]] Level& level() { return m_levels.back(); }
+    [[nodiscard]] bool expectsNode() { return m_levels.empty() || level().isInChildren; }
     [[nodiscard]] bool refuseType(std::string_view found);
     [[nodiscard]] bool string(std::string_view text);
-    [[nodiscard]] std::optional<FileUrl> url(std::string_view text);
-    [[nodiscard]] bool isInFolder(std::string_view text, Level& folder);
+    [[nodiscard]] bool addSize();
+    void add(Level& level);
 
-    std::vector<Level> m_levels;
-    std::size_t m_depth = 0;
-    std::string m_childUrlStart; // with which the urls of what a folder holds begin, for one open folder only
-    std::size_t m_childUrlStartDepth = 0;
-    std::optional<FileNode> m_root;
+    void amend(Level& level);
+
+    std::vector<Level> m_levels;  // of all objects that are open
+    std::int64_t m_filesSize = 0; // sum of the files that have been read
+    std::string m_url;            // all bytes, and name: of the last object that had such a key
+    std::string m_name;
+    TreeBuilder m_builder{TreeBuilder::Source::given};
 };
 
 bool NodeReader::refuseType(std::string_view found)
@@ -83,20 +75,23 @@ bool NodeReader::scalar(const JsonScalar& value)
         return refuseType(typeName(value));
     }
     Level& current = level();
-    current.seenKeys |= static_cast<std::uint8_t>(1U << static_cast<unsigned>(current.key));
+    current.seenKeys |= bitOf(current.key);
+    current.seenSinceAdded |= bitOf(current.key);
     if (const auto* text = std::get_if<std::string_view>(&value); text != nullptr) {
         return string(*text);
     }
     if (const auto* number = std::get_if<std::int64_t>(&value); number != nullptr && current.key == JsonKey::size) {
-        current.size = *number;
+        current.fields.size = *number;
         return true;
     }
     if (const auto* flag = std::get_if<bool>(&value); flag != nullptr && current.key == JsonKey::isDirectory) {
-        current.isDirectory = *flag;
+        current.fields.isDirectory = *flag;
         return true;
     }
     if (std::holds_alternative<std::nullptr_t>(value) && current.key == JsonKey::children) {
-        current.children.reset();
+        if (current.isAdded) {
+            m_builder.dropList(current.position);
+        }
         return true;
     }
     return refuseType(typeName(value));
@@ -108,19 +103,22 @@ bool NodeReader::string(std::string_view text)
     switch (current.key) {
     case JsonKey::id:
         if (const auto id = Uuid::fromText(text)) {
-            current.id = *id;
+            current.fields.id = *id;
             return true;
         }
         return refuse("\"id\" is no UUID");
     case JsonKey::url:
-        current.url = url(text);
-        return current.url || refuse("\"url\" is no file url");
+        if (const auto url = FileUrl::parse(text)) {
+            m_url = url->bytes();
+            return true;
+        }
+        return refuse("\"url\" is no file url");
     case JsonKey::name:
-        current.name = text;
+        m_name = text;
         return true;
     case JsonKey::fileCategory:
         if (const auto category = FileCategory::fromRawValue(text)) {
-            current.fileCategory = *category;
+            current.fields.category = *category;
             return true;
         }
         return refuse("unknown \"fileCategory\"");
@@ -129,55 +127,17 @@ bool NodeReader::string(std::string_view text)
     }
 }
 
-/// The url of a child that stands in its folder's url is appended to that, so that a tree that is read shares its
-/// paths like one that was scanned.
-std::optional<FileUrl> NodeReader::url(std::string_view text)
-{
-    if (m_depth > 1) {
-        Level& above = m_levels[m_depth - 2];
-        if (above.folder && isInFolder(text, above)) {
-            const auto component = FileUrl::percentDecoded(text.substr(above.childUrlStartLength));
-            if (component && component->find('/') == std::string::npos) {
-                return above.folder->appending(*component);
-            }
-        }
-    }
-    return FileUrl::parse(text);
-}
-
-/// Whether the text is that of `folder`, the innermost but one, with one component more. The text of the folder is kept
-/// for the one that was asked for last, since those of all open folders would take the square of their depth. It is
-/// made again only for a text that is longer, so that reading takes linear time.
-bool NodeReader::isInFolder(std::string_view text, Level& folder)
-{
-    if (text.size() <= folder.childUrlStartLength) {
-        return false;
-    }
-    if (m_childUrlStartDepth != m_depth - 1) {
-        m_childUrlStartDepth = m_depth - 1;
-        m_childUrlStart = folder.folder->absoluteString();
-        if (!m_childUrlStart.ends_with('/')) {
-            m_childUrlStart += '/';
-        }
-        folder.childUrlStartLength = m_childUrlStart.size();
-    }
-    return text.size() > m_childUrlStart.size() && text.starts_with(m_childUrlStart) &&
-           text.find('/', m_childUrlStart.size()) == std::string_view::npos;
-}
-
 bool NodeReader::beginObject()
 {
     if (!expectsNode()) {
         return refuseType("an object");
     }
-    if (m_depth == deepestLevel) {
+    if (m_levels.size() == deepestLevel) {
         return refuse("nested too deep");
     }
-    if (m_depth == m_levels.size()) {
-        m_levels.emplace_back();
-    }
-    ++m_depth;
-    level().reset();
+    m_levels.emplace_back();
+    m_url.clear();
+    m_name.clear();
     return true;
 }
 
@@ -185,19 +145,51 @@ bool NodeReader::endObject()
 {
     Level& finished = level();
     for (std::uint8_t key = 0; key < requiredKeyCount; ++key) {
-        if ((finished.seenKeys & (1U << key)) == 0) {
+        if ((finished.seenKeys & bitOf(static_cast<JsonKey>(key))) == 0) {
             return refuse("missing key \"" + std::string(jsonKeyNames[key]) + '"');
         }
     }
-    FileNode node(finished.id, *finished.url, finished.name, finished.size, finished.isDirectory, finished.fileCategory,
-                  std::exchange(finished.children, std::nullopt));
-    --m_depth;
-    if (m_depth == 0) {
-        m_root = std::move(node);
-    } else {
-        level().children->push_back(std::move(node));
+    if (!addSize()) {
+        return refuse("a size is negative or a sum of sizes beyond 64 bits");
     }
+    if (finished.isAdded) {
+        amend(finished);
+    } else {
+        add(finished);
+    }
+    m_levels.pop_back();
     return true;
+}
+
+/// Adds the size of the node that ends to the sums that are made of a tree: those of a folder's children and of all
+/// files. False for a size that no scan yields, on which making these sums later would end the program.
+bool NodeReader::addSize()
+{
+    const TreeBuilder::Fields& finished = level().fields;
+    const auto add = [&finished](std::int64_t& sum) { return !__builtin_add_overflow(sum, finished.size, &sum); };
+    return finished.size >= 0 && (finished.isDirectory || add(m_filesSize)) &&
+           (m_levels.size() == 1 || add(m_levels[m_levels.size() - 2].childrenSize));
+}
+
+void NodeReader::add(Level& level)
+{
+    level.position = m_builder.add(level.fields, m_url, m_name);
+    level.isAdded = true;
+    level.seenSinceAdded = 0;
+}
+
+/// Gives a node that is added the fields that have come since.
+void NodeReader::amend(Level& level)
+{
+    constexpr std::uint8_t fieldKeys = bitOf(JsonKey::children) - 1;
+    if ((level.seenSinceAdded & fieldKeys) == 0) {
+        return;
+    }
+    const auto isGivenAgain = [&level](JsonKey key) { return (level.seenSinceAdded & bitOf(key)) != 0; };
+    m_builder.amend(level.position, level.fields,
+                    isGivenAgain(JsonKey::url) ? m_url : m_builder.nodes().location(level.position),
+                    isGivenAgain(JsonKey::name) ? std::optional(m_name) : std::nullopt);
+    level.seenSinceAdded = 0;
 }
 
 bool NodeReader::beginArray()
@@ -206,29 +198,53 @@ bool NodeReader::beginArray()
         return refuseType("an array");
     }
     Level& folder = level();
+    if (!folder.isAdded) {
+        add(folder);
+    } else {
+        m_builder.dropList(folder.position);
+        amend(folder);
+    }
+    m_builder.openList();
     folder.isInChildren = true;
-    folder.children.emplace();
-    folder.folder = folder.url ? std::optional(folder.url->asFolder()) : std::nullopt;
-    folder.childUrlStartLength = 0;
-    m_childUrlStartDepth = 0;
     return true;
 }
 
 bool NodeReader::endArray()
 {
+    m_builder.closeList();
     level().isInChildren = false;
     return true;
 }
 
 } // namespace
 
-std::variant<FileNode, DecodeError> decodeFileNode(QIODevice& source)
+std::variant<FileNode, DecodeError> readAnyForm(QIODevice& source)
 {
     NodeReader reader;
     if (const std::optional<DecodeError> error = parseJson(source, reader)) {
         return *error;
     }
     return reader.takeRoot();
+}
+
+std::variant<FileNode, DecodeError> decodeFileNode(QIODevice& source)
+{
+    const qint64 start = source.pos();
+    try {
+        if (!source.isSequential()) {
+            if (std::optional<FileNode> root = readExactForm(source)) {
+                return *std::move(root);
+            }
+            if (!source.seek(start)) {
+                return DecodeError{"the file cannot be read", 0};
+            }
+        }
+        return readAnyForm(source);
+    } catch (const std::bad_alloc&) {
+        return DecodeError{"out of memory", static_cast<std::size_t>(source.pos())};
+    } catch (const TreeTooLarge& error) {
+        return DecodeError{error.what(), static_cast<std::size_t>(source.pos())};
+    }
 }
 
 } // namespace morlaine

@@ -1,95 +1,193 @@
 #include "Core/Models/FileNodeJson.h"
-#include "Core/Models/FileNodeJsonKeys.h"
-#include "Core/Models/TreeWalk.h"
-#include "Utilities/JsonOutput.h"
+#include "Utilities/Hex.h"
 
-#include <rapidjson/writer.h>
+#include <QIODevice>
 
+#include <array>
+#include <charconv>
+#include <cstring>
 #include <memory>
-#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace morlaine {
 
 namespace {
 
-class NodeWriter {
+/// Collects text and hands it to a device in large pieces; after a failure it swallows the rest.
+class TextOutput {
 public:
-    explicit NodeWriter(QIODevice& sink) : m_output(sink), m_json(m_output) {}
+    explicit TextOutput(QIODevice& sink) : m_sink(sink) {}
 
-    [[nodiscard]] bool write(const FileNode& root)
+    void append(std::string_view text)
     {
-        walkTree(
-            root, [this](const FileNode& node) { begin(node); }, [this](const FileNode& node) { end(node); });
-        m_output.Flush();
-        return !m_output.hasFailed();
+        while (text.size() > m_buffer.size() - m_length) {
+            const std::string_view piece = text.substr(0, m_buffer.size() - m_length);
+            copy(piece);
+            text.remove_prefix(piece.size());
+            (void)flush();
+        }
+        copy(text);
+    }
+
+    /// Whether all that was appended has been taken.
+    [[nodiscard]] bool flush()
+    {
+        const auto length = static_cast<qint64>(m_length);
+        m_hasFailed = m_hasFailed || m_sink.write(m_buffer.data(), length) != length;
+        m_length = 0;
+        return !m_hasFailed;
     }
 
 private:
-    void begin(const FileNode& node)
+    void copy(std::string_view text)
     {
-        const Uuid::Text id = node.id().text();
-        m_json.StartObject();
-        member(JsonKey::id, {id.data(), id.size()});
-        member(JsonKey::url, urlText(node));
-        member(JsonKey::name, node.name());
-        key(JsonKey::size);
-        m_json.Int64(node.size());
-        key(JsonKey::isDirectory);
-        m_json.Bool(node.isDirectory());
-        member(JsonKey::fileCategory, node.fileCategory().rawValue());
-        if (node.children()) {
-            key(JsonKey::children);
-            m_json.StartArray();
-        }
+        std::memcpy(m_buffer.data() + m_length, text.data(), text.size());
+        m_length += text.size();
     }
 
-    void end(const FileNode& node)
-    {
-        if (node.children()) {
-            m_json.EndArray();
-        }
-        m_json.EndObject();
+    QIODevice& m_sink;
+    std::array<char, 256 * 1024> m_buffer{};
+    std::size_t m_length = 0;
+    bool m_hasFailed = false;
+};
+
+/// Makes the text of a folder's url the start of those of what it holds.
+void openFolder(std::string& url)
+{
+    constexpr std::string_view fileSystemRoot = "file:///";
+    while (url.size() > fileSystemRoot.size() && url.ends_with('/')) {
+        url.pop_back();
     }
-
-    void key(JsonKey key) { string(nameOf(key)); }
-
-    void member(JsonKey name, std::string_view value)
-    {
-        key(name);
-        string(value);
+    if (!url.ends_with('/')) {
+        url += '/';
     }
+}
 
-    void string(std::string_view text) { m_json.String(text.data(), static_cast<rapidjson::SizeType>(text.size())); }
+/// Goes through the arrays of a tree. The url of the folder whose list is open is kept as text.
+class TreeWriter {
+public:
+    using Position = Tree::Position;
 
-    /// Siblings share the text of their folder, which is made once for a run of them.
-    [[nodiscard]] std::string_view urlText(const FileNode& node)
+    TreeWriter(const Tree& tree, QIODevice& sink) : m_tree(tree), m_output(sink) {}
+
+    [[nodiscard]] bool write(Position first)
     {
-        const FileUrl url = node.url();
-        const std::optional<FileUrl> folder = url.sharedFolder();
-        if (!folder) {
-            m_text = url.absoluteString();
-            m_folder.reset();
-            return m_text;
-        }
-        if (m_folder != folder) {
-            m_folder = folder;
-            m_text = folder->absoluteString();
-            if (!m_text.ends_with('/')) {
-                m_text += '/';
+        for (Position node = first; node < m_tree.endOf(first); ++node) {
+            closeLists(node);
+            if (node != first && node != m_openLists.back().node + 1) {
+                m_output.append(",");
             }
-            m_folderTextLength = m_text.size();
+            writeFields(node, node == first);
+            if (m_tree.hasList(node)) {
+                openList(node);
+            } else {
+                m_output.append("}");
+            }
         }
-        m_text.resize(m_folderTextLength);
-        FileUrl::appendPercentEncoded(url.lastPathComponent(), m_text);
-        return m_text;
+        closeLists(m_tree.endOf(first));
+        return m_output.flush();
     }
 
-    BufferedOutput m_output;
-    rapidjson::Writer<BufferedOutput> m_json;
-    std::optional<FileUrl> m_folder;
-    std::size_t m_folderTextLength = 0;
-    std::string m_text;
+private:
+    struct OpenList {
+        Position node;
+        std::size_t folderLength; // of the folder above in `m_url`
+        bool hasOwnStart;         // its url does not begin with that folder's
+    };
+
+    void writeFields(Position node, bool isTop)
+    {
+        const Uuid::Text id = m_tree.idOf(node).text();
+        m_output.append(R"({"id":")");
+        m_output.append({id.data(), id.size()});
+        m_output.append(R"(","url":")");
+        m_output.append(urlText(node, isTop));
+        m_output.append(R"(","name":")");
+        writeEscaped(m_tree.nameOf(node));
+        m_output.append(R"(","size":)");
+        std::array<char, 20> digits{};
+        const auto [end, failure] = std::to_chars(digits.data(), digits.data() + digits.size(), m_tree.sizeOf(node));
+        m_output.append({digits.data(), static_cast<std::size_t>(end - digits.data())});
+        m_output.append(m_tree.isDirectory(node) ? R"(,"isDirectory":true,"fileCategory":")"
+                                                 : R"(,"isDirectory":false,"fileCategory":")");
+        m_output.append(m_tree.categoryOf(node).rawValue());
+        m_output.append("\"");
+    }
+
+    [[nodiscard]] std::string_view urlText(Position node, bool isTop)
+    {
+        m_hasOwnStart = isTop || m_tree.hasUrlOutsideFolder(node);
+        if (m_hasOwnStart) {
+            m_ownUrl = m_tree.urlOf(node).absoluteString();
+            return m_ownUrl;
+        }
+        m_url.resize(m_folderLength);
+        FileUrl::appendPercentEncoded(m_tree.lastComponentOf(node), m_url);
+        return m_url;
+    }
+
+    void openList(Position node)
+    {
+        m_output.append(R"(,"children":[)");
+        m_openLists.push_back({node, m_folderLength, m_hasOwnStart});
+        if (m_hasOwnStart) {
+            m_url = m_ownUrl;
+        }
+        openFolder(m_url);
+        m_folderLength = m_url.size();
+    }
+
+    /// Ends all lists that end before `node`.
+    void closeLists(Position node)
+    {
+        while (!m_openLists.empty() && m_tree.endOf(m_openLists.back().node) <= node) {
+            const OpenList closed = m_openLists.back();
+            m_openLists.pop_back();
+            m_output.append("]}");
+            if (closed.hasOwnStart && !m_openLists.empty()) {
+                m_url = m_tree.urlOf(m_openLists.back().node).absoluteString();
+                openFolder(m_url);
+            }
+            m_folderLength = closed.folderLength;
+        }
+    }
+
+    void writeEscaped(std::string_view text)
+    {
+        std::size_t written = 0;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const auto c = static_cast<unsigned char>(text[i]);
+            if (c < 0x20 || c == '"' || c == '\\') {
+                m_output.append(text.substr(written, i - written));
+                writeEscape(c);
+                written = i + 1;
+            }
+        }
+        m_output.append(text.substr(written));
+    }
+
+    void writeEscape(unsigned char c)
+    {
+        constexpr std::string_view escaped = "\"\\\b\f\n\r\t";
+        constexpr std::string_view letters = "\"\\bfnrt";
+        if (const std::size_t found = escaped.find(static_cast<char>(c)); found != std::string_view::npos) {
+            m_output.append("\\");
+            m_output.append(letters.substr(found, 1));
+            return;
+        }
+        const std::array<char, 6> code{'\\', 'u', '0', '0', hexDigit(c >> 4U), hexDigit(c & 0x0FU)};
+        m_output.append({code.data(), code.size()});
+    }
+
+    const Tree& m_tree;
+    TextOutput m_output;
+    std::string m_url;              // of the folder whose list is open, or of something in it
+    std::size_t m_folderLength = 0; // of that folder's part in `m_url`
+    std::string m_ownUrl;           // of a node that does not begin with that
+    bool m_hasOwnStart = false;     // whether the node that was written last is such a one
+    std::vector<OpenList> m_openLists;
 };
 
 } // namespace
@@ -97,7 +195,7 @@ private:
 bool encodeFileNode(const FileNode& root, QIODevice& sink)
 {
     // The buffer is too large for the stack of a small thread.
-    return std::make_unique<NodeWriter>(sink)->write(root);
+    return std::make_unique<TreeWriter>(root.tree(), sink)->write(root.position());
 }
 
 } // namespace morlaine

@@ -99,7 +99,7 @@ void DiskScanner::startScan(const FileUrl& url)
     publish(m_scannedDirsCount, 0);
     publish(m_totalSize, 0);
     publish(m_elapsedTime, 0.0);
-    publishResult(std::nullopt);
+    publish(m_scanResult, std::nullopt);
     publish(m_errorMessage, std::nullopt);
     m_startTime = Clock::now();
     publish(m_isScanning, true);
@@ -115,15 +115,6 @@ void DiskScanner::cancelScan()
     }
     stopClock();
     publish(m_isScanning, false);
-}
-
-/// This may hold the last handle of the tree before, and nobody waits for its release.
-void DiskScanner::publishResult(const std::optional<FileNode>& root)
-{
-    Q_EMIT objectWillChange();
-    if (std::optional<FileNode> previous = std::exchange(m_scanResult, root)) {
-        releaseInBackground(*std::move(previous));
-    }
 }
 
 void DiskScanner::startClock()
@@ -171,7 +162,7 @@ void DiskScanner::showProgress(const std::string& path, std::int64_t filesCount,
 
 void DiskScanner::finish(const FileNode& root)
 {
-    publishResult(root);
+    publish(m_scanResult, std::optional(root));
     cleanup();
 }
 

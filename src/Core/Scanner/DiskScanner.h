@@ -70,14 +70,12 @@ public:
     void setScannedFilesCount(std::int64_t count) { publish(m_scannedFilesCount, count); }
     void setScannedDirsCount(std::int64_t count) { publish(m_scannedDirsCount, count); }
     void setTotalSize(std::int64_t bytes) { publish(m_totalSize, bytes); }
-    void setScanResult(const FileNode& root) { publishResult(root); }
+    void setScanResult(const FileNode& root) { publish(m_scanResult, std::optional(root)); }
     void setErrorMessage(const QString& message) { publish(m_errorMessage, message); }
 
 private:
     using Clock = std::chrono::steady_clock;
     class Walker;
-
-    void publishResult(const std::optional<FileNode>& root);
 
     void startClock();
     void stopClock();

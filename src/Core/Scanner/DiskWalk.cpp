@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <chrono>
 #include <utility>
-#include <vector>
 
 namespace morlaine {
 
@@ -29,62 +28,20 @@ std::int64_t measuredSize(const ResourceValues& values)
 
 /// A folder whose contents are being visited.
 struct DiskWalk::OpenDirectory {
-    struct Child {
-        std::int64_t size;
-        std::size_t position; // in the listing
-        FileNode node;
-    };
-
-    FileUrl url;
-    FileUrl sharedUrl; // as what the folder holds shares it
+    TreeBuilder::Position node;
     std::unique_ptr<Folder> folder;
     FolderContents contents;
     std::size_t pathLength; // of the folder's own path in m_path, without a slash at its end
-    std::vector<Child> children;
     std::size_t nextEntry = 0;
     std::int64_t size = 0;
-
-    void add(FileNode&& child)
-    {
-        const std::int64_t childSize = child.size();
-        size = checkedAdd(size, childSize);
-        children.push_back({childSize, children.size(), std::move(child)});
-    }
-
-    /// Largest first; equal sizes stay in the order of the listing.
-    [[nodiscard]] std::vector<FileNode> takeSortedChildren()
-    {
-        std::ranges::sort(children, [](const Child& a, const Child& b) {
-            return a.size != b.size ? a.size > b.size : a.position < b.position;
-        });
-        std::vector<FileNode> nodes;
-        nodes.reserve(children.size());
-        for (Child& child : children) {
-            nodes.push_back(std::move(child.node));
-        }
-        return nodes;
-    }
 };
 
 /// What the walk has come to: the top, or an entry of an open folder. Valid until that folder is left.
 struct DiskWalk::Item {
-    const FileUrl* top;             // null for an entry
-    const OpenDirectory* directory; // null for the top
+    const FileUrl* top;       // null for an entry
+    OpenDirectory* directory; // null for the top
     std::string_view name;
     const ResourceValues* values; // null when they cannot be read
-
-    [[nodiscard]] FileUrl url() const { return top != nullptr ? *top : directory->sharedUrl.appending(name); }
-
-    [[nodiscard]] FileNode leaf(std::int64_t size, bool isDirectory, FileCategory category) const
-    {
-        return top != nullptr ? FileNode(*top, name, size, isDirectory, category, std::nullopt)
-                              : FileNode::inFolder(directory->sharedUrl, name, size, isDirectory, category);
-    }
-
-    [[nodiscard]] FileNode withEmptyList(bool isDirectory) const
-    {
-        return {url(), name, 0, isDirectory, FileCategory::other, std::vector<FileNode>()};
-    }
 };
 
 /// A folder inside a package whose contents are being summed.
@@ -111,31 +68,26 @@ FileNode DiskWalk::scan(const FileUrl& url)
     m_rootPath = rootUrl.path();
     m_rootVolumeID = m_fileSystem->volumeIdentifier(rootUrl);
     m_path = standardUrl.path();
-    return scanNode(url);
+    scanNode(url);
+    return m_tree.finish();
 }
 
-FileNode DiskWalk::scanNode(const FileUrl& url)
+void DiskWalk::scanNode(const FileUrl& url)
 {
     throwIfCancelled();
     const std::optional<ResourceValues> values = m_fileSystem->resourceValues(url);
-    if (std::optional<FileNode> top = visit({&url, nullptr, url.lastPathComponent(), values ? &*values : nullptr})) {
-        return *std::move(top);
-    }
-    for (;;) {
+    visit({&url, nullptr, url.lastPathComponent(), values ? &*values : nullptr});
+    while (!m_openDirectories.isEmpty()) {
         const OpenDirectory& directory = m_openDirectories.top();
-        const bool isFinished = directory.nextEntry == directory.contents.size();
-        std::optional<FileNode> node = isFinished ? leaveDirectory() : visitNextEntry();
-        if (!node) {
-            continue;
+        if (directory.nextEntry == directory.contents.size()) {
+            leaveDirectory();
+        } else {
+            visitNextEntry();
         }
-        if (m_openDirectories.isEmpty()) {
-            return *std::move(node);
-        }
-        m_openDirectories.top().add(*std::move(node));
     }
 }
 
-std::optional<FileNode> DiskWalk::visitNextEntry()
+void DiskWalk::visitNextEntry()
 {
     throwIfCancelled();
     OpenDirectory& directory = m_openDirectories.top();
@@ -143,72 +95,89 @@ std::optional<FileNode> DiskWalk::visitNextEntry()
     m_path.resize(directory.pathLength);
     m_path += '/';
     m_path += entry.name;
-    return visit({nullptr, &directory, entry.name, entry.values});
+    visit({nullptr, &directory, entry.name, entry.values});
 }
 
-/// The node of an item, or nothing for a folder that has been entered and yields its node when it is left.
-std::optional<FileNode> DiskWalk::visit(const Item& item)
+void DiskWalk::visit(const Item& item)
 {
     if (item.values == nullptr) {
-        return item.leaf(0, false, FileCategory::other);
+        addLeaf(item, 0, false, FileCategory::other);
+    } else if (isExcluded(m_path, *item.values)) {
+        addWithEmptyList(item, item.values->isDirectory.value_or(false));
+    } else if (item.values->isSymbolicLink) {
+        addLeaf(item, 0, false, FileCategory::other);
+    } else if (item.values->isPackage) {
+        measurePackage(item);
+    } else if (item.values->isDirectory.value_or(false)) {
+        enterDirectory(item);
+    } else {
+        measureFile(item);
     }
-    if (isExcluded(m_path, *item.values)) {
-        return item.withEmptyList(item.values->isDirectory.value_or(false));
-    }
-    if (item.values->isSymbolicLink) {
-        return item.leaf(0, false, FileCategory::other);
-    }
-    if (item.values->isPackage) {
-        return measurePackage(item);
-    }
-    if (item.values->isDirectory.value_or(false)) {
-        return enterDirectory(item);
-    }
-    return measureFile(item);
 }
 
-std::optional<FileNode> DiskWalk::enterDirectory(const Item& item)
+TreeBuilder::Position DiskWalk::addLeaf(const Item& item, std::int64_t size, bool isDirectory, FileCategory category)
+{
+    const TreeBuilder::Fields fields{Uuid::random(), size, isDirectory, category};
+    if (item.top != nullptr) {
+        return m_tree.add(fields, item.top->bytes(), item.name);
+    }
+    item.directory->size = checkedAdd(item.directory->size, size);
+    return m_tree.addComponent(fields, item.name);
+}
+
+void DiskWalk::addWithEmptyList(const Item& item, bool isDirectory)
+{
+    addLeaf(item, 0, isDirectory, FileCategory::other);
+    m_tree.openList();
+    m_tree.closeList();
+}
+
+void DiskWalk::enterDirectory(const Item& item)
 {
     m_stats.countDirectory();
     reportAtIntervals(item);
     std::unique_ptr<Folder> folder = openFolder(item);
     FolderContents contents = takeSpareContents();
     if (!list(*folder, contents)) {
-        return item.withEmptyList(true);
+        addWithEmptyList(item, true);
+        return;
     }
     const std::size_t pathLength = m_path == "/" ? 0 : m_path.size();
-    std::vector<OpenDirectory::Child> children;
-    children.reserve(contents.size());
-    const FileUrl url = item.url();
-    m_openDirectories.push(
-        {url, url.asFolder(), std::move(folder), std::move(contents), pathLength, std::move(children)});
-    return std::nullopt;
+    const std::string pathOfRoot = item.name.empty() ? item.top->path() : std::string();
+    const TreeBuilder::Position node =
+        addLeaf({item.top, item.directory, item.name.empty() ? pathOfRoot : item.name, item.values}, 0, true,
+                FileCategory::other);
+    m_tree.openList();
+    m_openDirectories.push({node, std::move(folder), std::move(contents), pathLength});
 }
 
-FileNode DiskWalk::leaveDirectory()
+void DiskWalk::leaveDirectory()
 {
     OpenDirectory directory = m_openDirectories.pop();
     giveBack(std::move(directory.contents));
-    const std::string_view lastComponent = directory.url.lastPathComponent();
-    const std::string name = lastComponent.empty() ? directory.url.path() : std::string(lastComponent);
-    return {directory.url, name, directory.size, true, FileCategory::other, directory.takeSortedChildren()};
+    m_tree.setSize(directory.node, directory.size);
+    m_tree.closeList();
+    if (!m_openDirectories.isEmpty()) {
+        OpenDirectory& above = m_openDirectories.top();
+        above.size = checkedAdd(above.size, directory.size);
+    }
 }
 
-FileNode DiskWalk::measureFile(const Item& item)
+void DiskWalk::measureFile(const Item& item)
 {
     const std::int64_t size = measuredSize(*item.values);
     const FileCategory category = FileCategory::from(FileUrl::pathExtension(item.name));
     m_stats.countFile(size);
     reportAtIntervals(item);
-    return item.leaf(size, false, category);
+    addLeaf(item, size, false, category);
 }
 
-FileNode DiskWalk::measurePackage(const Item& item)
+void DiskWalk::measurePackage(const Item& item)
 {
     const std::int64_t size = calculateSizeOfPackage(openFolder(item));
     m_stats.countFile(size);
     reportAtIntervals(item);
-    return item.leaf(size, false, FileCategory::application);
+    addLeaf(item, size, false, FileCategory::application);
 }
 
 std::unique_ptr<Folder> DiskWalk::openFolder(const Item& item) const
@@ -301,12 +270,18 @@ void DiskWalk::throwIfCancelled() const
     }
 }
 
+std::string DiskWalk::pathOf(const Item& item)
+{
+    return item.top != nullptr ? item.top->path()
+                               : m_tree.startOfLocationsIn(item.directory->node) + std::string(item.name);
+}
+
 void DiskWalk::reportAtIntervals(const Item& item)
 {
     const auto now = ScanStats::Clock::now();
     if (now - m_stats.lastUpdateTime > reportInterval) {
         m_stats.lastUpdateTime = now;
-        m_updateCallback(item.url().path(), m_stats.filesCount, m_stats.dirsCount, m_stats.totalSize);
+        m_updateCallback(pathOf(item), m_stats.filesCount, m_stats.dirsCount, m_stats.totalSize);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Models/FileNode.h"
+#include "Core/Models/TreeBuilder.h"
 #include "Core/Scanner/DescentStack.h"
 #include "Core/Scanner/ScanStats.h"
 #include "Platform/FileSystem.h"
@@ -35,7 +36,7 @@ public:
     DiskWalk& operator=(const DiskWalk&) = delete;
 
     /// The tree at `url`, which is taken as it stands: a link there is not followed. Throws ScanCancelled soon after
-    /// the stop token was triggered, and whatever the file system throws.
+    /// the stop token was triggered, TreeTooLarge, std::bad_alloc, and whatever the file system throws.
     [[nodiscard]] FileNode scan(const FileUrl& url);
 
 private:
@@ -43,14 +44,18 @@ private:
     struct OpenDirectory;
     struct OpenPackage;
 
-    [[nodiscard]] FileNode scanNode(const FileUrl& url);
-    [[nodiscard]] std::optional<FileNode> visit(const Item& item);
-    [[nodiscard]] std::optional<FileNode> visitNextEntry();
-    [[nodiscard]] std::optional<FileNode> enterDirectory(const Item& item);
-    [[nodiscard]] FileNode leaveDirectory();
-    [[nodiscard]] FileNode measureFile(const Item& item);
-    [[nodiscard]] FileNode measurePackage(const Item& item);
+    void scanNode(const FileUrl& url);
+    void visit(const Item& item);
+    void visitNextEntry();
+    void enterDirectory(const Item& item);
+    void leaveDirectory();
+    void measureFile(const Item& item);
+    void measurePackage(const Item& item);
 
+    TreeBuilder::Position addLeaf(const Item& item, std::int64_t size, bool isDirectory, FileCategory category);
+    void addWithEmptyList(const Item& item, bool isDirectory);
+
+    [[nodiscard]] std::string pathOf(const Item& item);
     [[nodiscard]] std::unique_ptr<Folder> openFolder(const Item& item) const;
 
     [[nodiscard]] bool list(Folder& folder, FolderContents& contents) const;
@@ -68,6 +73,7 @@ private:
     const UpdateCallback m_updateCallback;
 
     ScanStats m_stats;
+    TreeBuilder m_tree{TreeBuilder::Source::measured};
     std::string m_rootPath; // standardised, links resolved
     std::optional<std::uint64_t> m_rootVolumeID;
     std::string m_path; // of the item under the walk, standardised

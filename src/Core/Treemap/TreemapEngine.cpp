@@ -19,12 +19,12 @@ constexpr double margin = 3;        // points between the edge of a folder and w
 constexpr double smallestRoom = 12; // points that a folder must exceed, both ways, to show what it holds
 
 struct LayoutItem {
-    const FileNode* node;
+    Tree::Position node;
     double area; // square points: positive, zero or infinite, never NaN
 };
 
 struct PlottedItem {
-    const FileNode* node;
+    Tree::Position node;
     Rect rect;
 };
 
@@ -75,19 +75,17 @@ Row nextRow(std::span<const LayoutItem> items, double side)
 }
 
 /// The children that get a share of the rectangle, with their areas.
-std::vector<LayoutItem> measuredChildren(const FileNode& folder, const Rect& rect)
+std::vector<LayoutItem> measuredChildren(const Tree& tree, Tree::Position folder, const Rect& rect)
 {
     std::vector<LayoutItem> items;
     if (!(rect.width > 0) || !(rect.height > 0)) {
         return items;
     }
-    const std::span<const FileNode> children = folder.childrenOrNone();
-    items.reserve(children.size());
     std::int64_t total = 0;
-    for (const FileNode& child : children) {
-        if (const std::int64_t size = child.size(); size > 0) {
+    for (Tree::Position child = folder + 1; child < tree.endOf(folder); child = tree.endOf(child)) {
+        if (const std::int64_t size = tree.sizeOf(child); size > 0) {
             total = checkedAdd(total, size);
-            items.push_back({&child, static_cast<double>(size)});
+            items.push_back({child, static_cast<double>(size)});
         }
     }
     for (LayoutItem& item : items) {
@@ -100,9 +98,9 @@ std::vector<LayoutItem> measuredChildren(const FileNode& folder, const Rect& rec
 /// The children of one folder on their way into a rectangle, row after row.
 class Level {
 public:
-    Level(const FileNode& folder, const Rect& rect, std::int64_t depth)
+    Level(const Tree& tree, Tree::Position folder, const Rect& rect, std::int64_t depth)
         : m_depth(depth)
-        , m_items(measuredChildren(folder, rect))
+        , m_items(measuredChildren(tree, folder, rect))
         , m_free(rect)
     {
     }
@@ -173,9 +171,10 @@ bool isWorthFilling(const Rect& room)
 std::vector<TreemapRect> computeLayout(const FileNode& node, const Rect& rect, std::int64_t maxDepth,
                                        std::int64_t currentDepth)
 {
+    const Tree& tree = node.tree();
     std::vector<TreemapRect> result;
     std::vector<Level> levels;
-    levels.emplace_back(node, rect, currentDepth);
+    levels.emplace_back(tree, node.position(), rect, currentDepth);
     result.reserve(levels.back().size());
     while (!levels.empty()) {
         const std::optional<PlottedItem> item = levels.back().placeNext();
@@ -184,10 +183,10 @@ std::vector<TreemapRect> computeLayout(const FileNode& node, const Rect& rect, s
             continue;
         }
         const std::int64_t depth = levels.back().depth();
-        result.push_back({*item->node, item->rect, item->node->fileCategory().color(), depth});
+        result.push_back({FileNode::at(tree, item->node), item->rect, tree.categoryOf(item->node).color(), depth});
         const Rect room = insetByMargin(item->rect);
-        if (item->node->isDirectory() && depth < maxDepth && isWorthFilling(room)) {
-            levels.emplace_back(*item->node, room, depth + 1);
+        if (tree.isDirectory(item->node) && depth < maxDepth && isWorthFilling(room)) {
+            levels.emplace_back(tree, item->node, room, depth + 1);
         }
     }
     return result;

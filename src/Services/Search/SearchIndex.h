@@ -6,16 +6,16 @@
 #include <QString>
 
 #include <cstdint>
-#include <memory>
 #include <optional>
+#include <string>
 
 namespace morlaine {
 
-/// Finds the nodes of one tree by text, category and size. Built once for a tree; immutable, and keeps the tree alive.
-/// Any thread.
+/// Finds the nodes of one tree by text, category and size. All that a search needs is in the tree, so that an index
+/// costs nothing. Immutable, and keeps the tree alive. Any thread.
 class SearchIndex {
 public:
-    explicit SearchIndex(const FileNode& root) : m_flatNodes(std::make_shared<const FlatNodes>(root)) {}
+    explicit SearchIndex(const FileNode& root);
 
     /// Every node, the root and folders too, that passes all filters that are set, in pre-order.
     ///
@@ -26,7 +26,8 @@ public:
                                        std::optional<std::int64_t> minSize, std::optional<std::int64_t> maxSize) const;
 
 private:
-    std::shared_ptr<const FlatNodes> m_flatNodes;
+    FileNode m_root;
+    std::string m_lowerRootPath; // valid UTF-8
 };
 
 } // namespace morlaine

@@ -1,14 +1,20 @@
 #include "Services/Search/SearchResults.h"
 
+#include <algorithm>
+#include <functional>
+
 namespace morlaine {
 
-bool NodeIDSet::contains(const Uuid& id) const noexcept
+bool SearchHits::contains(const Uuid& id) const
 {
-    if (!m_hits) {
-        return false;
-    }
-    const auto position = m_hits->nodes->find(id);
-    return position && (m_hits->marks[*position / 64] >> (*position % 64) & 1) != 0;
+    std::call_once(m_hasGathered, [this] {
+        m_ids.reserve(m_positions.size());
+        for (const Tree::Position position : m_positions) {
+            m_ids.push_back(m_root.tree().idOf(position));
+        }
+        std::ranges::sort(m_ids, std::ranges::less(), &Uuid::bytes);
+    });
+    return std::ranges::binary_search(m_ids, id.bytes(), std::ranges::less(), &Uuid::bytes);
 }
 
 } // namespace morlaine

@@ -5,16 +5,43 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <utility>
 #include <vector>
 
 namespace morlaine {
 
-/// What a search has found; shared by the values made of it.
-struct SearchHits {
-    std::shared_ptr<const FlatNodes> nodes;
-    std::vector<FlatNodes::Position> positions; // of the hits, ascending
-    std::vector<std::uint64_t> marks; // a bit for each node by position, least significant first: is its id a hit's
+/// What a search has found; shared by the values made of it. Any thread.
+class SearchHits {
+public:
+    /// `positions` are those of the hits, ascending, and `marks` holds a bit for each node of the tree by position,
+    /// least significant first: whether its id is a hit's.
+    SearchHits(FileNode root, std::vector<Tree::Position> positions, std::vector<std::uint64_t> marks)
+        : m_root(std::move(root))
+        , m_positions(std::move(positions))
+        , m_marks(std::move(marks))
+    {
+    }
+
+    [[nodiscard]] std::size_t size() const noexcept { return m_positions.size(); }
+    [[nodiscard]] const FileNode& root() const noexcept { return m_root; }
+    [[nodiscard]] Tree::Position position(std::size_t index) const noexcept { return m_positions[index]; }
+
+    /// Whether the id of the node at `position` of the root's tree is a hit's.
+    [[nodiscard]] bool isMarked(Tree::Position position) const noexcept
+    {
+        return (m_marks[position / 64] >> (position % 64) & 1) != 0;
+    }
+
+    /// The same for any id. The first time that this is asked, all ids of hits are gathered.
+    [[nodiscard]] bool contains(const Uuid& id) const;
+
+private:
+    FileNode m_root;
+    std::vector<Tree::Position> m_positions;
+    std::vector<std::uint64_t> m_marks;
+    mutable std::once_flag m_hasGathered;
+    mutable std::vector<Uuid> m_ids; // sorted
 };
 
 /// The hits of a search in the order of the tree. A value, whose copies share their content. Any thread.
@@ -23,11 +50,11 @@ public:
     SearchResults() = default;
     explicit SearchResults(std::shared_ptr<const SearchHits> hits) : m_hits(std::move(hits)) {}
 
-    [[nodiscard]] std::size_t size() const noexcept { return m_hits ? m_hits->positions.size() : 0; }
+    [[nodiscard]] std::size_t size() const noexcept { return m_hits ? m_hits->size() : 0; }
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
     [[nodiscard]] SearchResultNode operator[](std::size_t index) const
     {
-        return {m_hits->nodes, m_hits->positions[index]};
+        return {FileNode::at(m_hits->root().tree(), m_hits->position(index)), m_hits->root()};
     }
 
     /// Whether both are the outcome of one and the same search.
@@ -45,8 +72,17 @@ public:
     NodeIDSet() = default;
     explicit NodeIDSet(const SearchResults& results) : m_hits(results.m_hits) {}
 
-    [[nodiscard]] bool empty() const noexcept { return !m_hits || m_hits->positions.empty(); }
-    [[nodiscard]] bool contains(const Uuid& id) const noexcept;
+    [[nodiscard]] bool empty() const noexcept { return !m_hits || m_hits->size() == 0; }
+
+    /// Whether the id of `node` is among them: one bit for a node of the tree that was searched.
+    [[nodiscard]] bool contains(const FileNode& node) const
+    {
+        return m_hits && (&node.tree() == &m_hits->root().tree() ? m_hits->isMarked(node.position())
+                                                                 : m_hits->contains(node.id()));
+    }
+
+    /// The same for an id alone, by way of a table.
+    [[nodiscard]] bool contains(const Uuid& id) const { return m_hits && m_hits->contains(id); }
 
     /// Whether both come from one and the same search.
     [[nodiscard]] bool isSameAs(const NodeIDSet& other) const noexcept { return m_hits == other.m_hits; }

@@ -1,5 +1,6 @@
 #include "Services/Search/TextSearch.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -10,67 +11,94 @@ namespace morlaine {
 namespace {
 
 /// A folder above the node that a search has come to.
-template <typename Value>
 struct Above {
-    FlatNodes::Position end;
-    Value value;
+    Tree::Position end;
+    std::size_t pathLength;
 };
 
-/// Leaves the folders that end before `position`.
-template <typename Value>
-void leaveFolders(std::vector<Above<Value>>& above, FlatNodes::Position position)
+/// Which of the texts that begin at `starts` holds the byte at `offset`; not before `from`, and as a rule not far off.
+std::size_t textAt(const GrowingArray<std::uint32_t>& starts, std::size_t offset, std::size_t from)
 {
-    while (above.back().end <= position) {
-        above.pop_back();
+    std::size_t step = 1;
+    for (; from + step < starts.size() && starts[from + step] <= offset; step *= 2) {
+        from += step;
     }
+    const std::uint32_t* const end = starts.begin() + std::min(from + step, starts.size());
+    return static_cast<std::size_t>(std::upper_bound(starts.begin() + from, end, offset) - starts.begin() - 1);
 }
 
 } // namespace
 
-TextSearch::TextSearch(const FlatNodes& nodes, std::string_view query)
-    : m_nodes(nodes)
+TextSearch::TextSearch(const FileNode& root, std::string_view rootPath, std::string_view query)
+    : m_tree(root.tree())
+    , m_nodes(m_tree.arrays())
+    , m_root(root.position())
+    , m_end(m_tree.endOf(m_root))
+    , m_rootPath(rootPath)
     , m_query(query)
-    , m_marks((nodes.size() + std::size_t{63}) / 64)
+    , m_marks((m_tree.size() + std::size_t{63}) / 64)
 {
 }
 
 std::vector<std::uint64_t> TextSearch::takeMarks()
 {
-    if (m_nodes.lowerRootPath().find(m_query) != std::string::npos) {
-        markRange(0, m_nodes.size());
-        return std::move(m_marks);
+    if (m_rootPath.find(m_query) != std::string_view::npos) {
+        return takeAllMarks();
     }
     if (m_query.find('/') == std::string_view::npos) {
         findInNames();
-    } else if (!m_nodes.hasSlashInNames()) {
+    } else if (!m_tree.lowerNames().hasSlashInNames()) {
         findAcrossSlashes();
     } else {
         findInWholePaths();
     }
     // The root's own name is no part of its path: it counts for the root alone.
-    if (m_nodes.lowerName(0).find(m_query) != std::string_view::npos) {
-        markRange(0, 1);
+    if (lowerName(m_root).find(m_query) != std::string_view::npos) {
+        markRange(m_root, m_root + 1);
     }
     findExtensions();
     return std::move(m_marks);
 }
 
-/// All names at once, from one occurrence to the next.
+std::vector<std::uint64_t> TextSearch::takeAllMarks()
+{
+    markWithContents(m_root);
+    return std::move(m_marks);
+}
+
+template <typename Visit>
+void TextSearch::eachOccurrence(std::string_view pattern, Visit visit)
+{
+    const auto search = [pattern](std::string_view text, const GrowingArray<std::uint32_t>& starts, std::size_t next,
+                                  std::size_t end, auto visitNumber) {
+        while (next < end) {
+            // From the mark before the first name to the mark behind the last.
+            const std::size_t start = starts[next] - 1;
+            const void* found = ::memmem(text.data() + start, starts[end] - start, pattern.data(), pattern.size());
+            if (found == nullptr) {
+                return;
+            }
+            // A pattern that begins with the mark belongs to the name behind it.
+            const auto offset = static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
+            const bool beginsWithMark = text[offset] == TreeArrays::nameEnd;
+            next = visitNumber(textAt(starts, offset + (beginsWithMark ? 1 : 0), next));
+        }
+    };
+    search({m_nodes.names.data(), m_nodes.names.size()}, m_nodes.nameStarts, m_root + 1, m_end,
+           [&](std::size_t number) { return visit(static_cast<Position>(number)); });
+    const LowerNames& changed = m_tree.lowerNames();
+    search(changed.text(), changed.starts(), changed.numberFrom(m_root + 1), changed.numberFrom(m_end),
+           [&](std::size_t number) {
+               const Position next = visit(changed.node(number));
+               while (++number < changed.size() && changed.node(number) < next) {
+               }
+               return number;
+           });
+}
+
 void TextSearch::findInNames()
 {
-    const std::string_view names = m_nodes.lowerNames();
-    FlatNodes::Position next = 1;
-    while (next < m_nodes.size()) {
-        const std::string_view rest = names.substr(m_nodes.nameOffset(next));
-        const void* found = ::memmem(rest.data(), rest.size(), m_query.data(), m_query.size());
-        if (found == nullptr) {
-            return;
-        }
-        const auto offset = static_cast<std::size_t>(static_cast<const char*>(found) - names.data());
-        const FlatNodes::Position position = m_nodes.positionAtOffset(offset, next);
-        markWithContents(position);
-        next = m_nodes.endOf(position);
-    }
+    eachOccurrence(m_query, [this](Position node) { return markWithContents(node); });
 }
 
 /// With a slash in the query and none in names, the last one falls on the slash between a node and its folder.
@@ -78,58 +106,72 @@ void TextSearch::findAcrossSlashes()
 {
     const std::size_t slash = m_query.rfind('/');
     const std::string_view folderEnd = m_query.substr(0, slash);
-    const std::string_view nameStart = m_query.substr(slash + 1);
-    std::vector<Above<bool>> above{{m_nodes.size(), pathEndsWith(0, folderEnd)}};
-    for (FlatNodes::Position position = 1; position < m_nodes.size();) {
-        leaveFolders(above, position);
-        const FlatNodes::Position end = m_nodes.endOf(position);
-        if (above.back().value && m_nodes.lowerName(position).starts_with(nameStart)) {
-            markRange(position, end);
-            position = end;
+    if (slash + 1 == m_query.size()) {
+        findBehindSlash(folderEnd);
+        return;
+    }
+    const std::string nameStart = TreeArrays::nameEnd + std::string(m_query.substr(slash + 1));
+    eachOccurrence(nameStart, [&](Position node) {
+        return pathEndsWith(m_tree.parentOf(node), folderEnd) ? markWithContents(node) : node + 1;
+    });
+}
+
+/// All that is in folders whose path ends so.
+void TextSearch::findBehindSlash(std::string_view folderEnd)
+{
+    for (Position node = m_root; node < m_end;) {
+        const Position end = m_tree.endOf(node);
+        if (end == node + 1 || !pathEndsWith(node, folderEnd)) {
+            ++node;
             continue;
         }
-        if (end > position + 1) {
-            above.push_back({end, pathEndsWith(position, folderEnd)});
-        }
-        ++position;
+        markRange(node + 1, end);
+        node = end;
     }
 }
 
 /// The plain way, for the tree that a file invented: looks at the end of each path that a node has added.
 void TextSearch::findInWholePaths()
 {
-    std::string path = m_nodes.lowerRootPath();
-    std::vector<Above<std::size_t>> above{{m_nodes.size(), path.size()}};
-    for (FlatNodes::Position position = 1; position < m_nodes.size();) {
-        leaveFolders(above, position);
-        path.resize(above.back().value);
+    std::string path(m_rootPath);
+    std::vector<Above> above{{m_end, path.size()}};
+    for (Position node = m_root + 1; node < m_end;) {
+        while (above.back().end <= node) {
+            above.pop_back();
+        }
+        path.resize(above.back().pathLength);
         const std::size_t start = path.size() + 1 - std::min(path.size() + 1, m_query.size());
         path += '/';
-        path += m_nodes.lowerName(position);
-        const FlatNodes::Position end = m_nodes.endOf(position);
+        path += lowerName(node);
         if (path.find(m_query, start) != std::string::npos) {
-            markRange(position, end);
-            position = end;
+            node = markWithContents(node);
             continue;
         }
-        above.push_back({end, path.size()});
-        ++position;
+        above.push_back({m_tree.endOf(node), path.size()});
+        ++node;
     }
 }
 
 void TextSearch::findExtensions()
 {
-    for (const FlatNodes::OddExtension& odd : m_nodes.oddExtensions()) {
-        if (odd.lowerExtension == m_query) {
-            markRange(odd.position, std::size_t{odd.position} + 1);
+    for (const LowerNames::OddExtension& odd : m_tree.lowerNames().oddExtensions()) {
+        if (odd.node >= m_root && odd.node < m_end && odd.lowerExtension == m_query) {
+            markRange(odd.node, odd.node + 1);
         }
     }
 }
 
-bool TextSearch::pathEndsWith(FlatNodes::Position position, std::string_view text) const
+std::string_view TextSearch::lowerName(Position node) const
 {
-    for (; position != 0; position = m_nodes.parentOf(position)) {
-        const std::string_view name = m_nodes.lowerName(position);
+    const LowerNames& changed = m_tree.lowerNames();
+    return m_nodes.has(node, TreeArrays::hasOtherLowerName) ? changed.name(changed.numberFrom(node))
+                                                            : m_nodes.name(node);
+}
+
+bool TextSearch::pathEndsWith(Position node, std::string_view text) const
+{
+    for (; node != m_root; node = m_tree.parentOf(node)) {
+        const std::string_view name = lowerName(node);
         if (text.size() <= name.size()) {
             return name.ends_with(text);
         }
@@ -142,10 +184,16 @@ bool TextSearch::pathEndsWith(FlatNodes::Position position, std::string_view tex
         }
         text.remove_suffix(1);
     }
-    return m_nodes.lowerRootPath().ends_with(text);
+    return m_rootPath.ends_with(text);
 }
 
-void TextSearch::markRange(std::size_t begin, std::size_t end)
+TextSearch::Position TextSearch::markWithContents(Position node)
+{
+    markRange(node, m_tree.endOf(node));
+    return m_tree.endOf(node);
+}
+
+void TextSearch::markRange(Position begin, Position end)
 {
     constexpr std::uint64_t all = ~std::uint64_t{0};
     const std::size_t first = begin / 64;
@@ -157,9 +205,8 @@ void TextSearch::markRange(std::size_t begin, std::size_t end)
         return;
     }
     m_marks[first] |= fromBegin;
-    for (std::size_t word = first + 1; word < last; ++word) {
-        m_marks[word] = all;
-    }
+    std::fill(m_marks.begin() + static_cast<std::ptrdiff_t>(first) + 1,
+              m_marks.begin() + static_cast<std::ptrdiff_t>(last), all);
     m_marks[last] |= toEnd;
 }
 

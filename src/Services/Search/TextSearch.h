@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Services/Search/FlatNodes.h"
+#include "Core/Models/FileNode.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,23 +15,42 @@ namespace morlaine {
 /// at, the slash and the name, and once it holds the text's end, everything inside the node is marked with it.
 class TextSearch {
 public:
-    /// `query` is in lower case and not empty.
-    TextSearch(const FlatNodes& nodes, std::string_view query);
+    /// Looks at `root` and all that it holds. `query` and `rootPath` are in lower case; `query` may be empty, which
+    /// `takeAllMarks` alone allows.
+    TextSearch(const FileNode& root, std::string_view rootPath, std::string_view query);
 
-    /// One bit for each node by position, least significant first.
+    /// One bit for each node of the whole tree by position, least significant first.
     [[nodiscard]] std::vector<std::uint64_t> takeMarks();
 
+    /// All nodes, whatever the text.
+    [[nodiscard]] std::vector<std::uint64_t> takeAllMarks();
+
 private:
+    using Position = Tree::Position;
+
     void findInNames();
     void findAcrossSlashes();
+    void findBehindSlash(std::string_view folderEnd);
     void findInWholePaths();
     void findExtensions();
 
-    [[nodiscard]] bool pathEndsWith(FlatNodes::Position position, std::string_view text) const;
-    void markRange(std::size_t begin, std::size_t end);
-    void markWithContents(FlatNodes::Position position) { markRange(position, m_nodes.endOf(position)); }
+    /// Calls `visit(node)` for each node below the root in whose name, in lower case and with the marks around it,
+    /// `pattern` is found, in each of two blocks of names in order. It goes on at the node that `visit` returns.
+    template <typename Visit>
+    void eachOccurrence(std::string_view pattern, Visit visit);
 
-    const FlatNodes& m_nodes;
+    [[nodiscard]] std::string_view lowerName(Position node) const;
+    [[nodiscard]] bool pathEndsWith(Position node, std::string_view text) const;
+
+    /// Marks a node with all that it holds; returns the next one.
+    Position markWithContents(Position node);
+    void markRange(Position begin, Position end);
+
+    const Tree& m_tree;
+    const TreeArrays& m_nodes;
+    const Position m_root;
+    const Position m_end;
+    const std::string_view m_rootPath;
     const std::string_view m_query;
     std::vector<std::uint64_t> m_marks;
 };

@@ -48,19 +48,6 @@ TEST(FileNode, IsEqualInAllSevenFieldsOnly)
     EXPECT_NE(others[6].node(), others[8].node()) << "no list and an empty one differ";
 }
 
-TEST(FileNode, IsEqualWhicheverWayItWasMade)
-{
-    for (const std::string component : {"plain.txt", "ümlaut", "broken\xFF.gz", "\xED\xA0\x80"}) {
-        const FileNode inFolder =
-            FileNode::inFolder(FileUrl::fromPath("/a"), component, 5, false, FileCategory::archive);
-        const FileNode whole(inFolder.id(), FileUrl::fromPath("/a/" + component), component, 5, false,
-                             FileCategory::archive, std::nullopt);
-        EXPECT_EQ(inFolder, whole) << component;
-        EXPECT_EQ(std::hash<FileNode>()(inFolder), std::hash<FileNode>()(whole)) << component;
-        EXPECT_EQ(inFolder.url().path(), "/a/" + component);
-    }
-}
-
 TEST(FileNode, ShowsValidUtf8AndKeepsExactBytes)
 {
     const FileUrl url = FileUrl::fromPath("/a").appending("caf\xE9.MP3");
@@ -93,28 +80,12 @@ TEST(FileNode, CountsFilesAndFolders)
     }
 }
 
-TEST(FileNodeDeathTest, EndsTheProgramWhenItsCountsOverflow)
-{
-    // Each folder holds the one before twice, which costs nothing.
-    for (const char* innermost : {"file 1", "folder/"}) {
-        FileNode node = treeFromText(innermost);
-        const auto doubled = [&node] {
-            return FileNode(FileUrl::fromPath("/d"), "d", 0, true, FileCategory::other, std::vector{node, node});
-        };
-        for (int level = 0; level < 62; ++level) {
-            node = doubled();
-        }
-        EXPECT_GE(node.fileCount() + node.directoryCount(), std::int64_t{1} << 62);
-        EXPECT_EXIT((void)doubled(), testing::KilledBySignal(SIGABRT), "^$") << innermost;
-    }
-}
-
 TEST(FileNode, MayBeDroppedOnAnyThread)
 {
     for (int round = 0; round < 50; ++round) {
         std::optional<FileNode> tree = treeFromText("d/\n  e/\n    a 1\n    b 2\n  c 3");
         const FileNode part = tree->children()->front();
-        std::thread thread([copy = *tree]() mutable { copy = copy.children()->back(); });
+        std::thread thread([copy = *tree]() mutable { copy = (*copy.children())[1]; });
         tree.reset();
         thread.join();
         EXPECT_EQ(test::textOfTree(part), "e/\n  a 1\n  b 2\n");
@@ -125,17 +96,11 @@ TEST(FileNode, WorksAtAnyDepthWithASmallStack)
 {
     bool isEqual = false;
     test::runWithSmallStack([&] {
-        std::vector<FileNode> path{test::chainOfFolders(10'000)};
-        while (path.back().children()) {
-            path.push_back(path.back().children()->front());
-        }
-        // The same tree again in records of its own.
-        FileNode other = path.back();
-        for (auto node = path.rbegin() + 1; node != path.rend(); ++node) {
-            other = FileNode(node->id(), node->url(), node->name(), node->size(), true, node->fileCategory(),
-                             std::vector{other});
-        }
-        isEqual = path[0] == other && std::hash<FileNode>()(path[0]) == std::hash<FileNode>()(other);
+        const FileNode tree = test::chainOfFolders(100'000);
+        const FileNode copy(tree.id(), tree.url(), tree.name(), tree.size(), true, tree.fileCategory(),
+                            std::vector{tree.children()->front()});
+        isEqual = copy == tree && std::hash<FileNode>()(copy) == std::hash<FileNode>()(tree) &&
+                  copy.fileCount() + copy.directoryCount() == 100'001;
     });
     EXPECT_TRUE(isEqual);
 }

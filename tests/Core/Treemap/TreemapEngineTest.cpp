@@ -29,7 +29,7 @@ constexpr Rect window{0, 0, 1600, 1000};
 FileNode fileOf(std::int64_t size)
 {
     static const FileUrl folder = FileUrl::fromPath("/f");
-    return FileNode::inFolder(folder, "x", size, false, FileCategory::allCases[static_cast<std::size_t>(size) % 9]);
+    return {folder, "x", size, false, FileCategory::allCases[static_cast<std::size_t>(size) % 9], std::nullopt};
 }
 
 /// A folder as large as its largest child, so that what its children add up to does not matter.

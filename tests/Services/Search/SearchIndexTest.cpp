@@ -1,9 +1,9 @@
 #include "Services/Search/SearchIndex.h"
 
-#include "Core/Models/TreeWalk.h"
 #include "Support/PlainSearch.h"
 #include "Support/SmallStack.h"
 #include "Support/TreeText.h"
+#include "Support/TreeWalk.h"
 
 #include <gmock/gmock.h>
 
@@ -19,6 +19,7 @@ namespace {
 using test::PlainHit;
 using test::plainSearch;
 using test::treeFromText;
+using test::walkTree;
 
 /// The toolkit's own conversion takes a zero-width space at the start for a mark of the encoding.
 QString exactText(const std::string& text)
@@ -129,7 +130,10 @@ void expectSameResults(const FileNode& root, const SearchResults& results, const
     }
     const NodeIDSet highlighted(results);
     ASSERT_EQ(highlighted.empty(), expected.empty());
-    walkTree(root, [&](const FileNode& node) { ASSERT_EQ(highlighted.contains(node.id()), ids.contains(node.id())); });
+    walkTree(root, [&](const FileNode& node) {
+        ASSERT_EQ(highlighted.contains(node), ids.contains(node.id()));
+        ASSERT_EQ(highlighted.contains(node.id()), ids.contains(node.id()));
+    });
     ASSERT_FALSE(highlighted.contains(Uuid::random()));
 }
 

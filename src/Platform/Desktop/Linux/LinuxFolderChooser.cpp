@@ -127,7 +127,7 @@ void LinuxFolderChooser::openOwnDialog(const Request& request)
     }
     auto* dialog = new FolderDialog(request.texts, UserFolders::current(), *request.window);
     QObject::connect(dialog, &QDialog::accepted, &m_context,
-                     [dialog, onChosen = request.onChosen] { onChosen(dialog->folder().asFolder()); });
+                     [dialog, onChosen = request.onChosen] { onChosen(FileUrl::fromPath(dialog->folder().path())); });
     open(*dialog);
 }
 
@@ -148,7 +148,7 @@ PortalFolderChooser& LinuxFolderChooser::makePortalDialog(const Request& request
     auto* dialog = new PortalFolderChooser(bus, portal, request.texts, *request.window);
     QObject::connect(dialog, &QDialog::accepted, &m_context, [dialog, onChosen = request.onChosen] {
         if (dialog->folder()) {
-            onChosen(dialog->folder()->asFolder());
+            onChosen(FileUrl::fromPath(dialog->folder()->path()));
         }
     });
     QObject::connect(dialog, &PortalFolderChooser::failed, &m_context, [this, request] { openOwnDialog(request); });

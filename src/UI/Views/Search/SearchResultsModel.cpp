@@ -1,31 +1,12 @@
 #include "UI/Views/Search/SearchResultsModel.h"
 
-#include "Platform/Background.h"
 #include "UI/Views/Search/SearchFilterContent.h"
 #include "UI/Widgets/PlainToolTip.h"
 
 #include <algorithm>
 #include <limits>
-#include <utility>
 
 namespace morlaine {
-
-namespace {
-
-/// They may be the last to hold a whole tree.
-void letGo(SearchResults results)
-{
-    if (!results.empty()) {
-        releaseInBackground(std::move(results));
-    }
-}
-
-} // namespace
-
-SearchResultsModel::~SearchResultsModel()
-{
-    letGo(std::move(m_results));
-}
 
 void SearchResultsModel::setResults(const SearchResults& results)
 {
@@ -33,9 +14,8 @@ void SearchResultsModel::setResults(const SearchResults& results)
         return;
     }
     beginResetModel();
-    SearchResults former = std::exchange(m_results, results);
+    m_results = results;
     endResetModel();
-    letGo(std::move(former));
 }
 
 int SearchResultsModel::rowCount(const QModelIndex& parent) const

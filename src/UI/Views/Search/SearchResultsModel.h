@@ -14,7 +14,6 @@ public:
     using QAbstractListModel::QAbstractListModel;
     SearchResultsModel(const SearchResultsModel&) = delete;
     SearchResultsModel& operator=(const SearchResultsModel&) = delete;
-    ~SearchResultsModel() override;
 
     /// Does nothing for the results that are shown already.
     void setResults(const SearchResults& results);

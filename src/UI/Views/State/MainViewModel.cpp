@@ -1,6 +1,5 @@
 #include "UI/Views/State/MainViewModel.h"
 
-#include "Platform/Background.h"
 #include "Utilities/Utf8.h"
 
 #include <QTimer>
@@ -94,11 +93,10 @@ std::optional<FileNode> MainViewModel::activeRootNode() const
 
 void MainViewModel::scan(const FileUrl& url)
 {
-    FormerTree former = resetSession();
+    resetSession();
     m_searchIndex.reset();
     m_scanner->startScan(url);
     startWatcher();
-    releaseInBackground(std::move(former));
 }
 
 void MainViewModel::cancelScan()
@@ -107,9 +105,8 @@ void MainViewModel::cancelScan()
 }
 
 /// The search inputs other than the text stay, and so does the index.
-MainViewModel::FormerTree MainViewModel::resetSession()
+void MainViewModel::resetSession()
 {
-    FormerTree former{m_currentRootNode, m_searchIndex};
     publish(m_currentRootNode, std::nullopt);
     publish(m_selectedNode, std::nullopt);
     publish(m_zoomStack, std::vector<FileNode>());
@@ -118,7 +115,6 @@ MainViewModel::FormerTree MainViewModel::resetSession()
     setSearchText(QStringLiteral(""));
     publish(m_searchResults, SearchResults());
     publish(m_highlightIDs, NodeIDSet());
-    return former;
 }
 
 /// Looks at the scanner from time to time until it has stopped, whichever scan it is running by then.
@@ -148,7 +144,7 @@ void MainViewModel::showTree(const FileNode& root)
 {
     publish(m_currentRootNode, root);
     publish(m_selectedNode, root);
-    releaseInBackground(std::exchange(m_searchIndex, std::make_shared<const SearchIndex>(root)));
+    m_searchIndex.emplace(root);
 }
 
 void MainViewModel::zoomIn(FileNode node)
@@ -278,7 +274,7 @@ void MainViewModel::loadHistory()
 void MainViewModel::loadHistoricalScan(const HistoricalScan& scan)
 {
     m_scanner->cancelScan();
-    FormerTree former = resetSession();
+    resetSession();
     if (const std::optional<FileNode> root = m_environment.store.loadScanTree(scan.id)) {
         showTree(*root);
         m_scanner->setScannedFilesCount(root->fileCount());
@@ -289,7 +285,6 @@ void MainViewModel::loadHistoricalScan(const HistoricalScan& scan)
         deleteHistoryItem(scan.id);
         m_scanner->setErrorMessage(QStringLiteral("Failed to load historical scan tree cache."));
     }
-    releaseInBackground(std::move(former));
 }
 
 void MainViewModel::deleteHistoryItem(Uuid id)

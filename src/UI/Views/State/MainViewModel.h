@@ -120,13 +120,7 @@ public:
     void deleteHistoryItem(Uuid id);
 
 private:
-    /// What is large about a tree that was shown, for letting go of it elsewhere.
-    struct FormerTree {
-        std::optional<FileNode> root;
-        std::shared_ptr<const SearchIndex> searchIndex;
-    };
-
-    [[nodiscard]] FormerTree resetSession();
+    void resetSession();
     void startWatcher();
     void showFinishedScan();
     void showTree(const FileNode& root);
@@ -147,7 +141,7 @@ private:
     std::vector<FavoriteFolder> m_favorites;
     std::vector<HistoricalScan> m_scanHistory;
 
-    std::shared_ptr<const SearchIndex> m_searchIndex;
+    std::optional<SearchIndex> m_searchIndex;
     std::vector<FileNode> m_backStack;    // the most recent last
     std::vector<FileNode> m_forwardStack; // the most recent last
 };

@@ -67,9 +67,9 @@ Outline folderOutline(std::int64_t depth)
     return {std::max(0.3 - 0.05 * d, 0.0), std::max(2.0 - 0.5 * d, 0.5)};
 }
 
-double fileFillOpacity(const NodeIDSet& highlightIDs, const Uuid& id)
+double fileFillOpacity(const NodeIDSet& highlightIDs, const FileNode& node)
 {
-    return highlightIDs.empty() || highlightIDs.contains(id) ? 1 : dimmedOpacity;
+    return highlightIDs.empty() || highlightIDs.contains(node) ? 1 : dimmedOpacity;
 }
 
 std::optional<Labels> labelsIn(const Rect& rect)

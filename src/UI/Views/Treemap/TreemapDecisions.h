@@ -43,7 +43,7 @@ inline constexpr double selectionFillOpacity = 0.12; // in the accent colour
 inline constexpr double hoverFillOpacity = 0.2;      // white
 
 /// How much of its colour a file keeps: less while a search is on that has not found it.
-[[nodiscard]] double fileFillOpacity(const NodeIDSet& highlightIDs, const Uuid& id);
+[[nodiscard]] double fileFillOpacity(const NodeIDSet& highlightIDs, const FileNode& node);
 
 /// Where the labels of a file stand: its name, and its size below.
 struct Labels {

@@ -1,6 +1,5 @@
 #include "UI/Views/Treemap/TreemapMenu.h"
 
-#include "Platform/Background.h"
 #include "UI/Styles/TextStyles.h"
 #include "UI/Views/State/MainViewModel.h"
 #include "Utilities/ShownText.h"
@@ -38,12 +37,6 @@ TreemapMenu::TreemapMenu(MainViewModel& viewModel, std::optional<FileNode> targe
     for (const TreemapMenuEntry& entry : treemapMenuEntries(m_target)) {
         add(entry);
     }
-}
-
-/// The tree may have been replaced while the menu was open.
-TreemapMenu::~TreemapMenu()
-{
-    releaseInBackground(std::move(m_target));
 }
 
 /// They cannot be chosen, but have to be read.

@@ -28,7 +28,6 @@ class TreemapMenu final : public QMenu {
 
 public:
     TreemapMenu(MainViewModel& viewModel, std::optional<FileNode> target, QWidget* parent);
-    ~TreemapMenu() override;
 
 private:
     void showTextsLikeEntries();

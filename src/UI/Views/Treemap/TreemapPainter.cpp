@@ -54,7 +54,7 @@ void paintRects(QImage& image, const Scene& scene, const std::vector<std::uint32
             const auto [opacity, width] = Decide::folderOutline(item.depth);
             filler.stroke(item.rect, Qt::white, opacity, width);
         } else {
-            filler.fill(item.rect, toQColor(item.color), Decide::fileFillOpacity(scene.highlightIDs, item.id()));
+            filler.fill(item.rect, toQColor(item.color), Decide::fileFillOpacity(scene.highlightIDs, item.node));
             filler.stroke(item.rect, Qt::black, Decide::fileOutline.opacity, Decide::fileOutline.width);
         }
     }

@@ -1,7 +1,6 @@
 #include "UI/Views/Treemap/TreemapView.h"
 
 #include "Core/Treemap/TreemapEngine.h"
-#include "Platform/Background.h"
 #include "UI/Styles/Theme.h"
 #include "UI/Views/State/MainViewModel.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"
@@ -104,8 +103,7 @@ void TreemapView::readModel()
 void TreemapView::recalculateLayout(const QSizeF& size)
 {
     const std::optional<FileNode> root = m_viewModel.activeRootNode();
-    const std::optional<Uuid> rootID = idOf(root);
-    const bool isSameRoot = std::exchange(m_rootID, rootID) == rootID;
+    m_rootID = idOf(root);
     TreemapLayout layout = m_computedRects;
     if (!root) {
         layout = std::make_shared<const std::vector<TreemapRect>>();
@@ -113,12 +111,8 @@ void TreemapView::recalculateLayout(const QSizeF& size)
         layout = std::make_shared<const std::vector<TreemapRect>>(
             TreemapEngine::computeLayout(*root, {0, 0, size.width(), size.height()}, 4, 0));
     }
-    TreemapLayout former = std::exchange(m_computedRects, std::move(layout));
+    m_computedRects = std::move(layout);
     m_canvas->showLayout(m_computedRects, TreemapDecisions::textInsteadOfRects(root.has_value()));
-    // The layout of a tree that is still shown goes at once. Each step of a resize would otherwise start a thread.
-    if (!isSameRoot) {
-        releaseInBackground(std::move(former));
-    }
     showSelection();
 }
 
@@ -135,12 +129,8 @@ void TreemapView::updateHoveredRect()
 
 void TreemapView::setHoveredRect(std::optional<TreemapRect> rect)
 {
-    std::optional<TreemapRect> former = std::exchange(m_hoveredRect, std::move(rect));
+    const std::optional<TreemapRect> former = std::exchange(m_hoveredRect, std::move(rect));
     const bool isSame = former && m_hoveredRect && former->id() == m_hoveredRect->id();
-    // A folder may be all that is left of a tree that was shown before.
-    if (former && former->node.isDirectory() && !isSame) {
-        releaseInBackground(std::move(former));
-    }
     showHover();
     if (!isSame) {
         showInfo();

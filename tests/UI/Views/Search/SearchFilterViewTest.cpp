@@ -1,5 +1,7 @@
 #include "UI/Views/Search/SearchFilterView.h"
 
+#include "Core/Models/TreeBuilder.h"
+
 #include "Support/ModelFixture.h"
 #include "Support/TreeText.h"
 #include "Support/Widgets.h"
@@ -240,13 +242,14 @@ TEST_F(SearchFilterViewTest, TheRowMenuActsOnItsRow)
 TEST(SearchResultsTest, AMillionRowsAppearAndTheLastIsInReach)
 {
     constexpr int count = 1'000'000;
-    std::vector<FileNode> files;
-    files.reserve(count);
-    const FileUrl folder = FileUrl::fromPath("/root");
+    TreeBuilder builder(TreeBuilder::Source::given);
+    builder.add({Uuid::random(), count, true, FileCategory::other}, "/root", "root");
+    builder.openList();
     for (int i = 0; i < count; ++i) {
-        files.push_back(FileNode::inFolder(folder, std::to_string(i), 1, false, FileCategory::other));
+        builder.addComponent({Uuid::random(), 1, false, FileCategory::other}, std::to_string(i));
     }
-    const FileNode root(folder, "root", count, true, FileCategory::other, std::move(files));
+    builder.closeList();
+    const FileNode root = builder.finish();
 
     SearchResultsModel rows;
     UniformListView list;

@@ -1,0 +1,381 @@
+#include "Core/Models/FileNodeReaders.h"
+#include "Core/Models/TreeBuilder.h"
+#include "Utilities/Hex.h"
+#include "Utilities/Utf8.h"
+
+#include <QIODevice>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace morlaine {
+
+namespace {
+
+constexpr std::size_t bufferSize = std::size_t{1024} * 1024;
+
+/// A node is looked at once so much text is at hand, or all the rest.
+constexpr std::size_t roomForNode = std::size_t{128} * 1024;
+
+/// Zeros behind the text, which end every comparison with something that is expected.
+constexpr std::size_t padding = 64;
+
+enum CharacterKind : std::uint8_t { plain, percent, quote, backslash, slash, notInUrl, refused, notAscii };
+
+constexpr std::array<CharacterKind, 256> characterKinds = [] {
+    std::array<CharacterKind, 256> kinds{};
+    for (std::size_t c = 0; c < kinds.size(); ++c) {
+        kinds[c] = c < 0x20 ? refused : c < 0x80 ? plain : notAscii;
+    }
+    kinds['%'] = percent;
+    kinds['"'] = quote;
+    kinds['\\'] = backslash;
+    kinds['/'] = slash;
+    kinds['?'] = notInUrl;
+    kinds['#'] = notInUrl;
+    return kinds;
+}();
+
+CharacterKind kindOf(char c)
+{
+    return characterKinds[static_cast<unsigned char>(c)];
+}
+
+constexpr std::array<std::int8_t, 256> hexValues = [] {
+    std::array<std::int8_t, 256> values{};
+    for (std::size_t c = 0; c < values.size(); ++c) {
+        values[c] = static_cast<std::int8_t>(hexValue(static_cast<char>(c)));
+    }
+    return values;
+}();
+
+/// The text of a device, a large piece at a time.
+class Window {
+public:
+    explicit Window(QIODevice& source) : m_source(source), m_buffer(bufferSize + padding) {}
+
+    [[nodiscard]] const char* next() const { return m_next; }
+    [[nodiscard]] const char* end() const { return m_end; }
+    void passTo(const char* place) { m_next = place; }
+
+    /// Makes room for a node; false when the device cannot be read.
+    [[nodiscard]] bool fill()
+    {
+        if (m_isAtEnd || static_cast<std::size_t>(m_end - m_next) >= roomForNode) {
+            return true;
+        }
+        const auto rest = static_cast<std::size_t>(m_end - m_next);
+        std::memmove(m_buffer.data(), m_next, rest);
+        std::size_t length = rest;
+        while (length < bufferSize && !m_isAtEnd) {
+            const qint64 count = m_source.read(m_buffer.data() + length, static_cast<qint64>(bufferSize - length));
+            if (count < 0) {
+                return false;
+            }
+            m_isAtEnd = count == 0;
+            length += static_cast<std::size_t>(count);
+        }
+        m_next = m_buffer.data();
+        m_end = m_next + length;
+        std::memset(m_buffer.data() + length, 0, padding);
+        return true;
+    }
+
+private:
+    QIODevice& m_source;
+    std::vector<char> m_buffer;
+    const char* m_next = m_buffer.data();
+    const char* m_end = m_buffer.data();
+    bool m_isAtEnd = false;
+};
+
+class ExactFormReader {
+public:
+    explicit ExactFormReader(QIODevice& source) : m_window(source) {}
+
+    [[nodiscard]] std::optional<FileNode> read()
+    {
+        if (!begin() || !node()) {
+            return std::nullopt;
+        }
+        while (!m_openLists.empty()) {
+            if (!begin() || !listItem()) {
+                return std::nullopt;
+            }
+        }
+        if (!begin() || m_place != m_window.end()) {
+            return std::nullopt;
+        }
+        return m_builder.finish();
+    }
+
+private:
+    struct OpenList {
+        std::size_t urlLength;     // of `m_url` in the list above
+        std::int64_t childrenSize; // sum of what has been read of it
+    };
+
+    [[nodiscard]] bool begin()
+    {
+        m_window.passTo(m_place);
+        const bool isFilled = m_window.fill();
+        m_place = m_window.next();
+        return isFilled;
+    }
+
+    /// Passes over `text`, if that comes next. It is shorter than the padding.
+    template <std::size_t size>
+    [[nodiscard]] bool expect(const char (&text)[size])
+    {
+        static_assert(size <= padding);
+        if (std::memcmp(m_place, text, size - 1) != 0) {
+            return false;
+        }
+        m_place += size - 1;
+        return true;
+    }
+
+    [[nodiscard]] std::size_t textLeft() const { return static_cast<std::size_t>(m_window.end() - m_place); }
+
+    /// A node, or the end of the list that is open.
+    [[nodiscard]] bool listItem()
+    {
+        if (*m_place == ']') {
+            ++m_place;
+            m_builder.closeList();
+            m_url.resize(m_openLists.back().urlLength);
+            m_openLists.pop_back();
+            m_isAtListStart = false;
+            return expect("}");
+        }
+        return (m_isAtListStart || expect(",")) && node();
+    }
+
+    [[nodiscard]] bool node()
+    {
+        if (!expect(R"({"id":")") || !uuid() || !expect(R"(","url":")") || !(m_openLists.empty() ? rootUrl() : url()) ||
+            !expect(R"(","name":")") || !name() || !expect(R"(","size":)") || !size() ||
+            !expect(R"(,"isDirectory":)") || !flag() || !expect(R"(,"fileCategory":")") || !category() || !addSize()) {
+            return false;
+        }
+        if (m_openLists.empty()) {
+            m_builder.add(m_fields, m_rootUrl->bytes(), m_name);
+        } else {
+            m_builder.addComponent(m_fields, m_component, m_name);
+        }
+        m_isAtListStart = false;
+        return expect("\"}") || (expect(R"(","children":[)") && openList());
+    }
+
+    /// The other reader tells why the sums of such a tree cannot be made.
+    [[nodiscard]] bool addSize()
+    {
+        const auto add = [this](std::int64_t& sum) { return !__builtin_add_overflow(sum, m_fields.size, &sum); };
+        return (m_fields.isDirectory || add(m_filesSize)) &&
+               (m_openLists.empty() || add(m_openLists.back().childrenSize));
+    }
+
+    [[nodiscard]] bool openList()
+    {
+        if (m_openLists.size() + 1 == deepestLevel) {
+            return false;
+        }
+        m_builder.openList();
+        m_openLists.push_back({m_url.size(), 0});
+        m_url += m_urlText;
+        if (!m_url.ends_with('/')) {
+            m_url += '/';
+        }
+        m_isAtListStart = true;
+        return true;
+    }
+
+    [[nodiscard]] bool uuid()
+    {
+        std::array<std::uint8_t, 16> bytes{};
+        const char* place = m_place;
+        int all = 0;
+        for (std::size_t i = 0; i < bytes.size(); ++i) {
+            if (i == 4 || i == 6 || i == 8 || i == 10) {
+                all |= *place++ == '-' ? 0 : -1;
+            }
+            const int value =
+                hexValues[static_cast<unsigned char>(place[0])] * 16 | hexValues[static_cast<unsigned char>(place[1])];
+            all |= value;
+            bytes[i] = static_cast<std::uint8_t>(value);
+            place += 2;
+        }
+        m_place = place;
+        m_fields.id = Uuid(bytes);
+        return all >= 0;
+    }
+
+    /// The url of the root must be in the form in which it is written, so that whatever is inside begins with it.
+    [[nodiscard]] bool rootUrl()
+    {
+        const char* const start = m_place;
+        while (kindOf(*m_place) == plain || kindOf(*m_place) == slash || kindOf(*m_place) == percent) {
+            ++m_place;
+        }
+        m_urlText = {start, static_cast<std::size_t>(m_place - start)};
+        m_rootUrl = FileUrl::parse(m_urlText);
+        if (!m_rootUrl || m_rootUrl->absoluteString() != m_urlText) {
+            return false;
+        }
+        constexpr std::string_view fileSystemRoot = "file:///";
+        while (m_urlText.size() > fileSystemRoot.size() && m_urlText.ends_with('/')) {
+            m_urlText.remove_suffix(1);
+        }
+        m_component = {}; // no name is empty and in this form
+        return true;
+    }
+
+    [[nodiscard]] bool url()
+    {
+        if (textLeft() < m_url.size() || std::memcmp(m_place, m_url.data(), m_url.size()) != 0) {
+            return false;
+        }
+        m_place += m_url.size();
+        const char* const start = m_place;
+        bool hasPercent = false;
+        CharacterKind kind = kindOf(*m_place);
+        for (; kind <= percent; kind = kindOf(*++m_place)) {
+            hasPercent = hasPercent || kind == percent;
+        }
+        m_urlText = {start, static_cast<std::size_t>(m_place - start)};
+        m_component = m_urlText;
+        if (kind != quote || m_urlText.empty()) {
+            return false;
+        }
+        return !hasPercent || decodeComponent();
+    }
+
+    [[nodiscard]] bool decodeComponent()
+    {
+        const std::optional<std::string> decoded = FileUrl::percentDecoded(m_urlText);
+        if (!decoded || decoded->find('/') != std::string::npos) {
+            return false;
+        }
+        m_decodedComponent = *decoded;
+        m_component = m_decodedComponent;
+        return true;
+    }
+
+    [[nodiscard]] bool name()
+    {
+        const char* const start = m_place;
+        if (!m_component.empty() && m_component.size() < textLeft() && start[m_component.size()] == '"' &&
+            m_component.data() == m_urlText.data() && std::memcmp(start, m_component.data(), m_component.size()) == 0) {
+            m_name = m_component;
+            m_place += m_component.size();
+            return true;
+        }
+        bool isAscii = true;
+        for (;; ++m_place) {
+            const CharacterKind kind = kindOf(*m_place);
+            if (kind == backslash) {
+                return escapedName(start);
+            }
+            if (kind == quote || kind == refused) {
+                m_name = {start, static_cast<std::size_t>(m_place - start)};
+                return kind == quote && (isAscii || isValidUtf8(m_name));
+            }
+            isAscii = isAscii && kind != notAscii;
+        }
+    }
+
+    /// A name with escapes of the kinds that are written.
+    [[nodiscard]] bool escapedName(const char* start)
+    {
+        m_unescapedName.assign(start, m_place);
+        for (;; ++m_place) {
+            const CharacterKind kind = kindOf(*m_place);
+            if (kind == quote || kind == refused) {
+                m_name = m_unescapedName;
+                return kind == quote && isValidUtf8(m_name);
+            }
+            if (kind != backslash) {
+                m_unescapedName += *m_place;
+                continue;
+            }
+            constexpr std::string_view letters = "\"\\bfnrt";
+            constexpr std::string_view meanings = "\"\\\b\f\n\r\t";
+            const char letter = *++m_place;
+            if (const std::size_t found = letters.find(letter); found != std::string_view::npos) {
+                m_unescapedName += meanings[found];
+                continue;
+            }
+            const int value = letter == 'u' && m_place[1] == '0' && m_place[2] == '0'
+                                  ? hexValues[static_cast<unsigned char>(m_place[3])] * 16 |
+                                        hexValues[static_cast<unsigned char>(m_place[4])]
+                                  : -1;
+            if (value < 0 || value >= 0x20) {
+                return false;
+            }
+            m_unescapedName += static_cast<char>(value);
+            m_place += 4;
+        }
+    }
+
+    /// What needs more digits, or a sign, is left to the other reader.
+    [[nodiscard]] bool size()
+    {
+        const char* const start = m_place;
+        std::int64_t value = 0;
+        for (; *m_place >= '0' && *m_place <= '9' && m_place - start < 18; ++m_place) {
+            value = value * 10 + (*m_place - '0');
+        }
+        m_fields.size = value;
+        return m_place != start && (*start != '0' || m_place == start + 1);
+    }
+
+    [[nodiscard]] bool flag()
+    {
+        m_fields.isDirectory = *m_place == 't';
+        return m_fields.isDirectory ? expect("true") : expect("false");
+    }
+
+    [[nodiscard]] bool category()
+    {
+        constexpr std::size_t longest = 16;
+        const std::string_view text(m_place, longest);
+        const auto found = FileCategory::fromRawValue(text.substr(0, text.find('"')));
+        if (!found) {
+            return false;
+        }
+        m_fields.category = *found;
+        m_place += found->rawValue().size();
+        return true;
+    }
+
+    Window m_window;
+    const char* m_place = m_window.next();
+    TreeBuilder m_builder{TreeBuilder::Source::given};
+    std::string m_url; // with which the urls in the list that is open begin
+    std::vector<OpenList> m_openLists;
+    bool m_isAtListStart = false;
+    std::int64_t m_filesSize = 0; // sum of the files that have been read
+
+    // The node that is being read. The texts lie in the window, or in one of the strings.
+    TreeBuilder::Fields m_fields;
+    std::optional<FileUrl> m_rootUrl;
+    std::string_view m_urlText; // of the root's url, or of its last component
+    std::string_view m_component;
+    std::string_view m_name;
+    std::string m_decodedComponent;
+    std::string m_unescapedName;
+};
+
+} // namespace
+
+std::optional<FileNode> readExactForm(QIODevice& source)
+{
+    return ExactFormReader(source).read();
+}
+
+} // namespace morlaine

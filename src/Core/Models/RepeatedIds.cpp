@@ -1,0 +1,106 @@
+#include "Core/Models/RepeatedIds.h"
+
+#include <QHashFunctions>
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+namespace morlaine {
+
+namespace {
+
+using Position = TreeArrays::Position;
+
+/// The seed differs from run to run, so that no file can hold ids that all fall together.
+std::uint64_t hashOf(const Uuid& id, std::uint64_t seed) noexcept
+{
+    std::array<std::uint64_t, 2> words{};
+    std::memcpy(words.data(), id.bytes().data(), sizeof words);
+    std::uint64_t hash = (words[0] ^ seed) * 0x9E3779B97F4A7C15U;
+    hash = (hash ^ (hash >> 32) ^ words[1]) * (seed | 1);
+    return hash ^ (hash >> 29);
+}
+
+/// A set of hashes that may take one for another, but misses none.
+class HashMarks {
+public:
+    explicit HashMarks(std::size_t count)
+        : m_bits(std::bit_ceil(std::max<std::size_t>(count, 4) * bitsForEach))
+        , m_words(m_bits / 64)
+    {
+    }
+
+    /// Whether it was there before.
+    bool insert(std::uint64_t hash)
+    {
+        std::uint64_t& word = m_words[(hash & (m_bits - 1)) / 64];
+        const std::uint64_t bit = std::uint64_t{1} << (hash % 64);
+        const bool wasThere = (word & bit) != 0;
+        word |= bit;
+        return wasThere;
+    }
+
+    [[nodiscard]] bool contains(std::uint64_t hash) const
+    {
+        return (m_words[(hash & (m_bits - 1)) / 64] >> (hash % 64) & 1) != 0;
+    }
+
+private:
+    static constexpr std::size_t bitsForEach = 16;
+
+    std::size_t m_bits;
+    std::vector<std::uint64_t> m_words;
+};
+
+/// Every node whose id another one may have too.
+std::vector<Position> suspects(const GrowingArray<Uuid>& ids)
+{
+    const std::uint64_t seed = QHashSeed::globalSeed();
+    std::vector<std::uint64_t> repeated;
+    HashMarks all(ids.size());
+    for (const Uuid& id : ids) {
+        const std::uint64_t hash = hashOf(id, seed);
+        if (all.insert(hash)) {
+            repeated.push_back(hash);
+        }
+    }
+    std::vector<Position> found;
+    if (repeated.empty()) {
+        return found;
+    }
+    // Other bits of the hash than before, which tell apart what only fell together.
+    HashMarks marks(repeated.size());
+    for (const std::uint64_t hash : repeated) {
+        marks.insert(hash >> 32);
+    }
+    for (Position node = 0; node < ids.size(); ++node) {
+        if (marks.contains(hashOf(ids[node], seed) >> 32)) {
+            found.push_back(node);
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+std::vector<std::pair<Position, Position>> repeatedIds(const GrowingArray<Uuid>& ids)
+{
+    std::vector<Position> nodes = suspects(ids);
+    std::ranges::sort(nodes, [&ids](Position a, Position b) {
+        const int order = std::memcmp(ids[a].bytes().data(), ids[b].bytes().data(), ids[a].bytes().size());
+        return order != 0 ? order < 0 : a < b;
+    });
+    std::vector<std::pair<Position, Position>> pairs;
+    for (std::size_t i = 1, first = 0; i < nodes.size(); ++i) {
+        if (ids[nodes[i]] == ids[nodes[first]]) {
+            pairs.emplace_back(nodes[i], nodes[first]);
+        } else {
+            first = i;
+        }
+    }
+    std::ranges::sort(pairs);
+    return pairs;
+}
+
+} // namespace morlaine

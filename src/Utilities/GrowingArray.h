@@ -1,0 +1,111 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <span>
+#include <type_traits>
+#include <utility>
+
+namespace morlaine {
+
+/// A sequence of plain values that grows without a second copy of itself: large blocks are moved by the system's page
+/// tables, and room that was not yet used takes no memory. Throws std::bad_alloc, and is then as it was before.
+template <typename Value>
+class GrowingArray {
+    static_assert(std::is_trivially_copyable_v<Value> && std::is_trivially_destructible_v<Value>);
+
+public:
+    GrowingArray() = default;
+    GrowingArray(GrowingArray&& other) noexcept
+        : m_values(std::exchange(other.m_values, nullptr))
+        , m_size(std::exchange(other.m_size, 0))
+        , m_capacity(std::exchange(other.m_capacity, 0))
+    {
+    }
+    GrowingArray& operator=(GrowingArray&& other) noexcept
+    {
+        std::swap(m_values, other.m_values);
+        std::swap(m_size, other.m_size);
+        std::swap(m_capacity, other.m_capacity);
+        return *this;
+    }
+    ~GrowingArray() { std::free(m_values); }
+
+    [[nodiscard]] std::size_t size() const noexcept { return m_size; }
+    [[nodiscard]] bool empty() const noexcept { return m_size == 0; }
+    [[nodiscard]] Value* data() noexcept { return m_values; }
+    [[nodiscard]] const Value* data() const noexcept { return m_values; }
+    [[nodiscard]] Value& operator[](std::size_t index) noexcept { return m_values[index]; }
+    [[nodiscard]] const Value& operator[](std::size_t index) const noexcept { return m_values[index]; }
+    [[nodiscard]] Value& back() noexcept { return m_values[m_size - 1]; }
+    [[nodiscard]] const Value& back() const noexcept { return m_values[m_size - 1]; }
+    [[nodiscard]] const Value* begin() const noexcept { return m_values; }
+    [[nodiscard]] const Value* end() const noexcept { return m_values + m_size; }
+
+    void push_back(const Value& value)
+    {
+        const Value copy = value;
+        makeRoom(1);
+        ::new (static_cast<void*>(m_values + m_size)) Value(copy);
+        ++m_size;
+    }
+    void pop_back() noexcept { --m_size; }
+
+    /// `values` lie elsewhere.
+    void append(std::span<const Value> values)
+    {
+        if (!values.empty()) {
+            makeRoom(values.size());
+            std::memcpy(static_cast<void*>(m_values + m_size), values.data(), values.size_bytes());
+            m_size += values.size();
+        }
+    }
+
+    /// What is added holds anything.
+    void resize(std::size_t size)
+    {
+        if (size > m_size) {
+            makeRoom(size - m_size);
+        }
+        m_size = size;
+    }
+
+    /// Gives back the room that is not used.
+    void shrinkToFit() noexcept
+    {
+        if (m_size < m_capacity && m_size > 0) {
+            if (void* shrunk = std::realloc(static_cast<void*>(m_values), m_size * sizeof(Value))) {
+                m_values = static_cast<Value*>(shrunk);
+                m_capacity = m_size;
+            }
+        }
+    }
+
+private:
+    void makeRoom(std::size_t more)
+    {
+        if (more > m_capacity - m_size) {
+            grow(m_size + more);
+        }
+    }
+
+    void grow(std::size_t least)
+    {
+        const std::size_t capacity = std::max(least, m_capacity + m_capacity / 2);
+        void* grown = std::realloc(static_cast<void*>(m_values), capacity * sizeof(Value));
+        if (grown == nullptr) {
+            throw std::bad_alloc();
+        }
+        m_values = static_cast<Value*>(grown);
+        m_capacity = capacity;
+    }
+
+    Value* m_values = nullptr;
+    std::size_t m_size = 0;
+    std::size_t m_capacity = 0;
+};
+
+} // namespace morlaine
