@@ -7,15 +7,13 @@
 #include "UI/Views/Inspector/InspectorText.h"
 #include "UI/Views/Inspector/SelectableText.h"
 #include "UI/Views/State/MainViewModel.h"
+#include "UI/Views/State/NodeActions.h"
 #include "UI/Widgets/ElidingLabel.h"
 #include "UI/Widgets/SymbolImage.h"
 #include "Utilities/ShownText.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
-
-#include <functional>
-#include <utility>
 
 namespace morlaine {
 
@@ -33,6 +31,20 @@ Widget* ignoringItsWidth(Widget* widget)
     policy.setHorizontalPolicy(QSizePolicy::Ignored);
     widget->setSizePolicy(policy);
     return widget;
+}
+
+SymbolName symbolOf(NodeAction action)
+{
+    switch (action) {
+    case NodeAction::reveal:
+        return "arrow.right.to.line.alt";
+    case NodeAction::open:
+        return "arrow.up.right.square";
+    case NodeAction::copyPath:
+        return "doc.on.doc";
+    default:
+        return "plus.magnifyingglass";
+    }
 }
 
 } // namespace
@@ -94,25 +106,16 @@ void NodePanel::addPath(QVBoxLayout& column)
 
 void NodePanel::addActions(QVBoxLayout& column)
 {
-    const auto add = [this, &column](SymbolName symbol, const QString& label,
-                                     std::function<void(const FileNode&)> operation) {
-        auto* button = new ActionButton(symbol, label);
-        connect(button, &QPushButton::clicked, this, [this, operation = std::move(operation)] {
+    for (const OfferedAction& offered : actionsOffered(NodeActionPlace::inspector)) {
+        auto* button = new ActionButton(symbolOf(offered.action), offered.label);
+        connect(button, &QPushButton::clicked, this, [this, action = offered.action] {
             if (const auto node = m_viewModel.selectedNode()) {
-                operation(*node);
+                perform(action, *node, m_viewModel);
             }
         });
         column.addWidget(button);
-        return button;
-    };
-    add("arrow.right.to.line.alt", QStringLiteral("Reveal in Finder"),
-        [this](const FileNode& node) { m_viewModel.revealInFinder(node); });
-    add("arrow.up.right.square", QStringLiteral("Open File"),
-        [this](const FileNode& node) { m_viewModel.openFile(node); });
-    add("doc.on.doc", QStringLiteral("Copy Absolute Path"),
-        [this](const FileNode& node) { m_viewModel.copyPathToClipboard(node); });
-    m_zoom = add("plus.magnifyingglass", QStringLiteral("Zoom Into Folder"),
-                 [this](const FileNode& node) { m_viewModel.zoomIn(node); });
+        m_actions.push_back(button);
+    }
 }
 
 void NodePanel::refresh()
@@ -121,7 +124,10 @@ void NodePanel::refresh()
         showHeader(*node);
         showRows(*node);
         m_path->setPath(InspectorText::fullPath(*node));
-        m_zoom->setVisible(node->isDirectory());
+        const auto offered = actionsOffered(NodeActionPlace::inspector);
+        for (std::size_t i = 0; i < offered.size(); ++i) {
+            m_actions[i]->setVisible(offered[i].isFor(*node));
+        }
     }
 }
 

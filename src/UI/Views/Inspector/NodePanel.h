@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <array>
+#include <vector>
 
 class QLabel;
 class QVBoxLayout;
@@ -44,7 +45,7 @@ private:
     QLabel* m_kind = nullptr;
     std::array<DetailRow*, 3> m_rows{};
     SelectableText* m_path = nullptr;
-    ActionButton* m_zoom = nullptr;
+    std::vector<ActionButton*> m_actions; // one for each that the inspector offers
 };
 
 } // namespace morlaine

@@ -5,6 +5,7 @@
 #include "UI/Views/Search/SearchPlaceholder.h"
 #include "UI/Views/Search/SearchResultDelegate.h"
 #include "UI/Views/Search/SearchResultsModel.h"
+#include "UI/Views/State/NodeActions.h"
 #include "UI/Widgets/Divider.h"
 #include "UI/Widgets/UniformListView.h"
 #include "Utilities/Utf8.h"
@@ -243,11 +244,10 @@ void SearchFilterView::showRowMenu(const QModelIndex& index, const QPoint& globa
     const FileNode node = m_results->result(index.row()).node();
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QStringLiteral("Reveal in Finder"), &m_viewModel,
-                    [this, node] { m_viewModel.revealInFinder(node); });
-    menu->addAction(QStringLiteral("Open"), &m_viewModel, [this, node] { m_viewModel.openFile(node); });
-    menu->addAction(QStringLiteral("Copy Path"), &m_viewModel, [this, node] { m_viewModel.copyPathToClipboard(node); });
-    menu->addAction(QStringLiteral("Zoom In"), &m_viewModel, [this, node] { m_viewModel.zoomIn(node); });
+    for (const OfferedAction& offered : actionsOffered(NodeActionPlace::resultMenu)) {
+        menu->addAction(offered.label, &m_viewModel,
+                        [this, node, action = offered.action] { perform(action, node, m_viewModel); });
+    }
     menu->popup(globalPosition);
 }
 

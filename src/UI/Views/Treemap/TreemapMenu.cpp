@@ -10,23 +10,6 @@
 
 namespace morlaine {
 
-using Kind = TreemapMenuEntry::Kind;
-
-std::vector<TreemapMenuEntry> treemapMenuEntries(const std::optional<FileNode>& target)
-{
-    if (!target) {
-        return {{Kind::text, QStringLiteral("No element selected")}};
-    }
-    std::vector<TreemapMenuEntry> entries{{Kind::title, shownText(target->name())}, {Kind::separator, {}}};
-    if (target->isDirectory()) {
-        entries.push_back({Kind::zoomIn, QStringLiteral("Zoom In")});
-    }
-    entries.push_back({Kind::reveal, QStringLiteral("Reveal in Finder")});
-    entries.push_back({Kind::open, QStringLiteral("Open File / Folder")});
-    entries.push_back({Kind::copyPath, QStringLiteral("Copy Path")});
-    return entries;
-}
-
 TreemapMenu::TreemapMenu(MainViewModel& viewModel, std::optional<FileNode> target, QWidget* parent)
     : QMenu(parent)
     , m_viewModel(viewModel)
@@ -34,8 +17,16 @@ TreemapMenu::TreemapMenu(MainViewModel& viewModel, std::optional<FileNode> targe
 {
     setAttribute(Qt::WA_DeleteOnClose);
     showTextsLikeEntries();
-    for (const TreemapMenuEntry& entry : treemapMenuEntries(m_target)) {
-        add(entry);
+    if (!m_target) {
+        addText(QStringLiteral("No element selected"), false);
+        return;
+    }
+    addText(shownText(m_target->name()), true);
+    addSeparator();
+    for (const OfferedAction& offered : actionsOffered(NodeActionPlace::treemapMenu)) {
+        if (offered.isFor(*m_target)) {
+            addAction(offered.label, this, [this, action = offered.action] { run(action); });
+        }
     }
 }
 
@@ -50,21 +41,6 @@ void TreemapMenu::showTextsLikeEntries()
     setPalette(readable);
 }
 
-void TreemapMenu::add(const TreemapMenuEntry& entry)
-{
-    switch (entry.kind) {
-    case Kind::separator:
-        addSeparator();
-        break;
-    case Kind::text:
-    case Kind::title:
-        addText(entry.text, entry.kind == Kind::title);
-        break;
-    default:
-        addAction(entry.text, this, [this, kind = entry.kind] { run(kind); });
-    }
-}
-
 /// A name may be long and may hold what menus take for the mark of a mnemonic.
 void TreemapMenu::addText(const QString& text, bool isTitle)
 {
@@ -76,21 +52,13 @@ void TreemapMenu::addText(const QString& text, bool isTitle)
     action->setEnabled(false);
 }
 
-void TreemapMenu::run(Kind kind)
+void TreemapMenu::run(NodeAction action)
 {
     const FileNode target = *m_target;
-    if (kind == Kind::zoomIn) {
-        m_viewModel.zoomIn(target);
-        return;
+    if (action != NodeAction::zoomIn) {
+        m_viewModel.setSelectedNode(target);
     }
-    m_viewModel.setSelectedNode(target);
-    if (kind == Kind::reveal) {
-        m_viewModel.revealInFinder(target);
-    } else if (kind == Kind::open) {
-        m_viewModel.openFile(target);
-    } else {
-        m_viewModel.copyPathToClipboard(target);
-    }
+    perform(action, target, m_viewModel);
 }
 
 } // namespace morlaine

@@ -1,28 +1,19 @@
 #pragma once
 
 #include "Core/Models/FileNode.h"
+#include "UI/Views/State/NodeActions.h"
 
 #include <QMenu>
 #include <QString>
 
 #include <optional>
-#include <vector>
 
 namespace morlaine {
 
 class MainViewModel;
 
-/// What the treemap's context menu offers for a node, in order. Pure.
-struct TreemapMenuEntry {
-    enum class Kind { text, title, separator, zoomIn, reveal, open, copyPath };
-
-    Kind kind = Kind::text;
-    QString text; // as people read it; empty for the separator
-};
-
-[[nodiscard]] std::vector<TreemapMenuEntry> treemapMenuEntries(const std::optional<FileNode>& target);
-
-/// The menu itself, for the node that was the target when it was made. Deletes itself when it closes.
+/// The treemap's context menu: what can be done with the node that was the target when it was made. Deletes itself when
+/// it closes.
 class TreemapMenu final : public QMenu {
     Q_OBJECT
 
@@ -31,9 +22,8 @@ public:
 
 private:
     void showTextsLikeEntries();
-    void add(const TreemapMenuEntry& entry);
     void addText(const QString& text, bool isTitle);
-    void run(TreemapMenuEntry::Kind kind);
+    void run(NodeAction action);
 
     MainViewModel& m_viewModel;
     std::optional<FileNode> m_target;

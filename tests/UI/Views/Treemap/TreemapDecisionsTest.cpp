@@ -2,7 +2,6 @@
 
 #include "Support/TreeText.h"
 #include "UI/Views/Treemap/BreadcrumbFit.h"
-#include "UI/Views/Treemap/TreemapMenu.h"
 
 #include <gtest/gtest.h>
 
@@ -64,20 +63,6 @@ TEST(TreemapDecisionsTest, TellsAboutTheNodeUnderThePointerElseTheSelectedOne)
               (Decide::Info{FileCategory(FileCategory::audio).color(), QStringLiteral("selected.mp3"),
                             QStringLiteral("(2 KB)")}));
     EXPECT_EQ(Decide::infoOf(std::nullopt, std::nullopt), std::nullopt);
-}
-
-TEST(TreemapDecisionsTest, OffersWhatCanBeDoneWithANode)
-{
-    const auto textOf = [](const std::optional<FileNode>& target) {
-        std::string text;
-        for (const TreemapMenuEntry& entry : treemapMenuEntries(target)) {
-            text += entry.text.toStdString() + (entry.kind == TreemapMenuEntry::Kind::title ? " =" : "") + "\n";
-        }
-        return text;
-    };
-    EXPECT_EQ(textOf(std::nullopt), "No element selected\n");
-    EXPECT_EQ(textOf(file("a&b", {}).node), "a&b =\n\nReveal in Finder\nOpen File / Folder\nCopy Path\n");
-    EXPECT_EQ(textOf(folder("d", {}).node), "d =\n\nZoom In\nReveal in Finder\nOpen File / Folder\nCopy Path\n");
 }
 
 TEST(BreadcrumbFitTest, CutsLongNamesThenFoldsTheMiddle)

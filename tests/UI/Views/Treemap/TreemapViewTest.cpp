@@ -111,6 +111,15 @@ protected:
 
     QColor pixel(const QPoint& point) const { return m_canvas->grab().toImage().pixelColor(point); }
 
+    static std::string textsOf(const QMenu& menu)
+    {
+        std::string texts;
+        for (const QAction* action : menu.actions()) {
+            texts += action->text().toStdString() + "|";
+        }
+        return texts;
+    }
+
     static void choose(QMenu& menu, const QString& text)
     {
         for (QAction* action : menu.actions()) {
@@ -253,7 +262,7 @@ TEST_F(TreemapViewTest, OffersAMenuForWhatIsUnderThePointerElseForWhatIsSelected
 
     moveTo(centerOf("hit.mp3"));
     QMenu* const menu = openMenu(*m_canvas, QContextMenuEvent::Mouse, centerOf("hit.mp3"));
-    EXPECT_EQ(menu->actions()[0]->text(), QStringLiteral("hit.mp3"));
+    EXPECT_EQ(textsOf(*menu), "hit.mp3||Reveal in Finder|Open File / Folder|Copy Path|");
     moveTo(centerOf("rest")); // the target is fixed by now
     choose(*menu, QStringLiteral("Reveal in Finder"));
     EXPECT_THAT(workspace->calls, ElementsAre("select /root/hit.mp3 in \"\""));
@@ -268,7 +277,9 @@ TEST_F(TreemapViewTest, OffersAMenuForWhatIsUnderThePointerElseForWhatIsSelected
     model->setSelectedNode(node("big"));
     settle();
     leaveCanvas();
-    choose(*openMenu(*m_canvas, QContextMenuEvent::Keyboard), QStringLiteral("Zoom In"));
+    QMenu* const folderMenu = openMenu(*m_canvas, QContextMenuEvent::Keyboard);
+    EXPECT_EQ(textsOf(*folderMenu), "big||Zoom In|Reveal in Finder|Open File / Folder|Copy Path|");
+    choose(*folderMenu, QStringLiteral("Zoom In"));
     EXPECT_EQ(active(), "big");
 }
 
