@@ -99,10 +99,45 @@ private:
     const std::size_t m_position;
 };
 
+void announceLayout(TreemapCanvas& canvas)
+{
+    QAccessibleEvent event(&canvas, QAccessible::ObjectReorder);
+    QAccessible::updateAccessibility(&event);
+}
+
+void announceSelection(TreemapCanvas& canvas)
+{
+    const std::optional<std::size_t> selected = canvas.selectedPosition();
+    if (!selected) {
+        return;
+    }
+    for (const QAccessible::Event kind : {QAccessible::Selection, QAccessible::Focus}) {
+        if (kind != QAccessible::Focus || canvas.hasFocus()) {
+            QAccessibleEvent event(&canvas, kind);
+            event.setChild(static_cast<int>(*selected));
+            QAccessible::updateAccessibility(&event);
+        }
+    }
+}
+
+/// Tells assistive programs what the canvas reports. Qt makes it when the first of them asks for the canvas.
 class List final : public QAccessibleWidget {
 public:
-    explicit List(TreemapCanvas& canvas) : QAccessibleWidget(&canvas, QAccessible::List), m_canvas(canvas) {}
-    ~List() override { forgetItems(); }
+    explicit List(TreemapCanvas& canvas)
+        : QAccessibleWidget(&canvas, QAccessible::List)
+        , m_canvas(canvas)
+        , m_layoutShown(
+              QObject::connect(&canvas, &TreemapCanvas::layoutShown, &canvas, [&canvas] { announceLayout(canvas); }))
+        , m_selectionMoved(QObject::connect(&canvas, &TreemapCanvas::selectionMoved, &canvas,
+                                            [&canvas] { announceSelection(canvas); }))
+    {
+    }
+    ~List() override
+    {
+        QObject::disconnect(m_layoutShown);
+        QObject::disconnect(m_selectionMoved);
+        forgetItems();
+    }
     List(const List&) = delete;
     List& operator=(const List&) = delete;
 
@@ -159,6 +194,8 @@ private:
     }
 
     TreemapCanvas& m_canvas;
+    const QMetaObject::Connection m_layoutShown;
+    const QMetaObject::Connection m_selectionMoved;
     mutable std::unordered_map<int, QAccessible::Id> m_items;
     mutable int m_layoutNumber = 0;
 };
@@ -174,29 +211,6 @@ QAccessibleInterface* make(const QString& /*className*/, QObject* object)
 void install()
 {
     [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(make), true);
-}
-
-void announceLayout(TreemapCanvas& canvas)
-{
-    if (QAccessible::isActive()) {
-        QAccessibleEvent event(&canvas, QAccessible::ObjectReorder);
-        QAccessible::updateAccessibility(&event);
-    }
-}
-
-void announceSelection(TreemapCanvas& canvas)
-{
-    const std::optional<std::size_t> selected = canvas.selectedPosition();
-    if (!QAccessible::isActive() || !selected) {
-        return;
-    }
-    for (const QAccessible::Event kind : {QAccessible::Selection, QAccessible::Focus}) {
-        if (kind != QAccessible::Focus || canvas.hasFocus()) {
-            QAccessibleEvent event(&canvas, kind);
-            event.setChild(static_cast<int>(*selected));
-            QAccessible::updateAccessibility(&event);
-        }
-    }
 }
 
 } // namespace morlaine::TreemapAccessibility

@@ -3,7 +3,6 @@
 #include "UI/Styles/Conversions.h"
 #include "UI/Styles/TextStyles.h"
 #include "UI/Styles/Theme.h"
-#include "UI/Views/Treemap/TreemapAccessibility.h"
 #include "UI/Views/Treemap/TreemapPainter.h"
 
 #include <QApplication>
@@ -18,7 +17,6 @@ namespace morlaine {
 
 TreemapCanvas::TreemapCanvas(QWidget* parent) : QWidget(parent)
 {
-    TreemapAccessibility::install();
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
@@ -35,7 +33,7 @@ void TreemapCanvas::showLayout(TreemapLayout layout, const QString& text)
     setAccessibleDescription(m_layout->empty() ? text : QString());
     m_selectedPosition.reset();
     forgetBase();
-    TreemapAccessibility::announceLayout(*this);
+    Q_EMIT layoutShown();
 }
 
 void TreemapCanvas::setHighlightIDs(const NodeIDSet& ids)
@@ -54,7 +52,7 @@ void TreemapCanvas::setSelectedPosition(std::optional<std::size_t> position)
     updateMark(selectionMark());
     m_selectedPosition = position;
     updateMark(selectionMark());
-    TreemapAccessibility::announceSelection(*this);
+    Q_EMIT selectionMoved();
 }
 
 void TreemapCanvas::setHoverMark(const std::optional<Rect>& rect)

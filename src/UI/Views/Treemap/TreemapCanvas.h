@@ -62,6 +62,12 @@ Q_SIGNALS:
     void doubleClicked(const QPointF& point);
     void menuRequested(const QPoint& globalPoint);
 
+    /// Another layout is shown, which has no selected rectangle yet.
+    void layoutShown();
+
+    /// Another rectangle is selected, or none.
+    void selectionMoved();
+
     /// An assistive program has pressed the rectangle at that position.
     void rectPressed(std::size_t position);
 

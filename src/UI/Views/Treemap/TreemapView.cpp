@@ -3,6 +3,7 @@
 #include "Core/Treemap/TreemapEngine.h"
 #include "UI/Styles/Theme.h"
 #include "UI/Views/State/MainViewModel.h"
+#include "UI/Views/Treemap/TreemapAccessibility.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"
 #include "UI/Views/Treemap/TreemapHeader.h"
 #include "UI/Views/Treemap/TreemapMenu.h"
@@ -24,13 +25,20 @@ std::optional<Uuid> idOf(const std::optional<FileNode>& node)
     return node ? std::optional(node->id()) : std::nullopt;
 }
 
+/// A canvas is known to assistive programs from its construction on, so that what they are to meet comes first.
+TreemapCanvas* makeCanvas(QWidget* parent)
+{
+    TreemapAccessibility::install();
+    return new TreemapCanvas(parent);
+}
+
 } // namespace
 
 TreemapView::TreemapView(MainViewModel& viewModel, QWidget* parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
     , m_header(new TreemapHeader(this))
-    , m_canvas(new TreemapCanvas(this))
+    , m_canvas(makeCanvas(this))
     , m_computedRects(std::make_shared<const std::vector<TreemapRect>>())
     , m_rootID(idOf(viewModel.activeRootNode()))
     , m_observer(viewModel, [this] { readModel(); })
