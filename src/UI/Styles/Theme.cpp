@@ -1,7 +1,6 @@
 #include "UI/Styles/Theme.h"
 
 #include "UI/Styles/Contrast.h"
-#include "UI/Styles/VisualEffectWidget.h"
 
 namespace morlaine::Theme {
 
@@ -53,16 +52,6 @@ QColor withOpacity(const QColor& color, double opacity)
     QColor result = color;
     result.setAlphaF(static_cast<float>(opacity));
     return result;
-}
-
-VisualEffectWidget* VisualEffectView::make(QWidget* parent) const
-{
-    return new VisualEffectWidget(*this, parent);
-}
-
-void VisualEffectView::update(VisualEffectWidget& widget) const
-{
-    widget.setEffect(*this);
 }
 
 } // namespace morlaine::Theme

@@ -4,8 +4,6 @@
 #include <QLinearGradient>
 #include <QPalette>
 
-class QWidget;
-
 /// The colours, the gradient, the spacings and the corner radii that the views share. Colours of file categories belong
 /// to FileCategory.
 namespace morlaine::Theme {
@@ -47,23 +45,5 @@ inline constexpr double cornerRadiusLarge = 18;
 
 /// `color` at `opacity` (0...1).
 [[nodiscard]] QColor withOpacity(const QColor& color, double opacity);
-
-/// The kinds of translucent backing. The raw values are those that desktops with translucency know.
-enum class Material : int { sidebar = 7 };
-enum class BlendingMode : int { behindWindow = 0, withinWindow = 1 };
-
-class VisualEffectWidget;
-
-/// Describes the backing of a panel.
-struct VisualEffectView {
-    Material material = Material::sidebar;
-    BlendingMode blendingMode = BlendingMode::behindWindow;
-
-    /// A new widget that shows the backing and looks active even while its window is not. `parent` owns it.
-    [[nodiscard]] VisualEffectWidget* make(QWidget* parent) const;
-
-    /// Makes an existing widget show this backing.
-    void update(VisualEffectWidget& widget) const;
-};
 
 } // namespace morlaine::Theme

@@ -1,9 +1,21 @@
 #include "UI/Styles/VisualEffectWidget.h"
 
+#include "UI/Styles/Theme.h"
+
 #include <QPaintEvent>
 #include <QPainter>
 
 namespace morlaine::Theme {
+
+VisualEffectWidget* VisualEffectView::make(QWidget* parent) const
+{
+    return new VisualEffectWidget(*this, parent);
+}
+
+void VisualEffectView::update(VisualEffectWidget& widget) const
+{
+    widget.setEffect(*this);
+}
 
 VisualEffectWidget::VisualEffectWidget(VisualEffectView effect, QWidget* parent) : QWidget(parent), m_effect(effect)
 {
