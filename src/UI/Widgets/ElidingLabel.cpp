@@ -1,5 +1,7 @@
 #include "UI/Widgets/ElidingLabel.h"
 
+#include "UI/Widgets/PlainToolTip.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QTextLayout>
@@ -87,9 +89,7 @@ bool ElidingLabel::event(QEvent* event)
 
 void ElidingLabel::showWholeText(const QPoint& position)
 {
-    // A tooltip guesses whether it is marked up, and a name must not look so by chance.
-    const QString tip = QStringLiteral("<span>") + text().toHtmlEscaped() + QStringLiteral("</span>");
-    QToolTip::showText(position, isElided() ? tip : QString(), this);
+    QToolTip::showText(position, isElided() ? plainToolTip(text()) : QString(), this);
 }
 
 void ElidingLabel::paintEvent(QPaintEvent* /*event*/)
