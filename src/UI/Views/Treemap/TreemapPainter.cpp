@@ -66,6 +66,7 @@ void paintLabels(QImage& image, const Scene& scene)
     const LabelStyle nameStyle(10, QFont::Medium, Decide::nameOpacity);
     const LabelStyle sizeStyle(9, QFont::Normal, Decide::sizeOpacity);
     QPainter painter(&image);
+    painter.setLayoutDirection(Qt::LeftToRight); // as elsewhere in the window, also for a name that begins otherwise
     for (const TreemapRect& item : scene.rects) {
         const std::optional<Decide::Labels> labels = Decide::labelsIn(item.rect);
         if (labels && !item.node.isDirectory()) {
