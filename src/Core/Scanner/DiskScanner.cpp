@@ -117,6 +117,12 @@ void DiskScanner::cancelScan()
     publish(m_isScanning, false);
 }
 
+void DiskScanner::publishError(const QString& message)
+{
+    publish(m_errorMessage, message);
+    Q_EMIT failed();
+}
+
 void DiskScanner::startClock()
 {
     m_timer = std::make_unique<QTimer>();
@@ -169,7 +175,7 @@ void DiskScanner::finish(const FileNode& root)
 void DiskScanner::fail(const QString& message)
 {
     cleanup();
-    publish(m_errorMessage, message);
+    publishError(message);
 }
 
 void DiskScanner::cleanup()

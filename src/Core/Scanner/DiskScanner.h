@@ -71,11 +71,17 @@ public:
     void setScannedDirsCount(std::int64_t count) { publish(m_scannedDirsCount, count); }
     void setTotalSize(std::int64_t bytes) { publish(m_totalSize, bytes); }
     void setScanResult(const FileNode& root) { publish(m_scanResult, std::optional(root)); }
-    void setErrorMessage(const QString& message) { publish(m_errorMessage, message); }
+    void setErrorMessage(const QString& message) { publishError(message); }
+
+Q_SIGNALS:
+    /// `errorMessage` has been set, if only to the same text again.
+    void failed();
 
 private:
     using Clock = std::chrono::steady_clock;
     class Walker;
+
+    void publishError(const QString& message);
 
     void startClock();
     void stopClock();

@@ -1,7 +1,6 @@
 #include "UI/Views/Inspector/DetailView.h"
 
 #include "UI/Views/Inspector/EmptyPanel.h"
-#include "UI/Views/Inspector/InspectorText.h"
 #include "UI/Views/Inspector/NodePanel.h"
 #include "UI/Views/Inspector/ScanningPanel.h"
 #include "UI/Views/State/MainViewModel.h"
@@ -66,10 +65,20 @@ QSize DetailView::minimumSizeHint() const
     return least;
 }
 
+InspectorText::Panel DetailView::panel() const
+{
+    return InspectorText::panelFor(isCancelOffered(), m_viewModel.selectedNode().has_value());
+}
+
+std::optional<QString> DetailView::message() const
+{
+    return panel() == InspectorText::Panel::empty ? m_viewModel.scanner().errorMessage() : std::nullopt;
+}
+
 void DetailView::refresh()
 {
-    const auto panel = InspectorText::panelFor(isCancelOffered(), m_viewModel.selectedNode().has_value());
-    switch (panel) {
+    const auto shown = panel();
+    switch (shown) {
     case InspectorText::Panel::scanning:
         m_scanningPanel->refresh();
         break;
@@ -77,10 +86,10 @@ void DetailView::refresh()
         m_nodePanel->refresh();
         break;
     case InspectorText::Panel::empty:
-        m_emptyPanel->setMessage(m_viewModel.scanner().errorMessage());
+        m_emptyPanel->setMessage(message());
         break;
     }
-    setCurrentIndex(static_cast<int>(panel));
+    setCurrentIndex(static_cast<int>(shown));
 }
 
 } // namespace morlaine

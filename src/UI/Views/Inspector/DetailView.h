@@ -1,5 +1,6 @@
 #pragma once
 
+#include "UI/Views/Inspector/InspectorText.h"
 #include "Utilities/ChangeObserver.h"
 
 #include <QStackedWidget>
@@ -25,9 +26,13 @@ public:
     /// Cancels the scan that runs, if one does; returns whether one did.
     bool cancelIfScanning();
 
+    /// What went wrong last, where nothing else is to be shown.
+    [[nodiscard]] std::optional<QString> message() const;
+
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 private:
+    [[nodiscard]] InspectorText::Panel panel() const;
     void refresh();
 
     MainViewModel& m_viewModel;

@@ -7,6 +7,7 @@
 #include "UI/Views/Window/AnalysisView.h"
 #include "UI/Views/Window/FolderDrop.h"
 #include "UI/Views/Window/MainToolbar.h"
+#include "UI/Views/Window/MessageBanner.h"
 #include "UI/Views/Window/OnboardingView.h"
 #include "UI/Views/Window/SideColumn.h"
 
@@ -80,6 +81,8 @@ MainView::MainView(const MainViewModel::Environment& environment, std::unique_pt
     buildColumns();
     bindShortcuts();
     acceptFolders();
+    m_banner = new MessageBanner(this);
+    connect(&m_viewModel->scanner(), &DiskScanner::failed, this, &MainView::showFailure);
     update();
     // Otherwise the first button would begin with the focus, and take the space bar for itself.
     setFocus();
@@ -250,6 +253,9 @@ void MainView::toggleDetail()
 {
     m_isDetailVisible = !m_isDetailVisible;
     m_detail->setShown(m_isDetailVisible);
+    if (m_isDetailVisible) {
+        m_banner->hide(); // the inspector says it
+    }
     update();
 }
 
@@ -271,6 +277,14 @@ void MainView::leave()
     }
     if (!m_detailView->cancelIfScanning()) {
         m_viewModel->zoomOut();
+    }
+}
+
+/// What the inspector would say.
+void MainView::showFailure()
+{
+    if (const std::optional<QString> message = m_detailView->message(); message && !m_isDetailVisible) {
+        m_banner->showMessage(*message);
     }
 }
 

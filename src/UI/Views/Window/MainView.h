@@ -17,6 +17,7 @@ namespace morlaine {
 class AnalysisView;
 class DetailView;
 class MainToolbar;
+class MessageBanner;
 class OnboardingView;
 class SideColumn;
 
@@ -61,6 +62,7 @@ private:
     void leave();
     void openSelection();
     void focusSearchField();
+    void showFailure();
 
     const std::unique_ptr<MainViewModel> m_viewModel;
     const std::unique_ptr<FolderChooser> m_folderChooser;
@@ -76,6 +78,7 @@ private:
     SideColumn* m_sidebar = nullptr;
     SideColumn* m_detail = nullptr;
     DetailView* m_detailView = nullptr;
+    MessageBanner* m_banner = nullptr;
     QStackedWidget* m_centralArea = nullptr;
     OnboardingView* m_onboarding = nullptr;
     AnalysisView* m_analysis = nullptr; // while a tree is shown

@@ -5,6 +5,7 @@
 #include "Support/Widgets.h"
 #include "UI/Views/Treemap/TreemapCanvas.h"
 #include "UI/Views/Window/AnalysisView.h"
+#include "UI/Views/Window/MessageBanner.h"
 #include "UI/Views/Window/OnboardingView.h"
 #include "UI/Views/Window/SideColumn.h"
 
@@ -110,6 +111,22 @@ TEST_F(MainViewTest, OffersToCancelWhileItScans)
     press(Qt::Key_Escape);
     EXPECT_FALSE(state().scanner().isScanning());
     gate.open();
+}
+
+TEST_F(MainViewTest, TellsOfFailuresWithoutTheInspector)
+{
+    const auto* banner = window->findChild<MessageBanner*>();
+    state().loadHistoricalScan({});
+    EXPECT_FALSE(banner->isVisible()) << "the inspector says it";
+    press(Qt::Key_I, Qt::ControlModifier | Qt::AltModifier);
+    state().loadHistoricalScan({});
+    EXPECT_TRUE(banner->isVisible());
+    EXPECT_THAT(test::labelsIn(*banner), ElementsAre("Failed to load historical scan tree cache."));
+    const QAccessibleInterface& read = *QAccessible::queryAccessibleInterface(const_cast<MessageBanner*>(banner));
+    EXPECT_EQ(read.role(), QAccessible::Notification);
+    EXPECT_EQ(read.text(QAccessible::Name), QStringLiteral("Failed to load historical scan tree cache."));
+    EXPECT_TRUE(window->rect().contains(banner->geometry()));
+    EXPECT_TRUE(QTest::qWaitFor([banner] { return banner->isHidden(); }, 20'000));
 }
 
 TEST_F(MainViewTest, LeavesTheZoomedFolderWithEscape)
