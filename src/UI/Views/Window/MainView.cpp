@@ -9,7 +9,7 @@
 #include "UI/Views/Window/MainToolbar.h"
 #include "UI/Views/Window/MessageBanner.h"
 #include "UI/Views/Window/OnboardingView.h"
-#include "UI/Views/Window/SideColumn.h"
+#include "UI/Views/Window/WindowColumns.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -17,11 +17,9 @@
 #include <QKeyEvent>
 #include <QScreen>
 #include <QShortcut>
-#include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -121,23 +119,12 @@ void MainView::buildColumns()
     auto* inspector = new QVBoxLayout(backing);
     inspector->setContentsMargins({});
     inspector->addWidget(m_detailView);
-    m_sidebar = new SideColumn(SideColumn::Side::leading, sidebarWidths, new SidebarView(*m_viewModel));
-    m_detail = new SideColumn(SideColumn::Side::trailing, detailWidths, backing);
-
-    m_sidebar->setObjectName(QStringLiteral("sidebar"));
-    m_detail->setObjectName(QStringLiteral("inspector"));
-
-    m_columns = new QSplitter(Qt::Horizontal);
-    m_columns->setChildrenCollapsible(false);
+    auto* sidebar = new SideColumn(SideColumn::Side::leading, sidebarWidths, new SidebarView(*m_viewModel));
+    auto* detail = new SideColumn(SideColumn::Side::trailing, detailWidths, backing);
+    sidebar->setObjectName(QStringLiteral("sidebar"));
+    detail->setObjectName(QStringLiteral("inspector"));
+    m_columns = new WindowColumns(sidebar, m_centralArea, detail, AnalysisView::comfortableWidth);
     m_columns->setMinimumSize(minimumContentSize);
-    m_columns->addWidget(m_sidebar);
-    m_columns->addWidget(m_centralArea);
-    m_columns->addWidget(m_detail);
-    m_columns->setStretchFactor(0, 0);
-    m_columns->setStretchFactor(1, 1);
-    m_columns->setStretchFactor(2, 0);
-    m_columns->setSizes(
-        {sidebarWidths.ideal, preferredSize.width() - sidebarWidths.ideal - detailWidths.ideal, detailWidths.ideal});
     setCentralWidget(m_columns);
 }
 
@@ -208,8 +195,7 @@ void MainView::updateCentralArea()
     if (hasTree) {
         m_analysis = new AnalysisView(*m_viewModel);
         m_centralArea->setCurrentIndex(m_centralArea->addWidget(m_analysis));
-        moveToEndOfTabOrder(*m_detail);
-        giveCentralAreaRoom();
+        moveToEndOfTabOrder(*m_detailView);
     } else {
         if (m_analysis->isAncestorOf(focusWidget())) {
             setFocus(); // or it would pass to the first button, and the space bar with it
@@ -219,40 +205,17 @@ void MainView::updateCentralArea()
     }
 }
 
-void MainView::resizeEvent(QResizeEvent* event)
-{
-    QMainWindow::resizeEvent(event);
-    giveCentralAreaRoom();
-}
-
-/// In a narrow window the side columns shrink before the analysis gets cramped. Whoever drags a divider decides
-/// otherwise.
-void MainView::giveCentralAreaRoom()
-{
-    if (m_analysis == nullptr) {
-        return;
-    }
-    QList<int> widths = m_columns->sizes();
-    for (const auto& [index, least] : {std::pair(2, detailWidths.minimum), std::pair(0, sidebarWidths.minimum)}) {
-        const int lack = std::max(AnalysisView::comfortableWidth - widths[1], 0);
-        const int given = std::clamp(widths[index] - least, 0, lack);
-        widths[index] -= given;
-        widths[1] += given;
-    }
-    m_columns->setSizes(widths);
-}
-
 void MainView::toggleSidebar()
 {
     m_isSidebarVisible = !m_isSidebarVisible;
-    m_sidebar->setShown(m_isSidebarVisible);
+    m_columns->setShown(WindowColumns::Side::leading, m_isSidebarVisible);
     update();
 }
 
 void MainView::toggleDetail()
 {
     m_isDetailVisible = !m_isDetailVisible;
-    m_detail->setShown(m_isDetailVisible);
+    m_columns->setShown(WindowColumns::Side::trailing, m_isDetailVisible);
     if (m_isDetailVisible) {
         m_banner->hide(); // the inspector says it
     }

@@ -9,7 +9,6 @@
 #include <memory>
 #include <vector>
 
-class QSplitter;
 class QStackedWidget;
 
 namespace morlaine {
@@ -19,7 +18,7 @@ class DetailView;
 class MainToolbar;
 class MessageBanner;
 class OnboardingView;
-class SideColumn;
+class WindowColumns;
 
 /// The window. It owns the state, composes the views, and binds the shortcuts; it implements no view.
 class MainView final : public QMainWindow {
@@ -42,7 +41,6 @@ public:
 protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void buildToolbar();
@@ -53,7 +51,6 @@ private:
 
     void update();
     void updateCentralArea();
-    void giveCentralAreaRoom();
 
     void toggleSidebar();
     void toggleDetail();
@@ -74,9 +71,7 @@ private:
     bool m_hasPopupClosed = false; // by the key that is being handled
 
     MainToolbar* m_toolbar = nullptr;
-    QSplitter* m_columns = nullptr;
-    SideColumn* m_sidebar = nullptr;
-    SideColumn* m_detail = nullptr;
+    WindowColumns* m_columns = nullptr;
     DetailView* m_detailView = nullptr;
     MessageBanner* m_banner = nullptr;
     QStackedWidget* m_centralArea = nullptr;

@@ -25,8 +25,10 @@ SideColumn::SideColumn(Side side, Widths widths, QWidget* content, QWidget* pare
     setMaximumWidth(m_widths.maximum);
     m_animation.setDuration(static_cast<int>(slideDuration.count()));
     m_animation.setEasingCurve(QEasingCurve::InOutQuad);
-    connect(&m_animation, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant& width) { setFixedWidth(width.toInt()); });
+    connect(&m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant& width) {
+        setFixedWidth(width.toInt());
+        Q_EMIT slid();
+    });
     connect(&m_animation, &QVariantAnimation::finished, this, &SideColumn::finish);
 }
 
@@ -35,21 +37,23 @@ QSize SideColumn::sizeHint() const
     return {m_width, m_content->sizeHint().height()};
 }
 
-void SideColumn::setShown(bool isShown)
+void SideColumn::setShown(bool isShown, int width)
 {
     if (m_isShown == isShown) {
         return;
     }
     m_isShown = isShown;
-    const bool isMoving = m_animation.state() == QAbstractAnimation::Running;
+    const bool isMoving = isSliding();
     m_animation.stop();
-    if (!isShown && !isMoving) {
-        m_width = width();
+    if (isShown) {
+        m_width = width;
+    } else if (!isMoving) {
+        m_width = this->width();
     }
     if (isShown && !isMoving) {
         setFixedWidth(0);
     }
-    m_animation.setStartValue(isShown && !isMoving ? 0 : width());
+    m_animation.setStartValue(isShown && !isMoving ? 0 : this->width());
     m_animation.setEndValue(isShown ? m_width : 0);
     show();
     m_animation.start();
@@ -63,6 +67,7 @@ void SideColumn::finish()
     } else {
         hide();
     }
+    Q_EMIT slid();
 }
 
 void SideColumn::resizeEvent(QResizeEvent* event)
@@ -74,7 +79,7 @@ void SideColumn::resizeEvent(QResizeEvent* event)
 /// The content keeps its width while the column slides; its outer part goes first.
 void SideColumn::arrangeContent()
 {
-    const bool isMoving = m_animation.state() == QAbstractAnimation::Running || !m_isShown;
+    const bool isMoving = isSliding() || !m_isShown;
     const int contentWidth = isMoving ? m_width : std::max(width(), m_widths.minimum);
     const int hidden = std::max(contentWidth - width(), 0);
     m_content->setGeometry(m_side == Side::leading ? -hidden : 0, 0, contentWidth, height());

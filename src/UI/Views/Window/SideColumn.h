@@ -24,8 +24,15 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
-    /// Slides in or out within 0.2 seconds; a movement that is under way turns round.
-    void setShown(bool isShown);
+    [[nodiscard]] const Widths& widths() const { return m_widths; }
+
+    /// Slides in to `width` points, or out, within 0.2 seconds; a movement that is under way turns round.
+    void setShown(bool isShown, int width);
+    [[nodiscard]] bool isSliding() const { return m_animation.state() == QAbstractAnimation::Running; }
+
+Q_SIGNALS:
+    /// The column has moved a step, or has arrived.
+    void slid();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -7,7 +7,7 @@
 #include "UI/Views/Window/AnalysisView.h"
 #include "UI/Views/Window/MessageBanner.h"
 #include "UI/Views/Window/OnboardingView.h"
-#include "UI/Views/Window/SideColumn.h"
+#include "UI/Views/Window/WindowColumns.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -93,6 +93,41 @@ TEST_F(MainViewTest, NeverShrinksBelowItsContent)
     EXPECT_TRUE(QTest::qWaitFor([&] { return std::ranges::all_of(columns, &SideColumn::isHidden); }));
     window->resize(100, 100);
     EXPECT_TRUE(QTest::qWaitFor([this] { return window->centralWidget()->size() == QSize(960, 640); }));
+}
+
+TEST_F(MainViewTest, KeepsTheWidthsOfTheColumns)
+{
+    auto* columns = window->findChild<WindowColumns*>();
+    const auto widthsAt = [&](int width) {
+        window->resize(width, 820);
+        QApplication::processEvents();
+        return columns->sizes();
+    };
+    const QList<int> wide = widthsAt(1280);
+    EXPECT_EQ(wide[0], 240);
+    EXPECT_EQ(wide[2], 280);
+    const QList<int> narrow = widthsAt(1040);
+    EXPECT_EQ(narrow[2], 240) << "the first to give way";
+    EXPECT_LT(narrow[0], 240);
+    EXPECT_EQ(narrow[1], AnalysisView::comfortableWidth);
+    showTree();
+    EXPECT_EQ(columns->sizes(), narrow) << "nothing jumps when the tree arrives";
+    widthsAt(960);
+    EXPECT_EQ(widthsAt(1280), wide);
+
+    QTest::mousePress(columns->handle(1), Qt::LeftButton, {}, QPoint(2, 50));
+    QTest::mouseMove(columns->handle(1), QPoint(52, 50));
+    QTest::mouseRelease(columns->handle(1), Qt::LeftButton, {}, QPoint(2, 50));
+    const QList<int> dragged = columns->sizes();
+    EXPECT_EQ(dragged[0], 290);
+    widthsAt(960);
+    EXPECT_EQ(widthsAt(1280), dragged);
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([columns] { return columns->widget(0)->isHidden(); }));
+    widthsAt(1000);
+    widthsAt(1280);
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return columns->sizes() == dragged; }));
 }
 
 TEST_F(MainViewTest, OffersToCancelWhileItScans)
