@@ -11,6 +11,7 @@
 #include "Utilities/Utf8.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QMenu>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -40,10 +41,13 @@ int pickerIndexOf(std::optional<FileCategory> category)
                     : 0;
 }
 
-/// A picker may become narrower than its longest entry.
+/// A picker may become narrower than its longest entry. Assistive technology takes its entry for its name, and asks for
+/// the label instead, which is not shown.
 void prepare(QComboBox& picker, const QString& title)
 {
-    picker.setAccessibleName(title);
+    auto* label = new QLabel(title, picker.parentWidget());
+    label->setBuddy(&picker);
+    label->hide();
     picker.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     picker.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }

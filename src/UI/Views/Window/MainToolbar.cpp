@@ -69,9 +69,7 @@ void MainToolbar::buildNavigationGroup()
 void MainToolbar::buildPrimaryGroup()
 {
     m_progress = addWidget(new ProgressIndicator(ProgressIndicator::Size::small, QStringLiteral("Scanning"), this));
-    m_cancel = addAction(QStringLiteral("Cancel"));
-    connect(m_cancel, &QAction::triggered, this, &MainToolbar::cancelRequested);
-    widgetForAction(m_cancel)->setFocusPolicy(Qt::TabFocus);
+    m_cancel = addWidget(makeCancelButton());
     tintCancelButton();
 
     m_scan = addButton(*this, "folder.badge.plus", QStringLiteral("Scan Folder..."));
@@ -82,6 +80,17 @@ void MainToolbar::buildPrimaryGroup()
     m_detail = addButton(*this, "sidebar.trailing", QStringLiteral("Inspector"));
     m_detail->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_I));
     connect(m_detail, &QAction::triggered, this, &MainToolbar::detailToggled);
+}
+
+/// The button of an action would tell the action's text once more in a tooltip.
+QWidget* MainToolbar::makeCancelButton()
+{
+    auto* button = new QToolButton;
+    button->setText(QStringLiteral("Cancel"));
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    connect(button, &QToolButton::clicked, this, &MainToolbar::cancelRequested);
+    return button;
 }
 
 void MainToolbar::show(const State& state)

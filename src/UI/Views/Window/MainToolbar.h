@@ -40,6 +40,7 @@ protected:
 private:
     void buildNavigationGroup();
     void buildPrimaryGroup();
+    [[nodiscard]] QWidget* makeCancelButton();
     void updateTexts();
     void tintCancelButton();
 

@@ -14,6 +14,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QShortcut>
@@ -138,6 +139,7 @@ void MainView::bindShortcuts()
     bind(QKeySequence(Qt::CTRL | Qt::Key_F), &MainView::focusSearchField);
     bind(QKeySequence(Qt::Key_Escape), &MainView::leave);
     bind(QKeySequence(Qt::Key_Space), &MainView::openSelection);
+    bind(QKeySequence(Qt::SHIFT | Qt::Key_F10), &MainView::openContextMenu);
 }
 
 void MainView::acceptFolders()
@@ -256,6 +258,15 @@ void MainView::openSelection()
     if (const std::optional<FileNode> node = m_viewModel->selectedNode()) {
         m_viewModel->openFile(*node);
     }
+}
+
+/// The toolkit knows the menu key only, which many keyboards lack.
+void MainView::openContextMenu()
+{
+    QWidget* const target = focusWidget() != nullptr ? focusWidget() : this;
+    const QPoint place = target->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, place, target->mapToGlobal(place));
+    QApplication::sendEvent(target, &event);
 }
 
 void MainView::focusSearchField()

@@ -58,6 +58,7 @@ private:
     void chooseFolder(const FolderChooser::Texts& texts);
     void leave();
     void openSelection();
+    void openContextMenu();
     void focusSearchField();
     void showFailure();
 

@@ -10,6 +10,7 @@
 #include "UI/Widgets/UniformListView.h"
 
 #include <QAbstractItemModelTester>
+#include <QAccessible>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -128,6 +129,12 @@ TEST_F(SearchFilterViewTest, EveryKeystrokeSearchesAndNoneIsLost)
 
 TEST_F(SearchFilterViewTest, PickersFilterAloneAndTogether)
 {
+    const auto nameOfPicker = [this](int place) {
+        const auto labels = QAccessible::queryAccessibleInterface(&picker(place))->relations(QAccessible::Label);
+        return labels.isEmpty() ? QString() : labels.first().first->text(QAccessible::Name);
+    };
+    EXPECT_EQ(nameOfPicker(0), QStringLiteral("Type:"));
+    EXPECT_EQ(nameOfPicker(1), QStringLiteral("Min Size"));
     picker(0).setFocus();
     QTest::keyClick(&picker(0), Qt::Key_Down);
     EXPECT_EQ(model().selectedCategory(), FileCategory::image);

@@ -136,6 +136,7 @@ TEST_F(MainViewTest, OffersToCancelWhileItScans)
     fileSystem->onListing = gate;
     state().scan(FileUrl::fromPath("/r"));
     ASSERT_TRUE(QTest::qWaitFor([this] { return button("Cancel")->isVisible(); }));
+    EXPECT_THAT(button("Cancel")->toolTip().toStdString(), IsEmpty());
     EXPECT_FALSE(button("Scan Folder...")->isVisible());
     press(Qt::Key_O, Qt::ControlModifier);
     EXPECT_EQ(choices, 0) << "the shortcut goes with its button";
@@ -221,6 +222,16 @@ TEST_F(MainViewTest, ShowsNoNameThatMisleads)
         << "menu, treemap, header, result with its tooltip, inspector and path";
     EXPECT_GE(texts.filter(QStringLiteral("s\uFFFDub")).size(), 4)
         << "breadcrumb, treemap, recent scan with its tooltip";
+}
+
+TEST_F(MainViewTest, OpensMenusWithTheKeysThatKeyboardsHave)
+{
+    showTree();
+    window->findChild<TreemapCanvas*>()->setFocus();
+    press(Qt::Key_F10, Qt::ShiftModifier);
+    QWidget* const menu = QApplication::activePopupWidget();
+    ASSERT_TRUE(menu);
+    menu->close();
 }
 
 TEST_F(MainViewTest, PassesTheFocusFromLeftToRight)
