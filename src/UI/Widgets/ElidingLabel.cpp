@@ -8,6 +8,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <cmath>
 
 namespace morlaine {
 
@@ -106,14 +107,25 @@ void ElidingLabel::paintEvent(QPaintEvent* /*event*/)
     painter.setPen(m_color(palette()));
     for (const QString& line : lines) {
         painter.drawText(area, static_cast<int>(horizontal | Qt::AlignTop) | Qt::TextSingleLine, line.trimmed());
-        area.setTop(area.top() + fontMetrics().lineSpacing());
+        area.setTop(area.top() + lineSpacing());
     }
 }
 
 int ElidingLabel::heightOf(qsizetype lineCount) const
 {
-    const int between = static_cast<int>(std::max<qsizetype>(lineCount, 1) - 1) * fontMetrics().lineSpacing();
-    return fontMetrics().height() + between;
+    return lineHeight() + static_cast<int>(std::max<qsizetype>(lineCount, 1) - 1) * lineSpacing();
+}
+
+/// Lines are painted on whole points. The height that the toolkit rounds to the nearest one may cut the descenders.
+int ElidingLabel::lineHeight() const
+{
+    const QFontMetricsF metrics(font());
+    return static_cast<int>(std::ceil(metrics.ascent()) + std::ceil(metrics.descent()));
+}
+
+int ElidingLabel::lineSpacing() const
+{
+    return std::max(lineHeight(), fontMetrics().lineSpacing());
 }
 
 } // namespace morlaine

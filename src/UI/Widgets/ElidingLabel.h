@@ -36,6 +36,8 @@ protected:
 private:
     void showWholeText(const QPoint& position);
     [[nodiscard]] int heightOf(qsizetype lineCount) const;
+    [[nodiscard]] int lineHeight() const;
+    [[nodiscard]] int lineSpacing() const;
 
     const TextStyle m_style;
     const Theme::SystemColor m_color;
