@@ -72,7 +72,8 @@ void drawToolButton(QPainter& painter, const QStyleOption& option)
     }
     const bool isDown = has(option, QStyle::State_Sunken) || has(option, QStyle::State_On);
     if (isDown || has(option, QStyle::State_MouseOver)) {
-        drawRound(painter, option.rect, Theme::cornerRadiusSmall, textAt(option, isDown ? 0.14 : 0.08));
+        drawRound(painter, option.rect, Theme::cornerRadiusSmall,
+                  textAt(option, isDown ? Theme::pressedOpacity : Theme::hoverOpacity));
     }
 }
 

@@ -49,4 +49,16 @@ QColor receded(const QColor& text, const QColor& background, double share, doubl
     return text;
 }
 
+QColor strengthened(const QColor& color, const QColor& text, const QColor& background, double leastContrast)
+{
+    constexpr double step = 0.02;
+    for (double share = 0; share < 1; share += step) {
+        const QColor candidate = mixed(text, color, share);
+        if (contrastRatio(candidate, background) >= leastContrast) {
+            return candidate;
+        }
+    }
+    return text;
+}
+
 } // namespace morlaine

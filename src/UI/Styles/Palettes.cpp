@@ -66,26 +66,32 @@ void setTexts(QPalette& palette, const Tints& tints)
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
         palette.setColor(role, tints.text);
     }
-    palette.setColor(QPalette::PlaceholderText, receded(tints.text, tints.base, 0.5, 4.5));
+    palette.setColor(QPalette::PlaceholderText, receded(tints.text, tints.base, 0.5, textContrast));
     palette.setColor(QPalette::BrightText, Qt::white);
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Link, tints.link);
     palette.setColor(QPalette::LinkVisited, tints.linkVisited);
 }
 
+/// The window is the ground that is nearest to the text in colour; lists and fields stand further off.
 void setDisabledTexts(QPalette& palette, const Tints& tints)
 {
-    const auto fade = [&palette](QPalette::ColorRole role, const QColor& text, const QColor& background) {
-        palette.setColor(QPalette::Disabled, role, receded(text, background, 0.34, 2));
+    const auto fade = [&](QPalette::ColorRole role, const QColor& text) {
+        palette.setColor(QPalette::Disabled, role, receded(text, tints.window, 0.34, textContrast));
     };
-    fade(QPalette::WindowText, tints.text, tints.window);
-    fade(QPalette::Text, tints.text, tints.base);
-    fade(QPalette::ButtonText, tints.text, tints.button);
-    fade(QPalette::PlaceholderText, tints.text, tints.base);
-    fade(QPalette::Link, tints.link, tints.window);
-    fade(QPalette::LinkVisited, tints.linkVisited, tints.window);
-    palette.setColor(QPalette::Disabled, QPalette::Button, mixed(tints.button, tints.window, 0.4));
-    palette.setColor(QPalette::Disabled, QPalette::Highlight, mixed(tints.text, tints.window, 0.45));
+    fade(QPalette::WindowText, tints.text);
+    fade(QPalette::Text, tints.text);
+    fade(QPalette::PlaceholderText, tints.text);
+    fade(QPalette::Link, tints.link);
+    fade(QPalette::LinkVisited, tints.linkVisited);
+    // Flat buttons stand on the window, others on their own ground.
+    const QColor button = mixed(tints.button, tints.window, 0.4);
+    palette.setColor(QPalette::Disabled, QPalette::Button, button);
+    palette.setColor(
+        QPalette::Disabled, QPalette::ButtonText,
+        strengthened(palette.color(QPalette::Disabled, QPalette::WindowText), tints.text, button, textContrast));
+    palette.setColor(QPalette::Disabled, QPalette::Highlight,
+                     strengthened(mixed(tints.text, tints.window, 0.45), Qt::black, Qt::white, textContrast));
 }
 
 QPalette paletteOf(const Tints& tints)

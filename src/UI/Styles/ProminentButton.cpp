@@ -46,7 +46,7 @@ QSize ProminentButton::sizeHint() const
 QColor ProminentButton::fill() const
 {
     if (!isEnabled()) {
-        return Theme::withOpacity(m_tint, 0.4);
+        return palette().color(QPalette::Disabled, QPalette::Highlight);
     }
     const double shade = isDown() ? 0.24 : (underMouse() ? 0.14 : 0.06);
     return mixed(Qt::black, m_tint, shade);

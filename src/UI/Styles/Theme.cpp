@@ -21,12 +21,23 @@ QColor textPrimary(const QPalette& palette)
 
 QColor textSecondary(const QPalette& palette)
 {
-    return receded(textPrimary(palette), panelBackground(palette), 0.62, 4.5);
+    return receded(textPrimary(palette), panelBackground(palette), 0.72, textContrast);
 }
 
 QColor textTertiary(const QPalette& palette)
 {
-    return receded(textPrimary(palette), panelBackground(palette), 0.46, 3);
+    return receded(textPrimary(palette), panelBackground(palette), 0.46, textContrast);
+}
+
+QColor textOfCancelling(const QPalette& palette)
+{
+    const QColor text = textPrimary(palette);
+    return strengthened(red, text, mixed(text, panelBackground(palette), pressedOpacity), textContrast);
+}
+
+QColor mutedSelection(const QPalette& palette)
+{
+    return mixed(palette.color(QPalette::Highlight), controlBackground(palette), 0.2);
 }
 
 QColor buttonText(const QPalette& palette)

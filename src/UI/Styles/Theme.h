@@ -15,8 +15,10 @@ using SystemColor = QColor (*)(const QPalette& palette);
 [[nodiscard]] QColor panelBackground(const QPalette& palette);   // behind panels and headers
 [[nodiscard]] QColor controlBackground(const QPalette& palette); // behind lists and fields
 [[nodiscard]] QColor textPrimary(const QPalette& palette);
-[[nodiscard]] QColor textSecondary(const QPalette& palette); // recedes; contrast with the panel at least 4.5
-[[nodiscard]] QColor textTertiary(const QPalette& palette);  // recedes further; contrast with the panel at least 3
+[[nodiscard]] QColor textSecondary(const QPalette& palette);    // recedes
+[[nodiscard]] QColor textTertiary(const QPalette& palette);     // recedes as far as text on a panel may
+[[nodiscard]] QColor textOfCancelling(const QPalette& palette); // a red for the toolbar, also while pressed
+[[nodiscard]] QColor mutedSelection(const QPalette& palette);   // behind a list's selected row without the focus
 [[nodiscard]] QColor buttonText(const QPalette& palette);
 [[nodiscard]] QColor separator(const QPalette& palette); // hairlines between panels
 
@@ -34,6 +36,10 @@ inline constexpr QColor progressBackground{10, 108, 245, 38}; // the blue at opa
 
 /// Blue, purple and pink, evenly spaced from the top leading to the bottom trailing corner of whatever it fills.
 [[nodiscard]] QLinearGradient scanGradient();
+
+/// How much of the text colour lies on the ground of a flat button under the pointer, and of one held down.
+inline constexpr double hoverOpacity = 0.08;
+inline constexpr double pressedOpacity = 0.14;
 
 // Points.
 inline constexpr double paddingSmall = 8;

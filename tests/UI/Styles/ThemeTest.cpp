@@ -30,34 +30,42 @@ protected:
 
 } // namespace
 
-TEST_F(ThemeTest, TextsStandOutFromTheirBackgrounds)
+TEST_F(ThemeTest, TextsStandOutFromTheirGrounds)
 {
-    struct Pair {
-        QPalette::ColorRole text;
-        QPalette::ColorRole background;
-        double least;
-        double leastDisabled;
-    };
-    for (const auto& [name, palette] : allPalettes()) {
-        for (const Pair& pair : {
-                 Pair{QPalette::WindowText, QPalette::Window, 12, 2},
-                 Pair{QPalette::Text, QPalette::Base, 12, 2},
-                 Pair{QPalette::Text, QPalette::AlternateBase, 12, 2},
-                 Pair{QPalette::ButtonText, QPalette::Button, 7, 1.9},
-                 Pair{QPalette::ToolTipText, QPalette::ToolTipBase, 7, 2},
-                 Pair{QPalette::HighlightedText, QPalette::Highlight, 4.5, 2},
-                 Pair{QPalette::PlaceholderText, QPalette::Base, 4.5, 2},
-                 Pair{QPalette::Link, QPalette::Base, 4.5, 2},
-                 Pair{QPalette::LinkVisited, QPalette::Base, 4.5, 2},
-             }) {
-            SCOPED_TRACE(testing::Message() << name << ", role " << pair.text);
-            for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-                EXPECT_GE(contrastRatio(palette.color(group, pair.text), palette.color(group, pair.background)),
-                          pair.least);
+    using Colors = std::vector<QColor>;
+    const auto expectReadable = [](const Colors& texts, const Colors& grounds) {
+        for (const QColor& text : texts) {
+            for (const QColor& ground : grounds) {
+                EXPECT_GE(contrastRatio(text, ground), 4.5)
+                    << text.name().toStdString() << " on " << ground.name().toStdString();
             }
-            EXPECT_GE(contrastRatio(palette.color(QPalette::Disabled, pair.text),
-                                    palette.color(QPalette::Disabled, pair.background)),
-                      pair.leastDisabled);
+        }
+    };
+    for (auto [name, palette] : allPalettes()) {
+        for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+            SCOPED_TRACE(testing::Message() << name << ", group " << group);
+            palette.setCurrentColorGroup(group);
+            const auto of = [&colors = palette](QPalette::ColorRole role) { return colors.color(role); };
+            const auto laidOn = [&](QPalette::ColorRole ground, double opacity) {
+                return mixed(of(QPalette::WindowText), of(ground), opacity);
+            };
+            const Colors panels{of(QPalette::Window), of(QPalette::Base), of(QPalette::AlternateBase)};
+            const Colors texts{of(QPalette::WindowText), of(QPalette::Text), Theme::textSecondary(palette),
+                               Theme::textTertiary(palette)};
+            expectReadable(texts, panels);
+            expectReadable({of(QPalette::ButtonText)}, {of(QPalette::Button), of(QPalette::Window)});
+            expectReadable({of(QPalette::ToolTipText)}, {of(QPalette::ToolTipBase)});
+            expectReadable({of(QPalette::HighlightedText)}, {of(QPalette::Highlight)});
+            expectReadable({of(QPalette::PlaceholderText), of(QPalette::Link), of(QPalette::LinkVisited)},
+                           {of(QPalette::Base)});
+            if (group == QPalette::Disabled) {
+                continue;
+            }
+            const Colors heldDown{laidOn(QPalette::Window, Theme::hoverOpacity),
+                                  laidOn(QPalette::Window, Theme::pressedOpacity)};
+            expectReadable({Theme::textOfCancelling(palette), of(QPalette::ButtonText)}, heldDown);
+            expectReadable({of(QPalette::ButtonText)}, {laidOn(QPalette::Button, Theme::pressedOpacity)});
+            expectReadable({texts[0], texts[2]}, {heldDown[0], Theme::mutedSelection(palette)});
         }
     }
 }
@@ -76,7 +84,7 @@ TEST_F(ThemeTest, SecondaryAndTertiaryTextRecedeAndStayReadable)
             };
             const double reachable = contrast(Theme::textPrimary);
             EXPECT_GE(contrast(Theme::textSecondary), std::min(4.5, reachable));
-            EXPECT_GE(contrast(Theme::textTertiary), std::min(3.0, reachable));
+            EXPECT_GE(contrast(Theme::textTertiary), std::min(4.5, reachable));
             if (reachable > 7) {
                 EXPECT_LT(contrast(Theme::textSecondary), reachable * 0.6);
                 EXPECT_LT(contrast(Theme::textTertiary), contrast(Theme::textSecondary) * 0.75);

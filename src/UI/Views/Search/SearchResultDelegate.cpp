@@ -19,7 +19,6 @@ constexpr int verticalPadding = 4;
 constexpr int lineSpacing = 2;
 constexpr int iconSide = 14;
 constexpr int gap = 8;
-constexpr double mutedOpacity = 0.2;
 
 QFont nameFont()
 {
@@ -100,8 +99,7 @@ void SearchResultDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
     const RowColors colors = colorsOf(row, palette, isSelected && hasFocus);
     const QRect frame = option.rect.adjusted(inset, 0, -inset, 0);
     if (isSelected) {
-        const QColor highlight = palette.color(QPalette::Highlight);
-        paintSelection(*painter, frame, hasFocus ? highlight : Theme::withOpacity(highlight, mutedOpacity));
+        paintSelection(*painter, frame, hasFocus ? palette.color(QPalette::Highlight) : Theme::mutedSelection(palette));
     } else if (hasFocus) {
         paintFocusRing(*painter, frame, palette);
     }

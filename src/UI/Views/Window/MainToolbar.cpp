@@ -127,7 +127,7 @@ void MainToolbar::changeEvent(QEvent* event)
 void MainToolbar::tintCancelButton()
 {
     QPalette tinted;
-    tinted.setColor(QPalette::ButtonText, Theme::red);
+    tinted.setColor(QPalette::ButtonText, Theme::textOfCancelling(palette()));
     widgetForAction(m_cancel)->setPalette(tinted);
 }
 
