@@ -4,6 +4,7 @@
 #include "UI/Styles/Symbols.h"
 #include "UI/Views/Window/MainView.h"
 
+#include <QScreen>
 #include <QSettings>
 #include <QTimer>
 
@@ -39,12 +40,25 @@ MainViewModel::Environment runningDesktop()
             PersistenceManager::shared()};
 }
 
+/// The toolkit's text fields end the program where a pixel is an index into a table of colours.
+void requireTrueColor()
+{
+    constexpr int leastDepth = 15; // bits a pixel
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (screen != nullptr && screen->depth() < leastDepth) {
+        std::fputs("Morlaine cannot open its window: the screen has too few colours, 15 bits a pixel are needed.\n",
+                   stderr);
+        std::_Exit(EXIT_FAILURE);
+    }
+}
+
 } // namespace
 
 MorlaineApp::MorlaineApp(int& argc, char** argv) : m_application(prepareToolkit(argc), argv)
 {
     hasDisplay = true;
     LivingBuses::settleOnScreen();
+    requireTrueColor();
     QApplication::setApplicationName(QStringLiteral("Morlaine"));
     // The toolkit's dialogs would remember folders in a file of the toolkit's.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));

@@ -172,15 +172,29 @@ void SidebarView::updateTabOrder()
     append(m_recentScans);
 }
 
-/// The keyboard leaves a row before it is disabled: otherwise it goes to the next widget, and the sidebar scrolls
-/// there.
+/// Before it is disabled: otherwise the keyboard would go to the next widget, and the sidebar scroll there.
+void SidebarView::leaveRow(PlaceRow& row)
+{
+    m_rowLeft = &row;
+    window()->setFocus();
+}
+
+/// Unless the keyboard has gone elsewhere meanwhile.
+void SidebarView::returnToRow()
+{
+    if (m_rowLeft != nullptr && window()->focusWidget() == window()) {
+        m_rowLeft->setFocus(Qt::OtherFocusReason);
+    }
+    m_rowLeft.clear();
+}
+
 void SidebarView::updatePlaces()
 {
     const bool isEnabled = !m_viewModel.scanner().isScanning();
-    const auto update = [isEnabled](const std::vector<PlaceRow*>& rows, const std::optional<Uuid>& hoverID) {
+    const auto update = [this, isEnabled](const std::vector<PlaceRow*>& rows, const std::optional<Uuid>& hoverID) {
         for (PlaceRow* row : rows) {
             if (!isEnabled && row->hasFocus()) {
-                row->clearFocus();
+                leaveRow(*row);
             }
             row->setEnabled(isEnabled);
             row->setCueShown(isEnabled && hoverID == row->id());
@@ -188,6 +202,9 @@ void SidebarView::updatePlaces()
     };
     update(m_volumeRows, m_hoverVolumeID);
     update(m_favoriteRows, m_hoverFavoriteID);
+    if (isEnabled) {
+        returnToRow();
+    }
 }
 
 void SidebarView::updateRecentScans()

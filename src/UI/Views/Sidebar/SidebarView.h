@@ -3,6 +3,7 @@
 #include "UI/Views/State/MainViewModel.h"
 #include "Utilities/ChangeObserver.h"
 
+#include <QPointer>
 #include <QScrollArea>
 
 #include <optional>
@@ -37,6 +38,8 @@ private:
     void updateVolumes();
     void updateFavorites();
     void updatePlaces();
+    void leaveRow(PlaceRow& row);
+    void returnToRow();
     void updateRecentScans();
     void updateTabOrder();
     void updateSpaceBreakdown();
@@ -47,6 +50,7 @@ private:
     std::optional<Uuid> m_hoverFavoriteID; // likewise
     std::vector<PlaceRow*> m_volumeRows;   // owned by the sections
     std::vector<PlaceRow*> m_favoriteRows;
+    QPointer<PlaceRow> m_rowLeft;      // had the keyboard when a scan began
     std::optional<Uuid> m_shownRootID; // of the tree that the breakdown is of
     QVBoxLayout* m_volumes;
     QVBoxLayout* m_favorites;

@@ -111,7 +111,7 @@ void TreemapView::readModel()
 void TreemapView::recalculateLayout(const QSizeF& size)
 {
     const std::optional<FileNode> root = m_viewModel.activeRootNode();
-    m_rootID = idOf(root);
+    const bool isSameRoot = std::exchange(m_rootID, idOf(root)) == idOf(root);
     TreemapLayout layout = m_computedRects;
     if (!root) {
         layout = std::make_shared<const std::vector<TreemapRect>>();
@@ -121,7 +121,25 @@ void TreemapView::recalculateLayout(const QSizeF& size)
     }
     m_computedRects = std::move(layout);
     m_canvas->showLayout(m_computedRects, TreemapDecisions::textInsteadOfRects(root.has_value()));
+    if (isSameRoot) {
+        followHoveredRect();
+    }
     showSelection();
+}
+
+/// The pointer has not moved, so that the item it was on stays the hovered one; its mark goes where the item now lies.
+void TreemapView::followHoveredRect()
+{
+    if (!m_hoveredRect) {
+        return;
+    }
+    const auto position = TreemapDecisions::positionOf(computedRects(), m_hoveredRect->id());
+    if (position) {
+        m_hoveredRect = computedRects()[*position];
+        showHover();
+    } else {
+        m_canvas->setHoverMark(std::nullopt);
+    }
 }
 
 std::optional<TreemapRect> TreemapView::rectAt(const QPointF& point) const

@@ -53,6 +53,7 @@ private:
     void showSelection();
     void showHover();
     void showInfo();
+    void followHoveredRect();
     void setHoveredRect(std::optional<TreemapRect> rect);
 
     void select(const QPointF& point);

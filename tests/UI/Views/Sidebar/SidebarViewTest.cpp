@@ -128,11 +128,14 @@ TEST_F(SidebarViewTest, AClickOrAKeyScansAPlaceUnlessAScanRuns)
     ASSERT_TRUE(fixture.waitForScan());
     EXPECT_EQ(fixture.model->currentRootNode()->url(), FileUrl::fromPath("/home/me"));
 
+    ASSERT_TRUE(QTest::qWaitFor([&] { return place(2).isEnabled(); }));
+    place(2).setFocus(Qt::TabFocusReason);
     for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
-        ASSERT_TRUE(QTest::qWaitFor([&] { return place(2).isEnabled(); }));
-        place(2).setFocus(Qt::TabFocusReason);
         QTest::keyClick(&place(2), key);
         EXPECT_TRUE(fixture.model->scanner().isScanning());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !place(2).isEnabled() && !place(2).hasFocus(); }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return place(2).isEnabled(); }, 30'000));
+        EXPECT_TRUE(place(2).hasFocus()) << "again, after the scan";
         ASSERT_TRUE(fixture.waitForScan());
     }
 

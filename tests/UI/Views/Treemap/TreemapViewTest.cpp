@@ -233,6 +233,19 @@ TEST_F(TreemapViewTest, FollowsThePointerWithoutPaintingTheRectanglesAgain)
     EXPECT_LT(pixel(centerOf("rest")).lightness(), plain.lightness());
 }
 
+TEST_F(TreemapViewTest, TheMarkUnderThePointerGoesWithItsItemWhenTheSizeChanges)
+{
+    showTree();
+    moveTo(centerOf("rest"));
+    m_view.resize(900, 640);
+    settle();
+    ASSERT_TRUE(m_view.hoveredRect());
+    EXPECT_EQ(toQRectF(m_view.hoveredRect()->rect), rectNamed("rest"));
+    const QColor marked = pixel(centerOf("rest"));
+    leaveCanvas();
+    EXPECT_LT(pixel(centerOf("rest")).lightness(), marked.lightness());
+}
+
 TEST_F(TreemapViewTest, LeadsBackAlongThePath)
 {
     showTree();
