@@ -1,7 +1,6 @@
 #include "UI/Views/Search/SearchFilterView.h"
 
 #include "Core/Models/TreeBuilder.h"
-
 #include "Support/ModelFixture.h"
 #include "Support/TreeText.h"
 #include "Support/Widgets.h"
