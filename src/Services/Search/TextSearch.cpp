@@ -67,21 +67,18 @@ std::vector<std::uint64_t> TextSearch::takeAllMarks()
 }
 
 template <typename Visit>
-void TextSearch::eachOccurrence(std::string_view pattern, Visit visit)
+void TextSearch::eachOccurrence(Visit visit)
 {
-    const auto search = [pattern](std::string_view text, const GrowingArray<std::uint32_t>& starts, std::size_t next,
-                                  std::size_t end, auto visitNumber) {
+    const auto search = [this](std::string_view text, const GrowingArray<std::uint32_t>& starts, std::size_t next,
+                               std::size_t end, auto visitNumber) {
         while (next < end) {
-            // From the mark before the first name to the mark behind the last.
-            const std::size_t start = starts[next] - 1;
-            const void* found = ::memmem(text.data() + start, starts[end] - start, pattern.data(), pattern.size());
+            const std::size_t start = starts[next];
+            const void* found = ::memmem(text.data() + start, starts[end] - start, m_query.data(), m_query.size());
             if (found == nullptr) {
                 return;
             }
-            // A pattern that begins with the mark belongs to the name behind it.
             const auto offset = static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
-            const bool beginsWithMark = text[offset] == TreeArrays::nameEnd;
-            next = visitNumber(textAt(starts, offset + (beginsWithMark ? 1 : 0), next));
+            next = visitNumber(textAt(starts, offset, next));
         }
     };
     search({m_nodes.names.data(), m_nodes.names.size()}, m_nodes.nameStarts, m_root + 1, m_end,
@@ -98,7 +95,7 @@ void TextSearch::eachOccurrence(std::string_view pattern, Visit visit)
 
 void TextSearch::findInNames()
 {
-    eachOccurrence(m_query, [this](Position node) { return markWithContents(node); });
+    eachOccurrence([this](Position node) { return markWithContents(node); });
 }
 
 /// With a slash in the query and none in names, the last one falls on the slash between a node and its folder.
@@ -106,27 +103,17 @@ void TextSearch::findAcrossSlashes()
 {
     const std::size_t slash = m_query.rfind('/');
     const std::string_view folderEnd = m_query.substr(0, slash);
-    if (slash + 1 == m_query.size()) {
-        findBehindSlash(folderEnd);
-        return;
-    }
-    const std::string nameStart = TreeArrays::nameEnd + std::string(m_query.substr(slash + 1));
-    eachOccurrence(nameStart, [&](Position node) {
-        return pathEndsWith(m_tree.parentOf(node), folderEnd) ? markWithContents(node) : node + 1;
-    });
-}
-
-/// All that is in folders whose path ends so.
-void TextSearch::findBehindSlash(std::string_view folderEnd)
-{
-    for (Position node = m_root; node < m_end;) {
-        const Position end = m_tree.endOf(node);
-        if (end == node + 1 || !pathEndsWith(node, folderEnd)) {
-            ++node;
+    const std::string_view nameStart = m_query.substr(slash + 1);
+    for (Position folder = m_root; folder < m_end; ++folder) {
+        const Position end = m_tree.endOf(folder);
+        if (end == folder + 1 || !pathEndsWith(folder, folderEnd)) {
             continue;
         }
-        markRange(node + 1, end);
-        node = end;
+        for (Position child = folder + 1; child < end; child = m_tree.endOf(child)) {
+            if (lowerName(child).starts_with(nameStart)) {
+                markWithContents(child);
+            }
+        }
     }
 }
 

@@ -30,14 +30,13 @@ private:
 
     void findInNames();
     void findAcrossSlashes();
-    void findBehindSlash(std::string_view folderEnd);
     void findInWholePaths();
     void findExtensions();
 
-    /// Calls `visit(node)` for each node below the root in whose name, in lower case and with the marks around it,
-    /// `pattern` is found, in each of two blocks of names in order. It goes on at the node that `visit` returns.
+    /// Calls `visit(node)` for nodes below the root in whose name, in lower case, the query is found: in the block of
+    /// names and in that of lower-cased ones, each in order. It goes on at the node that `visit` returns.
     template <typename Visit>
-    void eachOccurrence(std::string_view pattern, Visit visit);
+    void eachOccurrence(Visit visit);
 
     [[nodiscard]] std::string_view lowerName(Position node) const;
     [[nodiscard]] bool pathEndsWith(Position node, std::string_view text) const;
