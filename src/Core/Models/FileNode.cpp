@@ -4,8 +4,7 @@
 #include "Utilities/ByteCount.h"
 
 #include <algorithm>
-#include <cstring>
-#include <ranges>
+#include <iterator>
 
 namespace morlaine {
 
@@ -39,22 +38,39 @@ public:
         return {m_nodes.names.data() + start, m_nodes.nameStarts[m_first + m_length] - start};
     }
 
-    /// For each node how many it holds: with the order of the nodes that says who holds whom.
-    [[nodiscard]] auto lengths() const
+    /// How many nodes there are, and of each by its place how far it reaches: with the order of the nodes that says who
+    /// holds whom.
+    [[nodiscard]] Position length() const { return m_length; }
+    [[nodiscard]] Position lengthAt(Position place) const { return m_nodes.ends[m_first + place] - m_first - place; }
+
+    /// Calls `visit(place, ownUrl)` for inner nodes whose url is not their folder's and their name, in order. The urls
+    /// of all others follow from what is compared beside.
+    template <typename Visit>
+    void eachInnerUrl(Visit visit) const
     {
-        return std::views::iota(m_first, m_first + m_length) |
-               std::views::transform([this](Position node) { return m_nodes.ends[node] - node; });
+        const auto end = m_nodes.ownUrls.lower_bound(m_first + m_length);
+        for (auto own = m_nodes.ownUrls.upper_bound(m_first); own != end; ++own) {
+            visit(own->first - m_first, own->second);
+        }
     }
 
-    /// The urls of inner nodes that are not their folder's and their name, by place in this part. The urls of all
-    /// others follow from what is compared beside.
-    [[nodiscard]] auto innerUrls() const
+    [[nodiscard]] bool hasSameShape(const Part& other) const
     {
-        return std::ranges::subrange(m_nodes.ownUrls.upper_bound(m_first),
-                                     m_nodes.ownUrls.lower_bound(m_first + m_length)) |
-               std::views::transform([this](const auto& own) {
-                   return std::pair<Position, const TreeArrays::OwnUrl&>(own.first - m_first, own.second);
-               });
+        for (Position place = 0; place < m_length; ++place) {
+            if (lengthAt(place) != other.lengthAt(place)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /// For parts whose kinds are equal, which say where the urls are.
+    [[nodiscard]] bool hasSameInnerUrls(const Part& other) const
+    {
+        auto next = other.m_nodes.ownUrls.upper_bound(other.m_first);
+        bool isSame = true;
+        eachInnerUrl([&](Position, const TreeArrays::OwnUrl& own) { isSame = isSame && own == (next++)->second; });
+        return isSame;
     }
 
 private:
@@ -136,9 +152,8 @@ bool operator==(const FileNode& a, const FileNode& b)
     const Part left(a);
     const Part right(b);
     return left.ids() == right.ids() && left.sizes() == right.sizes() && left.kind() == right.kind() &&
-           left.innerKinds() == right.innerKinds() && left.names() == right.names() &&
-           std::ranges::equal(left.lengths(), right.lengths()) &&
-           std::ranges::equal(left.innerUrls(), right.innerUrls()) && left.location() == right.location();
+           left.innerKinds() == right.innerKinds() && left.names() == right.names() && left.hasSameShape(right) &&
+           left.hasSameInnerUrls(right) && left.location() == right.location();
 }
 
 } // namespace morlaine
@@ -153,12 +168,12 @@ std::size_t std::hash<morlaine::FileNode>::operator()(const morlaine::FileNode& 
     sequence.feed(part.sizes());
     sequence.feed(part.kind());
     sequence.feed(part.innerKinds());
-    for (const auto length : part.lengths()) {
-        sequence.feed(length);
+    for (morlaine::Tree::Position place = 0; place < part.length(); ++place) {
+        sequence.feed(part.lengthAt(place));
     }
-    for (const auto& [place, own] : part.innerUrls()) {
+    part.eachInnerUrl([&sequence](morlaine::Tree::Position place, const morlaine::TreeArrays::OwnUrl& own) {
         sequence.feed(place);
         sequence.feed(own.bytes);
-    }
+    });
     return sequence.value();
 }
