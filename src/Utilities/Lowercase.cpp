@@ -11,6 +11,8 @@ namespace morlaine {
 
 namespace {
 
+constexpr std::string_view finalSigma = "ς";
+
 /// Appends what is right for ASCII alone; false when `text` holds anything else.
 bool appendLowercasedAscii(std::string_view text, std::string& result)
 {
@@ -41,6 +43,9 @@ void appendLowercased(std::string_view text, std::string& result)
                               nullptr, failure);
     if (U_FAILURE(failure)) {
         throw std::bad_alloc(); // the one thing that fails here
+    }
+    for (std::size_t sigma = start; (sigma = result.find(finalSigma, sigma)) != std::string::npos;) {
+        result.replace(sigma, finalSigma.size(), "σ");
     }
 }
 

@@ -6,7 +6,8 @@
 namespace morlaine {
 
 /// Appends `text` (UTF-8) in lower case by the full rules of Unicode, those of no language in particular: a letter may
-/// become several, and a sigma's form depends on where in its word it stands. Quickest for ASCII. Any thread.
+/// become several. A sigma at the end of a word becomes the same as elsewhere, since what ends a search text may go on
+/// in a name. Quickest for ASCII. Any thread.
 void appendLowercased(std::string_view text, std::string& result);
 
 /// The same as a text of its own.

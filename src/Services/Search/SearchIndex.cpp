@@ -13,9 +13,23 @@ namespace morlaine {
 
 namespace {
 
+/// The toolkit's conversion to UTF-8 would make a question mark of half a surrogate pair.
+void replaceLoneSurrogates(QString& text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+            ++i;
+        } else if (text[i].isSurrogate()) {
+            text[i] = QChar(QChar::ReplacementCharacter);
+        }
+    }
+}
+
 std::string queryFromText(const QString& text)
 {
-    const QByteArray trimmed = text.trimmed().toUtf8();
+    QString query = text.trimmed();
+    replaceLoneSurrogates(query);
+    const QByteArray trimmed = query.toUtf8();
     return lowercased({trimmed.data(), static_cast<std::size_t>(trimmed.size())});
 }
 

@@ -60,6 +60,14 @@ TEST(SearchIndex, FindsByNameExtensionAndPathInTheOrderOfTheTree)
     EXPECT_EQ(pathsFound(root, " ").size(), 7U) << "no text is no filter";
 }
 
+TEST(SearchIndex, TakesQueriesThatAreNoWholeWordOrNoText)
+{
+    const FileNode root = treeFromText("r/\n  ΜΟΥΣΙΚΗ 2\n  οδος.txt 1\n  why? 1", "/");
+    EXPECT_THAT(pathsFound(root, "ΜΟΥΣ"), testing::ElementsAre("/r/ΜΟΥΣΙΚΗ"));
+    EXPECT_THAT(pathsFound(root, "ΟΔΟΣ"), testing::ElementsAre("/r/οδος.txt"));
+    EXPECT_EQ(find(root, QString(QChar(0xD83D))).size(), 0U) << "half a pair is no question mark";
+}
+
 /// Trees and queries from pieces that are hard to lower-case, to separate and to tell apart.
 class RandomSearch {
 public:
