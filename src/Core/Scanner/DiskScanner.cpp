@@ -128,13 +128,21 @@ void DiskScanner::startClock()
     m_timer = std::make_unique<QTimer>();
     m_timer->setTimerType(Qt::PreciseTimer);
     m_timer->setInterval(clockInterval);
-    connect(m_timer.get(), &QTimer::timeout, this, [this] { m_mainThread.post([this] { updateElapsedTime(); }); });
+    connect(m_timer.get(), &QTimer::timeout, this, [this] { m_mainThread.post([this] { tick(); }); });
     m_timer->start();
 }
 
 void DiskScanner::stopClock()
 {
     m_timer.reset();
+}
+
+/// One that was under way when the clock stopped must not overwrite the final time.
+void DiskScanner::tick()
+{
+    if (m_timer) {
+        updateElapsedTime();
+    }
 }
 
 void DiskScanner::updateElapsedTime()

@@ -85,6 +85,7 @@ private:
 
     void startClock();
     void stopClock();
+    void tick();
     void updateElapsedTime();
     void startWalk(const FileUrl& url);
     void showProgress(const std::string& path, std::int64_t filesCount, std::int64_t dirsCount, std::int64_t totalSize);

@@ -8,9 +8,11 @@
 
 #include <QCoreApplication>
 #include <QTest>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -159,6 +161,19 @@ TEST_F(DiskScannerTest, PublishesAResultThatCancellingCameTooLateFor)
     EXPECT_EQ(state(), "idle");
     EXPECT_TRUE(QTest::qWaitFor([&] { return state() != "idle"; }));
     EXPECT_EQ(state(), "idle result:r");
+}
+
+TEST_F(DiskScannerTest, KeepsTheFinalTimeWhenATickIsUnderWay)
+{
+    start("/r");
+    QTimer::singleShot(std::chrono::milliseconds(10), Qt::PreciseTimer, m_scanner.get(), [this] {
+        m_firstGate.open();
+        EXPECT_TRUE(hasWalkEnded());
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(150)); // both timers are due, so that the clock ticks next
+    ASSERT_TRUE(waitForState("idle result:r"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(std::ranges::count(m_states, "idle result:r"), 1) << "the time is set once";
 }
 
 TEST_F(DiskScannerTest, SaysWhyAScanFailed)
