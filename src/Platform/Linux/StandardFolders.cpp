@@ -2,8 +2,7 @@
 
 #include "Platform/Linux/UserDirectories.h"
 
-#include <QFile>
-#include <QStandardPaths>
+#include <QByteArray>
 
 #include <fstream>
 #include <iterator>
@@ -24,10 +23,11 @@ std::string homeFolder()
     return user != nullptr && user->pw_dir != nullptr && *user->pw_dir == '/' ? user->pw_dir : "/";
 }
 
-std::string configurationFolder(const std::string& home)
+/// What the variable says, or `usual` where it says nothing; a relative path does not count.
+std::string baseFolder(const char* variable, const std::string& usual)
 {
-    const QByteArray folder = qgetenv("XDG_CONFIG_HOME");
-    return folder.startsWith('/') ? folder.toStdString() : home + "/.config";
+    const QByteArray folder = qgetenv(variable);
+    return folder.startsWith('/') ? folder.toStdString() : usual;
 }
 
 std::string contentOfFile(const std::string& path)
@@ -40,11 +40,7 @@ std::string contentOfFile(const std::string& path)
 
 std::vector<FileUrl> applicationSupportFolders()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    if (folder.isEmpty()) {
-        return {};
-    }
-    return {FileUrl::fromPath(QFile::encodeName(folder).toStdString())};
+    return {FileUrl::fromPath(baseFolder("XDG_DATA_HOME", homeFolder() + "/.local/share"))};
 }
 
 // The toolkit knows these folders too, but as text, in which a name that is no UTF-8 is lost; and it takes a folder
@@ -52,7 +48,8 @@ std::vector<FileUrl> applicationSupportFolders()
 UserFolders UserFolders::current()
 {
     const std::string home = homeFolder();
-    const std::string configuration = contentOfFile(configurationFolder(home) + "/user-dirs.dirs");
+    const std::string configuration =
+        contentOfFile(baseFolder("XDG_CONFIG_HOME", home + "/.config") + "/user-dirs.dirs");
     const auto folder = [&](std::string_view key, std::string_view usualName) {
         const std::optional<std::string> path = userDirectory(configuration, key, usualName, home);
         return path ? std::optional(FileUrl::fromPath(*path)) : std::nullopt;

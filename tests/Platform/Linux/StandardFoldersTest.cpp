@@ -6,6 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <tuple>
+
+#include <pwd.h>
+#include <unistd.h>
 
 namespace morlaine {
 namespace {
@@ -71,6 +75,22 @@ TEST(StandardFoldersTest, AreConfiguredInTheHomeFolderUnlessElsewhere)
     const Environment configurationHome("XDG_CONFIG_HOME", std::nullopt);
 
     EXPECT_EQ(pathOf(UserFolders::current().desktop), home + "/Bureau");
+}
+
+TEST(StandardFoldersTest, KeepsDataWhereTheVariablesOrThePasswordDatabaseSay)
+{
+    const std::string inDatabase = ::getpwuid(::getuid())->pw_dir;
+    const std::tuple<std::optional<std::string>, std::optional<std::string>, std::string> dataCases[] = {
+        {"/d\xE9", "/home/ann", "/d\xE9"},
+        {"relative", "/home/ann", "/home/ann/.local/share"},
+        {"", "/home/ann", "/home/ann/.local/share"},
+        {std::nullopt, std::nullopt, inDatabase + "/.local/share"},
+    };
+    for (const auto& [data, home, expected] : dataCases) {
+        const Environment dataVariable("XDG_DATA_HOME", data);
+        const Environment homeVariable("HOME", home);
+        EXPECT_EQ(applicationSupportFolders().front().path(), expected);
+    }
 }
 
 } // namespace
