@@ -1,4 +1,5 @@
 #include "App/MorlaineApp.h"
+#include "Platform/PrivateFiles.h"
 
 #include <cstdlib>
 
@@ -14,6 +15,7 @@ int runMorlaine(int& argc, char** argv)
 
 int main(int argc, char* argv[])
 {
+    morlaine::removeTemporaryFilesOnSignals();
     // Threads may still be under way, some of them waiting for a share or a bus that will never answer. Nothing waits
     // for them, and nothing that they use is taken down under them.
     std::_Exit(runMorlaine(argc, argv));

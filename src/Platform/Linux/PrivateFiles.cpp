@@ -1,15 +1,23 @@
 #include "Platform/PrivateFiles.h"
 
+#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/TemporaryNames.h"
+
+#include <QFile>
+
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
-#include <chrono>
+#include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,14 +25,78 @@ namespace morlaine {
 
 namespace {
 
-constexpr std::string_view temporarySuffix = ".XXXXXX";
+constexpr std::string_view temporaryStart = ".morlaine-";
+constexpr std::string_view temporaryEnd = ".tmp";
+constexpr std::string_view randomPart = "-XXXXXX";
+
+/// Where the names of the temporary files for `target` begin.
+std::string temporaryPrefix(const std::string& target)
+{
+    const std::size_t name = target.rfind('/') + 1;
+    return target.substr(0, name) + std::string(temporaryStart) + target.substr(name);
+}
 
 bool isTemporaryName(std::string_view name)
 {
-    const std::string_view suffix = name.substr(name.size() - std::min(name.size(), temporarySuffix.size()));
-    const std::string_view target = name.substr(0, name.size() - suffix.size());
+    const std::size_t tail = randomPart.size() + temporaryEnd.size();
+    if (!name.starts_with(temporaryStart) || !name.ends_with(temporaryEnd) ||
+        name.size() <= temporaryStart.size() + tail) {
+        return false;
+    }
+    const std::string_view random = name.substr(name.size() - tail, randomPart.size());
     const auto isRandom = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; };
-    return target.ends_with(".json") && suffix.front() == '.' && std::ranges::all_of(suffix.substr(1), isRandom);
+    return random.front() == '-' && std::ranges::all_of(random.substr(1), isRandom);
+}
+
+std::vector<std::string> temporaryFilesIn(const std::string& folder)
+{
+    std::vector<std::string> paths;
+    std::error_code failure;
+    for (std::filesystem::directory_iterator entry(folder, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        if (isTemporaryName(entry->path().filename().native())) {
+            paths.push_back(entry->path().native());
+        }
+    }
+    return paths;
+}
+
+FileDescriptor openedRegularFile(const std::string& path, int flags)
+{
+    struct stat status = {};
+    FileDescriptor file(::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+    const bool isRegular = file.isOpen() && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
+    return isRegular ? std::move(file) : FileDescriptor();
+}
+
+bool flushPath(const std::string& path)
+{
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+    return file.isOpen() && ::fsync(file.get()) == 0;
+}
+
+std::string folderOf(const std::string& path)
+{
+    return path.substr(0, path.rfind('/') + 1);
+}
+
+/// The kernel's own stamps change a few hundred times a second, which leaves quick saves without an order.
+void stampExactly(int descriptor)
+{
+    timespec times[2] = {{0, UTIME_OMIT}, {}};
+    ::clock_gettime(CLOCK_REALTIME, &times[1]);
+    ::futimens(descriptor, times);
+}
+
+bool isGone(const std::string& path)
+{
+    return ::access(path.c_str(), F_OK) != 0 && errno == ENOENT;
+}
+
+bool isRegularFile(const std::string& path)
+{
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 } // namespace
@@ -47,16 +119,39 @@ bool removeItem(const FileUrl& item)
     return !failure;
 }
 
-AtomicFile::AtomicFile(const FileUrl& target)
-    : m_target(target.path())
-    , m_temporary(m_target + std::string(temporarySuffix))
+bool openRegularFile(QFile& file, const FileUrl& url)
 {
-    m_descriptor = ::mkostemp(m_temporary.data(), O_CLOEXEC);
+    FileDescriptor opened = openedRegularFile(url.path(), O_RDONLY);
+    return opened.isOpen() &&
+           file.open(opened.release(), QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
+}
+
+AtomicFile::AtomicFile(const FileUrl& target) : m_target(target.path())
+{
+    constexpr int mostAttempts = 3;
+    for (int attempt = 0; attempt < mostAttempts && !openTemporary(); ++attempt) {
+    }
+    if (m_descriptor >= 0) {
+        open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    }
+}
+
+/// Another program that looks for abandoned files may take the new one for such until it is locked. False when that
+/// has happened, so that another must be made.
+bool AtomicFile::openTemporary()
+{
+    m_temporary = temporaryPrefix(m_target).append(randomPart).append(temporaryEnd);
+    m_descriptor = TemporaryNames::shared().make(m_temporary, static_cast<int>(temporaryEnd.size()));
     if (m_descriptor < 0) {
         m_temporary.clear();
-        return;
+        return true;
     }
-    open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    const bool isTaken = ::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (!isTaken && !isGone(m_temporary)) {
+        return true;
+    }
+    discard();
+    return false;
 }
 
 AtomicFile::~AtomicFile()
@@ -66,43 +161,106 @@ AtomicFile::~AtomicFile()
 
 bool AtomicFile::commit()
 {
-    if (!isOpen()) {
-        return false;
+    const bool isOnDisk = isComplete() && ::fsync(m_descriptor) == 0;
+    return finish(isOnDisk && ::rename(m_temporary.c_str(), m_target.c_str()) == 0);
+}
+
+bool AtomicFile::commitUnflushed()
+{
+    if (isComplete() && isGone(m_target)) {
+        return finish(::rename(m_temporary.c_str(), m_target.c_str()) == 0);
     }
+    if (!isComplete() || !isRegularFile(m_target)) {
+        return commit();
+    }
+    stampExactly(m_descriptor);
+    TemporaryNames::shared().forget(m_temporary);
+    if (::renameat2(AT_FDCWD, m_temporary.c_str(), AT_FDCWD, m_target.c_str(), RENAME_EXCHANGE) != 0) {
+        return commit();
+    }
+    m_replaced = m_temporary;
+    return finish(true);
+}
+
+bool AtomicFile::isComplete() const
+{
+    return !m_temporary.empty() && !m_hasFailed;
+}
+
+bool AtomicFile::finish(bool isInPlace)
+{
     QIODevice::close();
-    const bool isOnDisk = !m_hasFailed && ::fsync(m_descriptor) == 0;
-    if (!isOnDisk || ::rename(m_temporary.c_str(), m_target.c_str()) != 0) {
+    if (!isInPlace) {
         discard();
         return false;
     }
+    TemporaryNames::shared().forget(m_temporary);
     m_temporary.clear();
-    discard();
+    ::flock(m_descriptor, LOCK_UN);
     return true;
 }
 
-void AtomicFile::removeAbandoned(const FileUrl& folder)
+void AtomicFile::flush()
 {
-    const auto newest = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
-    std::error_code failure;
-    for (std::filesystem::directory_iterator entry(folder.path(), failure), end; !failure && entry != end;
-         entry.increment(failure)) {
-        std::error_code unknown;
-        if (isTemporaryName(entry->path().filename().native()) && entry->last_write_time(unknown) < newest &&
-            !unknown) {
-            std::filesystem::remove(entry->path(), unknown);
+    if (::fsync(m_descriptor) == 0 && flushPath(folderOf(m_target)) && !m_replaced.empty()) {
+        ::unlink(m_replaced.c_str());
+        m_replaced.clear();
+    }
+}
+
+std::vector<AtomicFile::Abandoned> AtomicFile::abandonedIn(const FileUrl& folder)
+{
+    std::vector<std::pair<std::filesystem::file_time_type, Abandoned>> found;
+    for (const std::string& path : temporaryFilesIn(folder.path())) {
+        auto file = std::make_shared<const FileDescriptor>(openedRegularFile(path, O_RDWR | O_NOFOLLOW));
+        if (file->isOpen() && ::flock(file->get(), LOCK_EX | LOCK_NB) == 0) {
+            std::error_code unknown;
+            found.emplace_back(std::filesystem::last_write_time(path, unknown),
+                               Abandoned{FileUrl::fromPath(path), std::move(file)});
         }
     }
+    std::ranges::sort(found, std::ranges::greater(), [](const auto& each) { return each.first; });
+    std::vector<Abandoned> files;
+    files.reserve(found.size());
+    for (auto& [time, file] : found) {
+        files.push_back(std::move(file));
+    }
+    return files;
+}
+
+void AtomicFile::flush(const FileUrl& target, const std::vector<Abandoned>& abandoned)
+{
+    const std::string path = target.path();
+    if (isRegularFile(path) && !(flushPath(path) && flushPath(folderOf(path)))) {
+        return;
+    }
+    for (const Abandoned& file : abandoned) {
+        ::unlink(file.url.path().c_str());
+    }
+}
+
+void AtomicFile::remove(const FileUrl& target)
+{
+    const std::string path = target.path();
+    const std::string prefix = temporaryPrefix(path) + randomPart.front();
+    for (const std::string& temporary : temporaryFilesIn(folderOf(path))) {
+        if (temporary.starts_with(prefix)) {
+            ::unlink(temporary.c_str());
+        }
+    }
+    removeItem(target);
 }
 
 void AtomicFile::discard()
 {
+    if (!m_temporary.empty()) {
+        ::unlink(m_temporary.c_str());
+        TemporaryNames::shared().forget(m_temporary);
+        m_temporary.clear();
+    }
     if (m_descriptor >= 0) {
         ::close(m_descriptor);
         m_descriptor = -1;
-    }
-    if (!m_temporary.empty()) {
-        ::unlink(m_temporary.c_str());
-        m_temporary.clear();
     }
 }
 
@@ -113,16 +271,16 @@ qint64 AtomicFile::readData(char* /*data*/, qint64 /*maxSize*/)
 
 qint64 AtomicFile::writeData(const char* data, qint64 size)
 {
-    for (qint64 done = 0; done < size;) {
+    m_hasFailed = m_hasFailed || isGone(m_temporary);
+    for (qint64 done = 0; done < size && !m_hasFailed;) {
         const ssize_t written = ::write(m_descriptor, data + done, static_cast<std::size_t>(size - done));
         if (written > 0) {
             done += written;
         } else if (written == 0 || errno != EINTR) {
             m_hasFailed = true;
-            return -1;
         }
     }
-    return size;
+    return m_hasFailed ? -1 : size;
 }
 
 } // namespace morlaine

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -33,10 +34,8 @@ FileUrl preferredApplicationSupport()
 template <typename Value>
 std::optional<Value> decodedFile(const FileUrl& url, std::variant<Value, DecodeError> (*decode)(QIODevice&))
 {
-    std::error_code failure;
-    QFile file(QFile::decodeName(url.path().c_str()));
-    if (!std::filesystem::is_regular_file(url.path(), failure) ||
-        !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    QFile file;
+    if (!openRegularFile(file, url)) {
         return std::nullopt;
     }
     std::variant<Value, DecodeError> result = decode(file);
@@ -57,8 +56,29 @@ PersistenceManager::PersistenceManager(const FileUrl& applicationSupport)
     , m_indexURL(m_appSupportURL.appending("history.json"))
 {
     makePrivateFolder(m_scansDirectoryURL);
-    AtomicFile::removeAbandoned(m_appSupportURL);
-    AtomicFile::removeAbandoned(m_scansDirectoryURL);
+    tidyUp();
+}
+
+/// Removes what programs that were killed have left, and takes back the newest list that is whole when a crash of the
+/// machine has left the last one broken.
+void PersistenceManager::tidyUp() const
+{
+    for (const AtomicFile::Abandoned& unfinished : AtomicFile::abandonedIn(m_scansDirectoryURL)) {
+        removeItem(unfinished.url);
+    }
+    const std::vector<AtomicFile::Abandoned> formerLists = AtomicFile::abandonedIn(m_appSupportURL);
+    if (formerLists.empty()) {
+        return;
+    }
+    std::error_code failure;
+    const auto isList = [](const FileUrl& url) { return decodedFile(url, decodeHistory).has_value(); };
+    if (std::filesystem::is_regular_file(m_indexURL.path(), failure) && !isList(m_indexURL)) {
+        const auto newest = std::ranges::find_if(formerLists, isList, &AtomicFile::Abandoned::url);
+        if (newest != formerLists.end()) {
+            std::filesystem::rename(newest->url.path(), m_indexURL.path(), failure);
+        }
+    }
+    runInBackground("flush list", [index = m_indexURL, formerLists] { AtomicFile::flush(index, formerLists); });
 }
 
 std::vector<HistoricalScan> PersistenceManager::loadHistory() const
@@ -73,13 +93,14 @@ HistoricalScan PersistenceManager::saveScan(const FileNode& rootNode, std::int64
 {
     HistoricalScan scan{Uuid::random(), validUtf8(rootNode.url().path()), Date::now(), rootNode.size(), filesCount,
                         dirsCount};
+    // The temporary file is there before the entry, so that whoever deletes the entry finds the one to remove.
+    const auto file = std::make_shared<AtomicFile>(treeUrl(scan.id));
     std::vector<HistoricalScan> history = loadHistory();
     history.push_back(scan);
     saveHistory(history);
-    runInBackground("save scan", [rootNode, url = treeUrl(scan.id)] {
-        AtomicFile file(url);
-        if (file.isOpen() && encodeFileNode(rootNode, file)) {
-            (void)file.commit();
+    runInBackground("save scan", [rootNode, file] {
+        if (file->isOpen() && encodeFileNode(rootNode, *file)) {
+            (void)file->commit();
         }
     });
     return scan;
@@ -95,7 +116,7 @@ void PersistenceManager::deleteScan(const Uuid& id)
     std::vector<HistoricalScan> history = loadHistory();
     std::erase_if(history, [&id](const HistoricalScan& scan) { return scan.id == id; });
     saveHistory(history);
-    removeItem(treeUrl(id));
+    AtomicFile::remove(treeUrl(id));
 }
 
 void PersistenceManager::clearAllHistory()
@@ -114,9 +135,9 @@ void PersistenceManager::clearAllHistory()
 
 void PersistenceManager::saveHistory(const std::vector<HistoricalScan>& history) const
 {
-    AtomicFile file(m_indexURL);
-    if (file.isOpen() && encodeHistory(history, file)) {
-        (void)file.commit();
+    const auto file = std::make_shared<AtomicFile>(m_indexURL);
+    if (file->isOpen() && encodeHistory(history, *file) && file->commitUnflushed()) {
+        runInBackground("flush list", [file] { file->flush(); });
     }
 }
 

@@ -44,6 +44,7 @@ public:
 
 private:
     void saveHistory(const std::vector<HistoricalScan>& history) const;
+    void tidyUp() const;
     [[nodiscard]] FileUrl treeUrl(const Uuid& id) const;
 
     const FileUrl m_appSupportURL;

@@ -1,5 +1,8 @@
 #include "Services/Persistence/PersistenceManager.h"
 
+#include "Platform/Background.h"
+#include "Platform/PrivateFiles.h"
+#include "Support/Gate.h"
 #include "Support/TemporaryFolder.h"
 #include "Support/TreeText.h"
 
@@ -8,9 +11,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -18,6 +23,20 @@
 
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+/// Called on the thread that flushes a file.
+static std::function<void()> onFsync; // NOLINT(cert-err58-cpp)
+
+/// Takes the place of the system's function in this program.
+extern "C" int fsync(int descriptor)
+{
+    if (onFsync) {
+        onFsync();
+    }
+    return static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
 
 namespace morlaine {
 
@@ -28,9 +47,9 @@ class PersistenceManagerTest : public testing::Test {
 protected:
     PersistenceManagerTest() { reopen(); }
 
-    void reopen() { m_store.reset(new PersistenceManager(m_folder.url("share"))); }
+    void reopen() { m_store.reset(new PersistenceManager(m_folder.url("sh\xE1re"))); }
 
-    [[nodiscard]] fs::path appFolder() const { return m_folder.path() / "share/com.morlaine.Morlaine"; }
+    [[nodiscard]] fs::path appFolder() const { return m_folder.path() / "sh\xE1re/com.morlaine.Morlaine"; }
     [[nodiscard]] fs::path index() const { return appFolder() / "history.json"; }
     [[nodiscard]] fs::path scans() const { return appFolder() / "Scans"; }
     [[nodiscard]] fs::path treeFile(const HistoricalScan& scan) const
@@ -207,20 +226,64 @@ TEST_F(PersistenceManagerTest, ClearsWhateverLiesInItsFolder)
     EXPECT_THAT(paths(), IsEmpty());
 }
 
-TEST_F(PersistenceManagerTest, RemovesWhatAKilledProgramLeft)
+TEST_F(PersistenceManagerTest, RemovesWhatAKilledProgramLeftAndNothingElse)
 {
-    const auto dayBefore = fs::file_time_type::clock::now() - std::chrono::hours(25);
-    const std::string tree = Uuid::random().toString() + ".json";
-    for (const fs::path& old : {index(), index().concat(".Ab3xY9"), scans() / tree, scans() / (tree + ".000000"),
-                                scans() / "notes.backup", scans() / (tree + ".backup2"), scans() / ".json"}) {
-        write(old, "x");
-        fs::last_write_time(old, dayBefore);
+    const std::vector<std::string> foreign = {"history.json.Ab3xY9", "notes.json.before", ".morlaine-x.tmp",
+                                              ".morlaine-history.json-Ab3xY9.temp"};
+    for (const fs::path& folder : {appFolder(), scans()}) {
+        for (const std::string& name : foreign) {
+            write(folder / name, "x");
+            fs::last_write_time(folder / name, fs::file_time_type::clock::now() - std::chrono::hours(25));
+        }
+        write(folder / ".morlaine-history.json-Ab3xY9.tmp", "x");
     }
-    write(scans() / (tree + ".atwork"), "x");
+    const fs::path target = scans() / "tree.json";
+    auto atWork = std::make_unique<AtomicFile>(FileUrl::fromPath(target.native()));
     reopen();
-    EXPECT_THAT(namesIn(appFolder()), UnorderedElementsAre("Scans", "history.json"));
-    EXPECT_THAT(namesIn(scans()),
-                UnorderedElementsAre(tree, tree + ".atwork", "notes.backup", tree + ".backup2", ".json"));
+    EXPECT_EQ(namesIn(scans()).size(), foreign.size() + 1);
+    EXPECT_TRUE(atWork->commit());
+    EXPECT_TRUE(fs::remove(target));
+    EXPECT_THAT(namesIn(scans()), testing::UnorderedElementsAreArray(foreign));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return namesIn(appFolder()).size() == foreign.size() + 1; }));
+}
+
+TEST_F(PersistenceManagerTest, DeletesATreeThatIsStillBeingWritten)
+{
+    const HistoricalScan scan = save("one");
+    m_store->deleteScan(scan.id);
+    EXPECT_THAT(namesIn(scans()), IsEmpty());
+
+    AtomicFile file(FileUrl::fromPath(treeFile(scan).native()));
+    EXPECT_EQ(file.write("x", 1), 1);
+    m_store->deleteScan(scan.id);
+    EXPECT_LT(file.write("x", 1), 0) << "the writer stops early";
+    EXPECT_FALSE(file.commit());
+    EXPECT_THAT(namesIn(scans()), IsEmpty());
+}
+
+TEST_F(PersistenceManagerTest, FlushesTheListBehindTheCaller)
+{
+    (void)saveToTheEnd("one");
+    const auto isTidy = [this] { return namesIn(appFolder()).size() == 2; };
+    ASSERT_TRUE(QTest::qWaitFor(isTidy));
+    const auto gate = std::make_shared<test::Gate>();
+    std::atomic<int> waits = 0;
+    onFsync = [&waits, gate, caller = std::this_thread::get_id()] {
+        std::this_thread::get_id() == caller ? void(++waits) : gate->pass();
+    };
+    (void)save("two");
+    m_store->deleteScan(save("three").id);
+    EXPECT_EQ(waits, 0);
+    EXPECT_THAT(paths(), ElementsAre("/scanned/two", "/scanned/one"));
+
+    write(index(), ""); // what a crash may leave of a file that was not flushed
+    reopen();
+    EXPECT_THAT(paths(), ElementsAre("/scanned/three", "/scanned/two", "/scanned/one")) << "the list before";
+    gate->open();
+    EXPECT_TRUE(QTest::qWaitFor(isTidy));
+    EXPECT_EQ(paths().size(), 3U);
+    EXPECT_TRUE(Background::waitForAll(std::chrono::seconds(30)).empty());
+    onFsync = nullptr;
 }
 
 TEST_F(PersistenceManagerTest, FindsNoTreeInAFileThatIsNone)
@@ -290,6 +353,30 @@ TEST_F(PersistenceManagerTest, LosesNothingWhileOthersRead)
 }
 
 using PersistenceManagerDeathTest = PersistenceManagerTest;
+
+TEST_F(PersistenceManagerDeathTest, LeavesNoTemporaryFileWhenASignalEndsTheProgram)
+{
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+        EXPECT_EXIT(
+            {
+                removeTemporaryFilesOnSignals();
+                const AtomicFile file(m_folder.url("target"));
+                ::kill(::getpid(), signal);
+                std::this_thread::sleep_for(std::chrono::seconds(60));
+            },
+            testing::KilledBySignal(signal), "");
+    }
+    EXPECT_THAT(namesIn(m_folder.path()), ElementsAre("sh\xE1re"));
+    EXPECT_EXIT(
+        {
+            std::signal(SIGHUP, SIG_IGN);
+            removeTemporaryFilesOnSignals();
+            ::kill(::getpid(), SIGHUP);
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            std::_Exit(7);
+        },
+        testing::ExitedWithCode(7), "");
+}
 
 TEST_F(PersistenceManagerDeathTest, LetsTheProgramEndDuringAWrite)
 {
