@@ -10,7 +10,9 @@
 #include "UI/Widgets/UniformListView.h"
 #include "Utilities/Utf8.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QStackedWidget>
@@ -41,6 +43,29 @@ int pickerIndexOf(std::optional<FileCategory> category)
                     : 0;
 }
 
+/// Keeps Escape for the open list of a picker. The list would close without taking the key, so that a shortcut of the
+/// window would act on it too.
+class EscapeFilter final : public QObject {
+public:
+    explicit EscapeFilter(QComboBox& picker) : QObject(&picker), m_picker(picker)
+    {
+        picker.view()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::ShortcutOverride || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape) {
+            return QObject::eventFilter(watched, event);
+        }
+        m_picker.hidePopup();
+        event->accept();
+        return true;
+    }
+
+private:
+    QComboBox& m_picker;
+};
+
 /// A picker may become narrower than its longest entry. Assistive technology takes its entry for its name, and asks for
 /// the label instead, which is not shown.
 void prepare(QComboBox& picker, const QString& title)
@@ -50,6 +75,7 @@ void prepare(QComboBox& picker, const QString& title)
     label->hide();
     picker.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     picker.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    new EscapeFilter(picker);
 }
 
 } // namespace

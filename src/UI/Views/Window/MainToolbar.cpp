@@ -93,7 +93,7 @@ QWidget* MainToolbar::makeCancelButton()
     return button;
 }
 
-void MainToolbar::show(const State& state)
+void MainToolbar::setState(const State& state)
 {
     if (std::exchange(m_state, state) != state) {
         updateTexts();

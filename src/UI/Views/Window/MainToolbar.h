@@ -24,7 +24,7 @@ public:
 
     explicit MainToolbar(QWidget* parent = nullptr);
 
-    void show(const State& state);
+    void setState(const State& state);
 
 Q_SIGNALS:
     void sidebarToggled();

@@ -70,7 +70,7 @@ MainView::MainView(const MainViewModel::Environment& environment, std::unique_pt
     , m_folderChooser(std::move(folderChooser))
     , m_workspace(environment.workspace)
     , m_fileSystem(environment.fileSystem)
-    , m_observer(*m_viewModel, [this] { update(); })
+    , m_observer(*m_viewModel, [this] { refresh(); })
 {
     setWindowTitle(QStringLiteral("Morlaine"));
     setContextMenuPolicy(Qt::NoContextMenu);
@@ -82,10 +82,9 @@ MainView::MainView(const MainViewModel::Environment& environment, std::unique_pt
     acceptFolders();
     m_banner = new MessageBanner(this);
     connect(&m_viewModel->scanner(), &DiskScanner::failed, this, &MainView::showFailure);
-    update();
+    refresh();
     // Otherwise the first button would begin with the focus, and take the space bar for itself.
     setFocus();
-    qApp->installEventFilter(this);
     resize(preferredSize.boundedTo(screen()->availableSize()));
 }
 
@@ -158,15 +157,6 @@ void MainView::openFirstFolder(const std::vector<FileUrl>& urls)
     }
 }
 
-/// A list that drops down closes before the window's shortcuts are asked, and they would take the key for theirs.
-bool MainView::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::ShortcutOverride && watched->isWindowType()) {
-        m_hasPopupClosed = QApplication::activePopupWidget() != nullptr;
-    }
-    return QMainWindow::eventFilter(watched, event);
-}
-
 bool MainView::event(QEvent* event)
 {
     // Whoever has the focus is asked first; what accepts this gets the key instead of the shortcut.
@@ -180,10 +170,10 @@ bool MainView::event(QEvent* event)
     return QMainWindow::event(event);
 }
 
-void MainView::update()
+void MainView::refresh()
 {
-    m_toolbar->show({m_isSidebarVisible, m_isDetailVisible, m_viewModel->canGoBack(), m_viewModel->canGoForward(),
-                     m_viewModel->scanner().isScanning()});
+    m_toolbar->setState({m_isSidebarVisible, m_isDetailVisible, m_viewModel->canGoBack(), m_viewModel->canGoForward(),
+                         m_viewModel->scanner().isScanning()});
     updateCentralArea();
 }
 
@@ -211,7 +201,7 @@ void MainView::toggleSidebar()
 {
     m_isSidebarVisible = !m_isSidebarVisible;
     m_columns->setShown(WindowColumns::Side::leading, m_isSidebarVisible);
-    update();
+    refresh();
 }
 
 void MainView::toggleDetail()
@@ -221,7 +211,7 @@ void MainView::toggleDetail()
     if (m_isDetailVisible) {
         m_banner->hide(); // the inspector says it
     }
-    update();
+    refresh();
 }
 
 void MainView::selectFolderToScan()
@@ -234,12 +224,9 @@ void MainView::chooseFolder(const FolderChooser::Texts& texts)
     m_folderChooser->choose(*this, texts, [this](const FileUrl& folder) { m_viewModel->scan(folder); });
 }
 
-/// Escape leaves what is innermost: an open list or menu, a running scan, the folder zoomed into.
+/// Escape leaves a running scan, else the folder zoomed into. Open lists and menus take the key for themselves.
 void MainView::leave()
 {
-    if (m_hasPopupClosed) {
-        return;
-    }
     if (!m_detailView->cancelIfScanning()) {
         m_viewModel->zoomOut();
     }

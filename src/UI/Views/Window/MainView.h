@@ -40,7 +40,6 @@ public:
 
 protected:
     bool event(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildToolbar();
@@ -49,7 +48,7 @@ private:
     void bindShortcuts();
     void acceptFolders();
 
-    void update();
+    void refresh();
     void updateCentralArea();
 
     void toggleSidebar();
@@ -68,8 +67,6 @@ private:
     const std::shared_ptr<const FileSystem> m_fileSystem;
     bool m_isSidebarVisible = true;
     bool m_isDetailVisible = true;
-
-    bool m_hasPopupClosed = false; // by the key that is being handled
 
     MainToolbar* m_toolbar = nullptr;
     WindowColumns* m_columns = nullptr;

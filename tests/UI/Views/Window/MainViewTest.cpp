@@ -11,6 +11,7 @@
 
 #include <QAbstractItemView>
 #include <QAccessible>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -171,6 +172,12 @@ TEST_F(MainViewTest, LeavesTheZoomedFolderWithEscape)
     press(Qt::Key_Escape);
     EXPECT_FALSE(state().canGoBack()) << "nothing to leave";
     state().zoomIn(test::nodeNamed(*state().currentRootNode(), "sub"));
+    auto* picker = window->findChild<QComboBox*>();
+    picker->showPopup();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(picker->view()->window()));
+    QTest::keyClick(picker->view(), Qt::Key_Escape);
+    EXPECT_FALSE(picker->view()->isVisible());
+    EXPECT_EQ(test::nameOf(state().activeRootNode()), "sub") << "the key was the list's";
     press(Qt::Key_Escape);
     EXPECT_THAT(state().zoomStack(), IsEmpty());
 }
