@@ -5,7 +5,6 @@
 #include "Measurements.h"
 #include "ScanBenchmark.h"
 #include "UI/Views/Treemap/TreemapCanvas.h"
-#include "UI/Views/Treemap/TreemapDecisions.h"
 #include "UI/Views/Treemap/TreemapPainter.h"
 
 #include <QCoreApplication>
@@ -63,26 +62,27 @@ FileNode folderOfFolders(const std::vector<int>& widths, std::mt19937& generator
     return builder.finish();
 }
 
-std::vector<TreemapRect> layOut(const FileNode& root, const QSize& size)
+void layOut(const FileNode& root, const QSize& size, TreemapLayout& layout)
 {
-    return TreemapEngine::computeLayout(root,
-                                        {0, 0, static_cast<double>(size.width()), static_cast<double>(size.height())});
+    TreemapEngine::layOut(root, {0, 0, static_cast<double>(size.width()), static_cast<double>(size.height())}, layout);
 }
 
-std::vector<TreemapRect> fiftyThousandFiles()
+std::shared_ptr<const TreemapLayout> fiftyThousandFiles()
 {
     std::mt19937 generator(20'010'101);
-    return layOut(folderOfFolders({25, 10, 200}, generator), window);
+    const auto layout = std::make_shared<TreemapLayout>();
+    layOut(folderOfFolders({25, 10, 200}, generator), window, *layout);
+    return layout;
 }
 
-QPixmap paint(const std::vector<TreemapRect>& rects, const QSize& size)
+QPixmap paint(const std::shared_ptr<const TreemapLayout>& rects, const QSize& size)
 {
     return TreemapPainter::paintBase({rects, {}, TreemapPainter::ground(QPalette()), size, 1});
 }
 
 void basePaint(benchmark::State& state)
 {
-    const std::vector<TreemapRect> rects = fiftyThousandFiles();
+    const auto rects = fiftyThousandFiles();
     std::vector<double> seconds;
     for (auto _ : state) {
         QPixmap picture;
@@ -90,7 +90,7 @@ void basePaint(benchmark::State& state)
         state.SetIterationTime(seconds.back());
         benchmark::DoNotOptimize(picture);
     }
-    state.counters["rectangles"] = static_cast<double>(rects.size());
+    state.counters["rectangles"] = static_cast<double>(rects->size());
     state.counters["base_paint_ms"] = median(seconds) * 1e3;
 }
 
@@ -98,7 +98,7 @@ void basePaint(benchmark::State& state)
 /// reach another file.
 void hoverPaint(benchmark::State& state)
 {
-    const auto layout = std::make_shared<const std::vector<TreemapRect>>(fiftyThousandFiles());
+    const auto layout = fiftyThousandFiles();
     TreemapCanvas canvas;
     canvas.resize(window);
     canvas.showLayout(layout, {});
@@ -112,9 +112,9 @@ void hoverPaint(benchmark::State& state)
     for (auto _ : state) {
         const QPointF point(static_cast<double>(generator() % 1600), static_cast<double>(generator() % 1000));
         std::optional<std::size_t> found;
-        searching.push_back(secondsOf([&] { found = TreemapDecisions::hitTest(*layout, point); }));
+        searching.push_back(secondsOf([&] { found = layout->hitTest(point.x(), point.y()); }));
         const double painting = secondsOf([&] {
-            canvas.setHoverMark(found ? std::optional((*layout)[*found].rect) : std::nullopt);
+            canvas.setHoverMark(found ? std::optional(layout->items()[*found].rect) : std::nullopt);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
             QCoreApplication::processEvents();
         });
@@ -130,15 +130,16 @@ void hoverPaint(benchmark::State& state)
 void resizeStep(benchmark::State& state, const std::string& tree)
 {
     const FileNode root = scan(tree);
+    const auto layout = std::make_shared<TreemapLayout>();
     std::vector<double> seconds;
     std::size_t rectangles = 0;
     int step = 0;
     for (auto _ : state) {
         const QSize size = window - QSize(0, ++step % 2);
         seconds.push_back(secondsOf([&] {
-            const std::vector<TreemapRect> rects = layOut(root, size);
-            rectangles = rects.size();
-            benchmark::DoNotOptimize(paint(rects, size));
+            layOut(root, size, *layout);
+            rectangles = layout->size();
+            benchmark::DoNotOptimize(paint(layout, size));
         }));
         state.SetIterationTime(seconds.back());
     }

@@ -4,9 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
-#include <optional>
 #include <span>
+#include <vector>
 
 namespace morlaine::TreemapEngine {
 
@@ -21,11 +22,6 @@ constexpr double smallestRoom = 12; // points that a folder must exceed, both wa
 struct LayoutItem {
     Tree::Position node;
     double area; // square points: positive, zero or infinite, never NaN
-};
-
-struct PlottedItem {
-    Tree::Position node;
-    Rect rect;
 };
 
 /// All that the shape of a row of items depends on. Rounded products and quotients of numbers that are not negative
@@ -74,88 +70,6 @@ Row nextRow(std::span<const LayoutItem> items, double side)
     return row;
 }
 
-/// The children that get a share of the rectangle, with their areas.
-std::vector<LayoutItem> measuredChildren(const Tree& tree, Tree::Position folder, const Rect& rect)
-{
-    std::vector<LayoutItem> items;
-    if (!(rect.width > 0) || !(rect.height > 0)) {
-        return items;
-    }
-    std::int64_t total = 0;
-    for (Tree::Position child = folder + 1; child < tree.endOf(folder); child = tree.endOf(child)) {
-        if (const std::int64_t size = tree.sizeOf(child); size > 0) {
-            total = checkedAdd(total, size);
-            items.push_back({child, static_cast<double>(size)});
-        }
-    }
-    for (LayoutItem& item : items) {
-        const double size = item.area;
-        item.area = rect.width * rect.height * size / static_cast<double>(total);
-    }
-    return items;
-}
-
-/// The children of one folder on their way into a rectangle, row after row.
-class Level {
-public:
-    Level(const Tree& tree, Tree::Position folder, const Rect& rect, std::int64_t depth)
-        : m_depth(depth)
-        , m_items(measuredChildren(tree, folder, rect))
-        , m_free(rect)
-    {
-    }
-
-    [[nodiscard]] std::int64_t depth() const { return m_depth; }
-    [[nodiscard]] std::size_t size() const { return m_items.size(); }
-
-    /// The next child with its rectangle; nothing when all are placed or no room is left.
-    [[nodiscard]] std::optional<PlottedItem> placeNext()
-    {
-        if (m_next == m_rowEnd && !startRow()) {
-            return std::nullopt;
-        }
-        const LayoutItem& item = m_items[m_next++];
-        const double length = item.area / m_thickness;
-        const Rect rect = m_isColumn ? Rect{m_x, m_y + m_offset, m_thickness, length}
-                                     : Rect{m_x + m_offset, m_y, length, m_thickness};
-        m_offset += length;
-        return PlottedItem{item.node, rect};
-    }
-
-private:
-    /// Takes a column from the left of a free rectangle that is wide, a strip from the top of one that is tall.
-    bool startRow()
-    {
-        const double side = m_free.height < m_free.width ? m_free.height : m_free.width;
-        if (m_next == m_items.size() || side <= 0) {
-            return false;
-        }
-        const Row row = nextRow(std::span(m_items).subspan(m_next), side);
-        m_rowEnd = m_next + row.length;
-        m_isColumn = m_free.height <= m_free.width;
-        m_thickness = row.sum / (m_isColumn ? m_free.height : m_free.width);
-        m_x = m_free.x;
-        m_y = m_free.y;
-        m_offset = 0;
-        (m_isColumn ? m_free.x : m_free.y) += m_thickness;
-        (m_isColumn ? m_free.width : m_free.height) -= m_thickness;
-        return true;
-    }
-
-    std::int64_t m_depth;
-    std::vector<LayoutItem> m_items;
-    std::size_t m_next = 0;
-    Rect m_free; // what the rows up to the present one leave
-
-    // The present row: where it ends among the items, where it lies, and how much of it is taken.
-    std::size_t m_rowEnd = 0;
-    bool m_isColumn = false;
-    double m_x = 0;
-    double m_y = 0;
-    double m_thickness = 0;
-    double m_offset = 0;
-};
-
 Rect insetByMargin(const Rect& rect)
 {
     return {rect.x + margin, rect.y + margin, rect.width - 2 * margin, rect.height - 2 * margin};
@@ -166,28 +80,141 @@ bool isWorthFilling(const Rect& room)
     return room.width > smallestRoom && room.height > smallestRoom;
 }
 
+/// The children of one folder on their way into a rectangle, row after row.
+struct Level {
+    std::size_t begin; // of its items among those of all levels
+    Rect free;         // what the rows up to the present one leave
+
+    // The present row: what of it is not placed yet, where it lies, and how much of it is taken.
+    std::size_t next = 0;
+    std::size_t rowEnd = 0;
+    bool isColumn = false;
+    double x = 0;
+    double y = 0;
+    double thickness = 0;
+    double offset = 0;
+};
+
+/// One layout on its way. The items of all levels, outermost first, are in one array.
+class Run {
+public:
+    Run(const Tree& tree, std::int64_t maxDepth, std::int64_t firstDepth, TreemapLayout& layout)
+        : m_tree(tree)
+        , m_maxDepth(maxDepth)
+        , m_firstDepth(firstDepth)
+        , m_layout(layout)
+    {
+    }
+
+    void layOut(Tree::Position folder, const Rect& rect)
+    {
+        enter(folder, rect);
+        while (!m_levels.empty()) {
+            Level& level = m_levels.back();
+            if (level.next < level.rowEnd || startRow(level)) {
+                placeRow(level);
+            } else {
+                m_items.resize(level.begin);
+                m_levels.pop_back();
+            }
+        }
+    }
+
+private:
+    void enter(Tree::Position folder, const Rect& rect)
+    {
+        const std::size_t begin = m_items.size();
+        m_levels.push_back({.begin = begin, .free = rect, .next = begin, .rowEnd = begin});
+        if (rect.width > 0 && rect.height > 0) {
+            measureChildren(folder, rect);
+        }
+    }
+
+    /// Adds the children that get a share of the rectangle, with their areas.
+    void measureChildren(Tree::Position folder, const Rect& rect)
+    {
+        const std::size_t begin = m_items.size();
+        const Tree::Position end = m_tree.endOf(folder);
+        std::int64_t total = 0;
+        for (Tree::Position child = folder + 1; child < end; child = m_tree.endOf(child)) {
+            if (const std::int64_t size = m_tree.sizeOf(child); size > 0) {
+                total = checkedAdd(total, size);
+                m_items.push_back({child, static_cast<double>(size)});
+            }
+        }
+        for (LayoutItem& item : std::span(m_items).subspan(begin)) {
+            const double size = item.area;
+            item.area = rect.width * rect.height * size / static_cast<double>(total);
+        }
+    }
+
+    /// Takes a column from the left of a free rectangle that is wide, a strip from the top of one that is tall.
+    bool startRow(Level& level) const
+    {
+        Rect& free = level.free;
+        const double side = free.height < free.width ? free.height : free.width;
+        if (level.next == m_items.size() || side <= 0) {
+            return false;
+        }
+        const Row row = nextRow(std::span(m_items).subspan(level.next), side);
+        level.rowEnd = level.next + row.length;
+        level.isColumn = free.height <= free.width;
+        level.thickness = row.sum / (level.isColumn ? free.height : free.width);
+        level.x = free.x;
+        level.y = free.y;
+        level.offset = 0;
+        (level.isColumn ? free.x : free.y) += level.thickness;
+        (level.isColumn ? free.width : free.height) -= level.thickness;
+        return true;
+    }
+
+    /// Up to the end of the row or a folder whose children come first, on a level of their own.
+    void placeRow(Level& level)
+    {
+        const std::size_t depth = m_levels.size() - 1;
+        const bool mayNest = m_firstDepth + static_cast<std::int64_t>(depth) < m_maxDepth;
+        while (level.next < level.rowEnd) {
+            const LayoutItem item = m_items[level.next++];
+            const double length = item.area / level.thickness;
+            const Rect rect = level.isColumn ? Rect{level.x, level.y + level.offset, level.thickness, length}
+                                             : Rect{level.x + level.offset, level.y, length, level.thickness};
+            level.offset += length;
+            m_layout.add(item.node, rect, depth);
+            const Rect room = insetByMargin(rect);
+            if (mayNest && isWorthFilling(room) && m_tree.isDirectory(item.node)) {
+                enter(item.node, room);
+                return;
+            }
+        }
+    }
+
+    const Tree& m_tree;
+    const std::int64_t m_maxDepth;
+    const std::int64_t m_firstDepth;
+    TreemapLayout& m_layout;
+    std::vector<LayoutItem> m_items;
+    std::vector<Level> m_levels;
+};
+
 } // namespace
+
+void layOut(const FileNode& node, const Rect& rect, TreemapLayout& layout, std::int64_t maxDepth,
+            std::int64_t currentDepth)
+{
+    layout.restart(node);
+    Run(node.tree(), maxDepth, currentDepth, layout).layOut(node.position(), rect);
+}
 
 std::vector<TreemapRect> computeLayout(const FileNode& node, const Rect& rect, std::int64_t maxDepth,
                                        std::int64_t currentDepth)
 {
-    const Tree& tree = node.tree();
+    TreemapLayout layout;
+    layOut(node, rect, layout, maxDepth, currentDepth);
     std::vector<TreemapRect> result;
-    std::vector<Level> levels;
-    levels.emplace_back(tree, node.position(), rect, currentDepth);
-    result.reserve(levels.back().size());
-    while (!levels.empty()) {
-        const std::optional<PlottedItem> item = levels.back().placeNext();
-        if (!item) {
-            levels.pop_back();
-            continue;
-        }
-        const std::int64_t depth = levels.back().depth();
-        result.push_back({FileNode::at(tree, item->node), item->rect, tree.categoryOf(item->node).color(), depth});
-        const Rect room = insetByMargin(item->rect);
-        if (tree.isDirectory(item->node) && depth < maxDepth && isWorthFilling(room)) {
-            levels.emplace_back(tree, item->node, room, depth + 1);
-        }
+    result.reserve(layout.size());
+    for (std::size_t index = 0; index < layout.size(); ++index) {
+        result.push_back(layout[index]);
+        result.back().depth += currentDepth;
     }
     return result;
 }

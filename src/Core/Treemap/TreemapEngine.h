@@ -2,6 +2,7 @@
 
 #include "Core/Models/FileNode.h"
 #include "Core/Models/TreemapRect.h"
+#include "Core/Treemap/TreemapLayout.h"
 #include "Utilities/Rect.h"
 
 #include <cstdint>
@@ -22,5 +23,9 @@ namespace morlaine::TreemapEngine {
 /// Takes time in proportion to the children that are laid out, whatever their sizes. Does not recurse.
 [[nodiscard]] std::vector<TreemapRect> computeLayout(const FileNode& node, const Rect& rect, std::int64_t maxDepth = 4,
                                                      std::int64_t currentDepth = 0);
+
+/// The same into a layout, whose memory is used again. Depths in it begin at 0.
+void layOut(const FileNode& node, const Rect& rect, TreemapLayout& layout, std::int64_t maxDepth = 4,
+            std::int64_t currentDepth = 0);
 
 } // namespace morlaine::TreemapEngine

@@ -9,7 +9,10 @@
 #include <QAccessibleWidget>
 #include <QWindow>
 
+#include <algorithm>
+#include <cstdint>
 #include <unordered_map>
+#include <vector>
 
 namespace morlaine::TreemapAccessibility {
 
@@ -92,7 +95,7 @@ public:
     }
 
 private:
-    const TreemapRect& item() const { return m_canvas.rects()[m_position]; }
+    TreemapRect item() const { return m_canvas.layout()[m_position]; }
 
     TreemapCanvas& m_canvas;
     const int m_layoutNumber;
@@ -105,21 +108,6 @@ void announceLayout(TreemapCanvas& canvas)
     QAccessible::updateAccessibility(&event);
 }
 
-void announceSelection(TreemapCanvas& canvas)
-{
-    const std::optional<std::size_t> selected = canvas.selectedPosition();
-    if (!selected) {
-        return;
-    }
-    for (const QAccessible::Event kind : {QAccessible::Selection, QAccessible::Focus}) {
-        if (kind != QAccessible::Focus || canvas.hasFocus()) {
-            QAccessibleEvent event(&canvas, kind);
-            event.setChild(static_cast<int>(*selected));
-            QAccessible::updateAccessibility(&event);
-        }
-    }
-}
-
 /// Tells assistive programs what the canvas reports. Qt makes it when the first of them asks for the canvas.
 class List final : public QAccessibleWidget {
 public:
@@ -128,8 +116,8 @@ public:
         , m_canvas(canvas)
         , m_layoutShown(
               QObject::connect(&canvas, &TreemapCanvas::layoutShown, &canvas, [&canvas] { announceLayout(canvas); }))
-        , m_selectionMoved(QObject::connect(&canvas, &TreemapCanvas::selectionMoved, &canvas,
-                                            [&canvas] { announceSelection(canvas); }))
+        , m_selectionMoved(
+              QObject::connect(&canvas, &TreemapCanvas::selectionMoved, &canvas, [this] { announceSelection(); }))
     {
     }
     ~List() override
@@ -141,7 +129,7 @@ public:
     List(const List&) = delete;
     List& operator=(const List&) = delete;
 
-    int childCount() const override { return static_cast<int>(m_canvas.rects().size()); }
+    int childCount() const override { return static_cast<int>(offered().size()); }
 
     /// The toolkit owns what it is given here and hands it out by its number.
     QAccessibleInterface* child(int index) const override
@@ -149,41 +137,78 @@ public:
         if (index < 0 || index >= childCount()) {
             return nullptr;
         }
-        forgetItemsOfFormerLayout();
         const auto [known, isNew] = m_items.try_emplace(index);
         if (isNew) {
-            known->second =
-                QAccessible::registerAccessibleInterface(new Item(m_canvas, static_cast<std::size_t>(index)));
+            known->second = QAccessible::registerAccessibleInterface(
+                new Item(m_canvas, offered()[static_cast<std::size_t>(index)]));
         }
         return QAccessible::accessibleInterface(known->second);
     }
 
     QAccessibleInterface* childAt(int x, int y) const override
     {
-        const auto position = TreemapDecisions::hitTest(m_canvas.rects(), m_canvas.mapFromGlobal(QPoint(x, y)));
-        return position ? child(static_cast<int>(*position)) : nullptr;
+        const QPoint point = m_canvas.mapFromGlobal(QPoint(x, y));
+        return childFor(m_canvas.layout().hitTest(point.x(), point.y()));
     }
 
     int indexOfChild(const QAccessibleInterface* child) const override
     {
         const auto* const item = dynamic_cast<const Item*>(child);
-        return item != nullptr && item->isValid() ? static_cast<int>(item->position()) : -1;
+        return item != nullptr && item->isValid() ? indexFor(item->position()) : -1;
     }
 
     QAccessibleInterface* focusChild() const override
     {
-        const std::optional<std::size_t> selected = m_canvas.selectedPosition();
-        return m_canvas.hasFocus() && selected ? child(static_cast<int>(*selected)) : nullptr;
+        return m_canvas.hasFocus() ? childFor(m_canvas.selectedPosition()) : nullptr;
+    }
+
+    /// The number of the child that stands for a rectangle of the layout; -1 if none does.
+    int indexFor(std::optional<std::size_t> position) const
+    {
+        if (!position || !isOffered(*position)) {
+            return -1;
+        }
+        return static_cast<int>(std::ranges::lower_bound(offered(), *position) - offered().begin());
     }
 
 private:
-    void forgetItemsOfFormerLayout() const
+    bool isOffered(std::size_t position) const
+    {
+        return TreemapDecisions::isLargeEnoughToPointAt(m_canvas.layout().items()[position].rect);
+    }
+
+    void announceSelection() const
+    {
+        const int selected = indexFor(m_canvas.selectedPosition());
+        if (selected < 0) {
+            return;
+        }
+        for (const QAccessible::Event kind : {QAccessible::Selection, QAccessible::Focus}) {
+            if (kind != QAccessible::Focus || m_canvas.hasFocus()) {
+                QAccessibleEvent event(&m_canvas, kind);
+                event.setChild(selected);
+                QAccessible::updateAccessibility(&event);
+            }
+        }
+    }
+
+    /// The positions of the rectangles that somebody could point at, gathered when first asked for.
+    const std::vector<std::uint32_t>& offered() const
     {
         if (m_layoutNumber != m_canvas.layoutNumber()) {
             forgetItems();
+            m_offered.clear();
+            for (std::size_t position = 0; position < m_canvas.layout().size(); ++position) {
+                if (isOffered(position)) {
+                    m_offered.push_back(static_cast<std::uint32_t>(position));
+                }
+            }
             m_layoutNumber = m_canvas.layoutNumber();
         }
+        return m_offered;
     }
+
+    QAccessibleInterface* childFor(std::optional<std::size_t> position) const { return child(indexFor(position)); }
 
     void forgetItems() const
     {
@@ -197,7 +222,8 @@ private:
     const QMetaObject::Connection m_layoutShown;
     const QMetaObject::Connection m_selectionMoved;
     mutable std::unordered_map<int, QAccessible::Id> m_items;
-    mutable int m_layoutNumber = 0;
+    mutable std::vector<std::uint32_t> m_offered;
+    mutable int m_layoutNumber = -1;
 };
 
 QAccessibleInterface* make(const QString& /*className*/, QObject* object)

@@ -25,7 +25,7 @@ TreemapCanvas::TreemapCanvas(QWidget* parent) : QWidget(parent)
 
 TreemapCanvas::~TreemapCanvas() = default;
 
-void TreemapCanvas::showLayout(TreemapLayout layout, const QString& text)
+void TreemapCanvas::showLayout(std::shared_ptr<const TreemapLayout> layout, const QString& text)
 {
     m_layout = std::move(layout);
     ++m_layoutNumber;
@@ -65,7 +65,7 @@ void TreemapCanvas::setHoverMark(const std::optional<Rect>& rect)
 
 std::optional<Rect> TreemapCanvas::selectionMark() const
 {
-    return m_selectedPosition ? std::optional(rects()[*m_selectedPosition].rect) : std::nullopt;
+    return m_selectedPosition ? std::optional(m_layout->items()[*m_selectedPosition].rect) : std::nullopt;
 }
 
 void TreemapCanvas::updateMark(const std::optional<Rect>& rect)
@@ -85,7 +85,7 @@ const QPixmap& TreemapCanvas::base()
 {
     if (m_base.isNull() || m_base.devicePixelRatio() != devicePixelRatioF()) {
         m_base = TreemapPainter::paintBase(
-            {rects(), m_highlightIDs, TreemapPainter::ground(palette()), size(), devicePixelRatioF()});
+            {m_layout, m_highlightIDs, TreemapPainter::ground(palette()), size(), devicePixelRatioF()});
         ++m_basePaintCount;
     }
     return m_base;
@@ -116,7 +116,7 @@ void TreemapCanvas::resizeEvent(QResizeEvent* /*event*/)
 void TreemapCanvas::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    if (rects().empty()) {
+    if (m_layout->empty()) {
         paintText(painter);
     } else {
         painter.drawPixmap(QPointF(), base());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Core/Models/TreemapRect.h"
+#include "Core/Treemap/TreemapLayout.h"
 #include "Services/Search/SearchResults.h"
 
 #include <QPixmap>
@@ -10,12 +10,8 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <vector>
 
 namespace morlaine {
-
-/// A layout in the engine's order. Whoever shows it holds it together with all others.
-using TreemapLayout = std::shared_ptr<const std::vector<TreemapRect>>;
 
 /// Shows a layout, with one rectangle selected and one under the pointer, and tells what the user does to it. It
 /// decides nothing. The rectangles are painted once into a picture that is kept; moving a mark repaints only where it
@@ -30,8 +26,8 @@ public:
     ~TreemapCanvas() override;
 
     /// `text` stands in the middle while the layout is empty.
-    void showLayout(TreemapLayout layout, const QString& text);
-    [[nodiscard]] const std::vector<TreemapRect>& rects() const { return *m_layout; }
+    void showLayout(std::shared_ptr<const TreemapLayout> layout, const QString& text);
+    [[nodiscard]] const TreemapLayout& layout() const { return *m_layout; }
 
     /// What is shown instead while there are no rectangles.
     [[nodiscard]] const QString& text() const { return m_text; }
@@ -96,7 +92,7 @@ private:
     void paintMarks(QPainter& painter) const;
     void paintFocus(QPainter& painter) const;
 
-    TreemapLayout m_layout = std::make_shared<const std::vector<TreemapRect>>();
+    std::shared_ptr<const TreemapLayout> m_layout = std::make_shared<const TreemapLayout>();
     int m_layoutNumber = 0;
     QString m_text;
     NodeIDSet m_highlightIDs;

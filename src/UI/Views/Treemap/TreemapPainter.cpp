@@ -1,19 +1,25 @@
 #include "UI/Views/Treemap/TreemapPainter.h"
 
+#include "Platform/Background.h"
 #include "UI/Styles/Contrast.h"
 #include "UI/Styles/Conversions.h"
 #include "UI/Styles/TextStyles.h"
 #include "UI/Styles/Theme.h"
-#include "UI/Views/Treemap/RectangleFiller.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"
+#include "UI/Views/Treemap/TreemapTile.h"
 #include "Utilities/ShownText.h"
 
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
+#include <thread>
 #include <vector>
 
 namespace morlaine::TreemapPainter {
@@ -45,19 +51,246 @@ private:
     QColor m_color;
 };
 
-void paintRects(QImage& image, const Scene& scene, const std::vector<std::uint32_t>& order)
-{
-    RectangleFiller filler(image, scene.devicePixelRatio);
-    for (const std::uint32_t position : order) {
-        const TreemapRect& item = scene.rects[position];
-        if (item.node.isDirectory()) {
-            const auto [opacity, width] = Decide::folderOutline(item.depth);
-            filler.stroke(item.rect, Qt::white, opacity, width);
-        } else {
-            filler.fill(item.rect, toQColor(item.color), Decide::fileFillOpacity(scene.highlightIDs, item.node));
-            filler.stroke(item.rect, Qt::black, Decide::fileOutline.opacity, Decide::fileOutline.width);
+using Style = TreemapTile::Style;
+
+/// How each kind of rectangle is painted, made once for a picture.
+class Styles {
+public:
+    Styles()
+    {
+        for (const FileCategory category : FileCategory::allCases) {
+            const TreemapTile::Pixel color = TreemapTile::pixelOf(toQColor(category.color()).rgb());
+            for (const bool isDimmed : {false, true}) {
+                m_files[isDimmed][static_cast<std::size_t>(FileCategory::Case(category))] = {
+                    color, static_cast<float>(Decide::fileFillOpacity(isDimmed)),
+                    static_cast<float>(Decide::fileOutline.opacity), Decide::fileOutline.width};
+            }
+        }
+        for (std::size_t depth = 0; depth < m_folders.size(); ++depth) {
+            const auto [opacity, width] = Decide::folderOutline(static_cast<std::int64_t>(depth));
+            m_folders[depth].color = TreemapTile::pixelOf(QColor(Qt::white).rgb());
+            m_folders[depth].lineOpacity = static_cast<float>(opacity);
+            m_folders[depth].lineWidth = width;
         }
     }
+
+    [[nodiscard]] const Style& file(std::size_t category, bool isDimmed) const { return m_files[isDimmed][category]; }
+    [[nodiscard]] const Style& folder(std::size_t depth) const
+    {
+        return m_folders[std::min(depth, m_folders.size() - 1)];
+    }
+
+private:
+    std::array<std::array<Style, 16>, 2> m_files;
+    std::array<Style, 8> m_folders; // deeper outlines look like the last one
+};
+
+bool isTouched(const TreemapLayout::Bounds& area, const Rect& rect)
+{
+    return rect.x < area.right && rect.y < area.bottom && rect.x + rect.width > area.left &&
+           rect.y + rect.height > area.top;
+}
+
+bool isTouched(const TreemapLayout::Bounds& area, const TreemapLayout::Bounds& block)
+{
+    return block.left < area.right && block.top < area.bottom && block.right > area.left && block.bottom > area.top;
+}
+
+/// The rectangles in a part of the picture, each over those before it.
+class TilePainter {
+public:
+    /// `isDimmed` tells of each rectangle whether a search has left it out; empty where none is on.
+    TilePainter(const Scene& scene, const std::vector<bool>& isDimmed)
+        : m_scene(scene)
+        , m_isDimmed(isDimmed)
+        , m_tile(scene.devicePixelRatio)
+    {
+    }
+
+    void paint(const QRect& pixels, uchar* bits, qsizetype bytesPerLine)
+    {
+        m_tile.restart(pixels, m_scene.ground.rgb());
+        // A folder's margin keeps what lies in it more than a point away from all outlines around. Where pixels are no
+        // larger, none of them shows both, and the layout's own order gives the same picture as that of the depths.
+        if (m_scene.devicePixelRatio >= 1) {
+            paintRects(pixels, [](const TreemapLayout::Item&) { return true; });
+        } else {
+            std::uint32_t deepest = 0;
+            for (const TreemapLayout::Item& item : m_scene.layout->items()) {
+                deepest = std::max<std::uint32_t>(deepest, item.depth);
+            }
+            for (std::uint32_t depth = 0; depth <= deepest; ++depth) {
+                paintRects(pixels, [depth](const TreemapLayout::Item& item) { return item.depth == depth; });
+            }
+        }
+        m_tile.copyTo(bits, bytesPerLine);
+    }
+
+private:
+    template <typename Predicate>
+    void paintRects(const QRect& pixels, Predicate isWanted)
+    {
+        constexpr double reach = 1; // points that the widest outline goes beyond an edge
+        const double scale = m_scene.devicePixelRatio;
+        const TreemapLayout::Bounds area{pixels.left() / scale - reach, pixels.top() / scale - reach,
+                                         (pixels.right() + 1) / scale + reach, (pixels.bottom() + 1) / scale + reach};
+        const TreemapLayout& layout = *m_scene.layout;
+        for (std::size_t block = 0; block < layout.blocks().size(); ++block) {
+            if (!isTouched(area, layout.blocks()[block])) {
+                continue;
+            }
+            for (const TreemapLayout::Item& item : layout.itemsOfBlock(block)) {
+                if (isTouched(area, item.rect) && isWanted(item)) {
+                    m_tile.paint(item.rect, styleOf(item));
+                }
+            }
+        }
+    }
+
+    [[nodiscard]] const Style& styleOf(const TreemapLayout::Item& item) const
+    {
+        if (item.isFolder != 0) {
+            return m_styles.folder(item.depth);
+        }
+        const auto index = static_cast<std::size_t>(&item - m_scene.layout->items().data());
+        return m_styles.file(item.category, !m_isDimmed.empty() && m_isDimmed[index]);
+    }
+
+    const Scene& m_scene;
+    const std::vector<bool>& m_isDimmed;
+    const Styles m_styles;
+    TreemapTile m_tile;
+};
+
+std::vector<bool> dimmedIn(const Scene& scene)
+{
+    std::vector<bool> isDimmed;
+    if (!scene.highlightIDs.empty()) {
+        isDimmed.reserve(scene.layout->size());
+        for (const TreemapLayout::Item& item : scene.layout->items()) {
+            isDimmed.push_back(!scene.highlightIDs.contains(FileNode::at(scene.layout->tree(), item.node)));
+        }
+    }
+    return isDimmed;
+}
+
+/// The tiles of a picture, shared among threads: each takes the next one.
+class Tiles {
+public:
+    explicit Tiles(const Scene& scene)
+        : m_scene(scene)
+        , m_reading(scene.layout)
+        , m_isDimmed(dimmedIn(scene))
+        , m_slots(static_cast<std::size_t>(columns() * rows()))
+    {
+    }
+
+    /// Paints what others leave, and what they have not finished then: never waits for them.
+    [[nodiscard]] QImage paint()
+    {
+        const QSize size = pixelsOf(m_scene);
+        QImage image(size, QImage::Format_RGB32);
+        TilePainter painter(m_scene, m_isDimmed);
+        std::vector<bool> isPainted(m_slots.size());
+        const auto paintTile = [&](std::size_t tile) {
+            painter.paint(rectOf(tile), bitsOf(image, rectOf(tile)), image.bytesPerLine());
+            isPainted[tile] = true;
+        };
+        while (const std::optional<std::size_t> tile = takeNext()) {
+            paintTile(*tile);
+        }
+        for (std::size_t tile = 0; tile < m_slots.size(); ++tile) {
+            if (isPainted[tile]) {
+                continue;
+            }
+            if (m_slots[tile].isFinished.load(std::memory_order_acquire)) {
+                copy(tile, image);
+            } else {
+                paintTile(tile);
+            }
+        }
+        return image;
+    }
+
+    /// The same on another thread, for `paint` to use what is finished in time.
+    void help()
+    {
+        TilePainter painter(m_scene, m_isDimmed);
+        while (const std::optional<std::size_t> tile = takeNext()) {
+            const QRect rect = rectOf(*tile);
+            Slot& slot = m_slots[*tile];
+            slot.pixels.resize(static_cast<std::size_t>(rect.width() * rect.height()));
+            painter.paint(rect, reinterpret_cast<uchar*>(slot.pixels.data()), bytesPerLine(rect));
+            slot.isFinished.store(true, std::memory_order_release);
+        }
+    }
+
+private:
+    /// What a helper has painted.
+    struct Slot {
+        std::vector<QRgb> pixels;
+        std::atomic<bool> isFinished{false};
+    };
+
+    static QSize pixelsOf(const Scene& scene)
+    {
+        const QSizeF size = QSizeF(scene.size) * scene.devicePixelRatio;
+        return {static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height()))};
+    }
+
+    static qsizetype bytesPerLine(const QRect& tile) { return tile.width() * static_cast<qsizetype>(sizeof(QRgb)); }
+
+    static uchar* bitsOf(QImage& image, const QRect& tile)
+    {
+        return image.bits() + tile.top() * image.bytesPerLine() + tile.left() * static_cast<qsizetype>(sizeof(QRgb));
+    }
+
+    [[nodiscard]] int columns() const
+    {
+        return (pixelsOf(m_scene).width() + TreemapTile::side - 1) / TreemapTile::side;
+    }
+    [[nodiscard]] int rows() const { return (pixelsOf(m_scene).height() + TreemapTile::side - 1) / TreemapTile::side; }
+
+    [[nodiscard]] QRect rectOf(std::size_t tile) const
+    {
+        const int column = static_cast<int>(tile) % columns();
+        const int row = static_cast<int>(tile) / columns();
+        constexpr int side = TreemapTile::side;
+        return QRect(column * side, row * side, side, side) & QRect({}, pixelsOf(m_scene));
+    }
+
+    [[nodiscard]] std::optional<std::size_t> takeNext()
+    {
+        const std::size_t tile = m_next.fetch_add(1, std::memory_order_relaxed);
+        return tile < m_slots.size() ? std::optional(tile) : std::nullopt;
+    }
+
+    void copy(std::size_t tile, QImage& image) const
+    {
+        const QRect rect = rectOf(tile);
+        const QRgb* from = m_slots[tile].pixels.data();
+        uchar* to = bitsOf(image, rect);
+        for (int y = 0; y < rect.height(); ++y) {
+            std::memcpy(to, from, static_cast<std::size_t>(bytesPerLine(rect)));
+            from += rect.width();
+            to += image.bytesPerLine();
+        }
+    }
+
+    const Scene m_scene;
+    const TreemapLayout::Reading m_reading;
+    const std::vector<bool> m_isDimmed;
+    std::vector<Slot> m_slots;
+    std::atomic<std::size_t> m_next{0};
+};
+
+/// Starting a thread costs as much as painting a thousand rectangles.
+unsigned helpersFor(const Scene& scene)
+{
+    constexpr std::size_t fewRectangles = 20'000;
+    constexpr unsigned most = 3;
+    const unsigned processors = std::max(std::thread::hardware_concurrency(), 1U);
+    return scene.layout->size() < fewRectangles ? 0 : std::min(processors - 1, most);
 }
 
 /// After all rectangles: none is painted over the labels of another.
@@ -67,13 +300,20 @@ void paintLabels(QImage& image, const Scene& scene)
     const LabelStyle sizeStyle(9, QFont::Normal, Decide::sizeOpacity);
     QPainter painter(&image);
     painter.setLayoutDirection(Qt::LeftToRight); // as elsewhere in the window, also for a name that begins otherwise
-    for (const TreemapRect& item : scene.rects) {
-        const std::optional<Decide::Labels> labels = Decide::labelsIn(item.rect);
-        if (labels && !item.node.isDirectory()) {
-            painter.setClipRect(labels->frame);
-            nameStyle.paint(painter, labels->name, shownText(item.node.name()), labels->frame.width());
-            sizeStyle.paint(painter, labels->size, QString::fromStdString(item.node.formattedSize()),
-                            labels->frame.width());
+    for (std::size_t block = 0; block < scene.layout->blocks().size(); ++block) {
+        const TreemapLayout::Bounds& bounds = scene.layout->blocks()[block];
+        if (!Decide::labelsIn({bounds.left, bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top})) {
+            continue;
+        }
+        for (const TreemapLayout::Item& item : scene.layout->itemsOfBlock(block)) {
+            const std::optional<Decide::Labels> labels = Decide::labelsIn(item.rect);
+            if (labels && item.isFolder == 0) {
+                const FileNode node = FileNode::at(scene.layout->tree(), item.node);
+                painter.setClipRect(labels->frame);
+                nameStyle.paint(painter, labels->name, shownText(node.name()), labels->frame.width());
+                sizeStyle.paint(painter, labels->size, QString::fromStdString(node.formattedSize()),
+                                labels->frame.width());
+            }
         }
     }
 }
@@ -93,14 +333,20 @@ void paintMark(QPainter& painter, const Rect& rect, const QColor& color, double 
 
 } // namespace
 
+QImage paintRects(const Scene& scene)
+{
+    const auto tiles = std::make_shared<Tiles>(scene);
+    for (unsigned helper = helpersFor(scene); helper > 0; --helper) {
+        (void)Background::start("paint", Background::Priority::userInitiated, [tiles] { tiles->help(); });
+    }
+    QImage image = tiles->paint();
+    image.setDevicePixelRatio(scene.devicePixelRatio);
+    return image;
+}
+
 QPixmap paintBase(const Scene& scene)
 {
-    const QSizeF pixels = QSizeF(scene.size) * scene.devicePixelRatio;
-    QImage image(static_cast<int>(std::ceil(pixels.width())), static_cast<int>(std::ceil(pixels.height())),
-                 QImage::Format_RGB32);
-    image.fill(scene.ground);
-    paintRects(image, scene, Decide::paintingOrder(scene.rects));
-    image.setDevicePixelRatio(scene.devicePixelRatio);
+    QImage image = paintRects(scene);
     paintLabels(image, scene);
     return QPixmap::fromImage(std::move(image));
 }

@@ -1,15 +1,16 @@
 #pragma once
 
-#include "Core/Models/TreemapRect.h"
+#include "Core/Treemap/TreemapLayout.h"
 #include "Services/Search/SearchResults.h"
 
 #include <QColor>
+#include <QImage>
 #include <QPalette>
 #include <QPixmap>
 #include <QRect>
 #include <QSize>
 
-#include <span>
+#include <memory>
 
 class QPainter;
 
@@ -18,14 +19,17 @@ namespace morlaine::TreemapPainter {
 
 /// What the base picture depends on, besides the application's font.
 struct Scene {
-    std::span<const TreemapRect> rects;
+    std::shared_ptr<const TreemapLayout> layout;
     NodeIDSet highlightIDs;
     QColor ground; // behind the rectangles
     QSize size;    // points
     double devicePixelRatio = 1;
 };
 
-/// All rectangles with their labels, without selection and pointer, at the resolution of the screen.
+/// All rectangles, without labels: deeper ones over those around them.
+[[nodiscard]] QImage paintRects(const Scene& scene);
+
+/// The same with labels, without selection and pointer, at the resolution of the screen.
 [[nodiscard]] QPixmap paintBase(const Scene& scene);
 
 /// Marks over the base picture.

@@ -39,7 +39,6 @@ TreemapView::TreemapView(MainViewModel& viewModel, QWidget* parent)
     , m_viewModel(viewModel)
     , m_header(new TreemapHeader(this))
     , m_canvas(makeCanvas(this))
-    , m_computedRects(std::make_shared<const std::vector<TreemapRect>>())
     , m_rootID(idOf(viewModel.activeRootNode()))
     , m_observer(viewModel, [this] { readModel(); })
 {
@@ -99,9 +98,9 @@ void TreemapView::readModel()
     }
     m_canvas->setHighlightIDs(m_viewModel.highlightIDs());
     m_header->setPath(m_viewModel.zoomStack());
-    const std::optional<Uuid> selectedID = idOf(m_viewModel.selectedNode());
-    if (selectedID != m_selectedID) {
-        m_selectedID = selectedID;
+    const std::optional<FileNode>& selected = m_viewModel.selectedNode();
+    if (idOf(selected) != idOf(m_selectedNode)) {
+        m_selectedNode = selected;
         showSelection();
         showHover();
         showInfo();
@@ -112,14 +111,14 @@ void TreemapView::recalculateLayout(const QSizeF& size)
 {
     const std::optional<FileNode> root = m_viewModel.activeRootNode();
     const bool isSameRoot = std::exchange(m_rootID, idOf(root)) == idOf(root);
-    TreemapLayout layout = m_computedRects;
     if (!root) {
-        layout = std::make_shared<const std::vector<TreemapRect>>();
+        m_computedRects = std::make_shared<TreemapLayout>();
     } else if (size.width() > sizeWithoutLayout && size.height() > sizeWithoutLayout) {
-        layout = std::make_shared<const std::vector<TreemapRect>>(
-            TreemapEngine::computeLayout(*root, {0, 0, size.width(), size.height()}, 4, 0));
+        if (m_computedRects->isBeingRead()) { // by a painter that comes too late to be of use
+            m_computedRects = std::make_shared<TreemapLayout>();
+        }
+        TreemapEngine::layOut(*root, {0, 0, size.width(), size.height()}, *m_computedRects, 4, 0);
     }
-    m_computedRects = std::move(layout);
     m_canvas->showLayout(m_computedRects, TreemapDecisions::textInsteadOfRects(root.has_value()));
     if (isSameRoot) {
         followHoveredRect();
@@ -133,7 +132,7 @@ void TreemapView::followHoveredRect()
     if (!m_hoveredRect) {
         return;
     }
-    const auto position = TreemapDecisions::positionOf(computedRects(), m_hoveredRect->id());
+    const auto position = computedRects().indexOf(m_hoveredRect->node);
     if (position) {
         m_hoveredRect = computedRects()[*position];
         showHover();
@@ -144,8 +143,8 @@ void TreemapView::followHoveredRect()
 
 std::optional<TreemapRect> TreemapView::rectAt(const QPointF& point) const
 {
-    const std::optional<std::size_t> position = TreemapDecisions::hitTest(computedRects(), point);
-    return position ? std::optional(computedRects()[*position]) : std::nullopt;
+    const std::optional<std::size_t> index = computedRects().hitTest(point.x(), point.y());
+    return index ? std::optional(computedRects()[*index]) : std::nullopt;
 }
 
 void TreemapView::updateHoveredRect()
@@ -165,14 +164,13 @@ void TreemapView::setHoveredRect(std::optional<TreemapRect> rect)
 
 void TreemapView::showSelection()
 {
-    m_canvas->setSelectedPosition(m_selectedID ? TreemapDecisions::positionOf(computedRects(), *m_selectedID)
-                                               : std::nullopt);
+    m_canvas->setSelectedPosition(m_selectedNode ? computedRects().indexOf(*m_selectedNode) : std::nullopt);
 }
 
 /// A rectangle that is selected and under the pointer is marked as selected alone.
 void TreemapView::showHover()
 {
-    const bool isShown = m_hoveredRect && m_hoveredRect->id() != m_selectedID;
+    const bool isShown = m_hoveredRect && m_hoveredRect->id() != idOf(m_selectedNode);
     m_canvas->setHoverMark(isShown ? std::optional(m_hoveredRect->rect) : std::nullopt);
 }
 

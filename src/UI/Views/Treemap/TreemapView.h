@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Models/TreemapRect.h"
+#include "Core/Treemap/TreemapLayout.h"
 #include "UI/Views/Treemap/TreemapCanvas.h"
 #include "Utilities/ChangeObserver.h"
 
@@ -9,8 +10,8 @@
 #include <QWidget>
 
 #include <cstddef>
+#include <memory>
 #include <optional>
-#include <vector>
 
 namespace morlaine {
 
@@ -28,7 +29,7 @@ public:
     ~TreemapView() override;
 
     /// The last layout, in the engine's order and the canvas's coordinates.
-    [[nodiscard]] const std::vector<TreemapRect>& computedRects() const { return *m_computedRects; }
+    [[nodiscard]] const TreemapLayout& computedRects() const { return *m_computedRects; }
 
     /// The rectangle that the pointer was found over. It stays when the layout changes, until the pointer moves.
     [[nodiscard]] const std::optional<TreemapRect>& hoveredRect() const { return m_hoveredRect; }
@@ -65,13 +66,13 @@ private:
     TreemapHeader* const m_header;
     TreemapCanvas* const m_canvas;
 
-    TreemapLayout m_computedRects;
+    std::shared_ptr<TreemapLayout> m_computedRects = std::make_shared<TreemapLayout>();
     std::optional<TreemapRect> m_hoveredRect;
     QPointF m_hoverPoint;
 
     // What was read of the model last.
     std::optional<Uuid> m_rootID;
-    std::optional<Uuid> m_selectedID;
+    std::optional<FileNode> m_selectedNode;
 
     ChangeObserver m_observer;
 };

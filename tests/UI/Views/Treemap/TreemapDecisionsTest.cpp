@@ -13,47 +13,16 @@ namespace Decide = TreemapDecisions;
 
 namespace {
 
-TreemapRect file(const char* name, const Rect& rect, std::int64_t depth = 0)
+TreemapRect file(const char* name)
 {
-    return {FileNode(FileUrl::fromPath("/f"), name, 1, false, FileCategory::other, std::nullopt), rect, {}, depth};
-}
-
-TreemapRect folder(const char* name, const Rect& rect, std::int64_t depth = 0)
-{
-    return {FileNode(FileUrl::fromPath("/d"), name, 1, true, FileCategory::other, std::nullopt), rect, {}, depth};
-}
-
-std::string nameAt(std::span<const TreemapRect> rects, const QPointF& point)
-{
-    const auto position = Decide::hitTest(rects, point);
-    return position ? std::string(rects[*position].node.name()) : "nothing";
+    return {FileNode(FileUrl::fromPath("/f"), name, 1, false, FileCategory::other, std::nullopt), {}, {}, 0};
 }
 
 } // namespace
 
-TEST(TreemapDecisionsTest, FindsTheFileElseTheOutermostFolder)
-{
-    const std::vector<TreemapRect> rects{
-        folder("outer", {0, 0, 100, 100}),      folder("inner", {3, 3, 94, 94}, 1),
-        folder("empty", {6, 6, 40, 88}, 2),     file("first", {46, 6, 48, 40}, 2),
-        file("second", {46, 46, 48, 48.25}, 2), file("overlapping", {46, 46, 48, 48}, 2),
-    };
-    const std::pair<QPointF, const char*> cases[] = {
-        {{1, 1}, "outer"},       {{4, 4}, "outer"},      {{20, 20}, "outer"},     {{50, 20}, "first"},
-        {{46, 6}, "first"},      {{50, 46}, "second"},   {{50, 45.999}, "first"}, {{94, 50}, "outer"},
-        {{93.99, 50}, "second"}, {{0, 0}, "outer"},      {{100, 50}, "nothing"},  {{50, 100}, "nothing"},
-        {{-0.1, 5}, "nothing"},  {{50, 94.25}, "outer"},
-    };
-    for (const auto& [point, name] : cases) {
-        EXPECT_EQ(nameAt(rects, point), name) << point.x() << ", " << point.y();
-    }
-    EXPECT_EQ(Decide::positionOf(rects, rects[3].id()), 3U);
-    EXPECT_EQ(Decide::positionOf(rects, Uuid::random()), std::nullopt);
-}
-
 TEST(TreemapDecisionsTest, TellsAboutTheNodeUnderThePointerElseTheSelectedOne)
 {
-    TreemapRect hovered = file("hovered name", {});
+    TreemapRect hovered = file("hovered name");
     hovered.color = {0.25, 0.5, 0.75};
     const FileNode selected(FileUrl::fromPath("/s"), "selected.mp3", 2'000, false, FileCategory::audio, std::nullopt);
 

@@ -1,0 +1,156 @@
+#pragma once
+
+#include "Core/Models/FileNode.h"
+#include "Core/Models/TreemapRect.h"
+#include "Utilities/GrowingArray.h"
+#include "Utilities/Rect.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <span>
+#include <utility>
+
+namespace morlaine {
+
+/// The rectangles of a treemap, folders before what lies in them, in little memory, which the next layout uses again.
+/// To its readers a range of TreemapRect, each made when asked for. Keeps the tree that was laid out. Different threads
+/// may read it at once.
+class TreemapLayout {
+public:
+    struct Item {
+        Rect rect;
+        Tree::Position node;
+        std::uint32_t isFolder : 1 = 0;
+        std::uint32_t category : 4 = 0; // a FileCategory::Case
+        std::uint32_t depth : 27 = 0;   // 0 for the children of the folder that was laid out
+    };
+
+    /// The edges of what encloses some rectangles.
+    struct Bounds {
+        double left = std::numeric_limits<double>::infinity();
+        double top = std::numeric_limits<double>::infinity();
+        double right = -std::numeric_limits<double>::infinity();
+        double bottom = -std::numeric_limits<double>::infinity();
+    };
+
+    /// Neighbours in the layout lie close to each other, so that most blocks need no look at their items.
+    static constexpr std::size_t blockSize = 64;
+
+    class Iterator;
+
+    /// Keeps a layout as it is for another thread, from construction to destruction.
+    class Reading;
+
+    TreemapLayout() = default;
+
+    /// Begins a layout of other nodes of the tree of `folder`.
+    void restart(const FileNode& folder);
+    void clear();
+
+    /// Whether a `Reading` is left, so that nothing may be changed.
+    [[nodiscard]] bool isBeingRead() const noexcept { return m_readings.load(std::memory_order_acquire) != 0; }
+
+    void add(Tree::Position node, const Rect& rect, std::size_t depth);
+
+    [[nodiscard]] std::size_t size() const noexcept { return m_items.size(); }
+    [[nodiscard]] bool empty() const noexcept { return m_items.empty(); }
+    [[nodiscard]] TreemapRect operator[](std::size_t index) const;
+    [[nodiscard]] Iterator begin() const noexcept;
+    [[nodiscard]] Iterator end() const noexcept;
+
+    [[nodiscard]] std::span<const Item> items() const noexcept { return {m_items.begin(), m_items.end()}; }
+
+    /// What encloses the first `blockSize` items, the next ones, and so on.
+    [[nodiscard]] std::span<const Bounds> blocks() const noexcept { return {m_blocks.begin(), m_blocks.end()}; }
+    [[nodiscard]] std::span<const Item> itemsOfBlock(std::size_t block) const noexcept;
+
+    /// The tree that all nodes are in. Only while there are rectangles.
+    [[nodiscard]] const Tree& tree() const noexcept { return m_folder->tree(); }
+
+    /// The index of the first file at a point, else of the first folder there, which is the outermost one. Left and top
+    /// edges belong to a rectangle, right and bottom edges do not.
+    [[nodiscard]] std::optional<std::size_t> hitTest(double x, double y) const noexcept;
+
+    /// The index of the first rectangle whose node has the id of `node`.
+    [[nodiscard]] std::optional<std::size_t> indexOf(const FileNode& node) const noexcept;
+
+private:
+    std::optional<FileNode> m_folder;
+    GrowingArray<Item> m_items;
+    GrowingArray<Bounds> m_blocks;
+    mutable std::atomic<int> m_readings{0};
+};
+
+class TreemapLayout::Reading {
+public:
+    explicit Reading(std::shared_ptr<const TreemapLayout> layout) : m_layout(std::move(layout))
+    {
+        m_layout->m_readings.fetch_add(1, std::memory_order_relaxed);
+    }
+    ~Reading() { m_layout->m_readings.fetch_sub(1, std::memory_order_release); }
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+
+private:
+    std::shared_ptr<const TreemapLayout> m_layout;
+};
+
+class TreemapLayout::Iterator {
+public:
+    using iterator_concept = std::forward_iterator_tag;
+    using iterator_category = std::input_iterator_tag;
+    using value_type = TreemapRect;
+    using difference_type = std::ptrdiff_t;
+
+    Iterator() = default;
+    Iterator(const TreemapLayout& layout, std::size_t index) : m_layout(&layout), m_index(index) {}
+
+    [[nodiscard]] TreemapRect operator*() const { return (*m_layout)[m_index]; }
+    Iterator& operator++() noexcept
+    {
+        ++m_index;
+        return *this;
+    }
+    Iterator operator++(int) noexcept { return {*m_layout, m_index++}; }
+
+    friend bool operator==(const Iterator&, const Iterator&) = default;
+
+private:
+    const TreemapLayout* m_layout = nullptr;
+    std::size_t m_index = 0;
+};
+
+inline TreemapLayout::Iterator TreemapLayout::begin() const noexcept
+{
+    return {*this, 0};
+}
+
+inline TreemapLayout::Iterator TreemapLayout::end() const noexcept
+{
+    return {*this, size()};
+}
+
+inline void TreemapLayout::add(Tree::Position node, const Rect& rect, std::size_t depth)
+{
+    if (m_items.size() % blockSize == 0) {
+        m_blocks.push_back({});
+    }
+    Bounds& bounds = m_blocks.back();
+    bounds.left = std::min(bounds.left, rect.x);
+    bounds.top = std::min(bounds.top, rect.y);
+    bounds.right = std::max(bounds.right, rect.x + rect.width);
+    bounds.bottom = std::max(bounds.bottom, rect.y + rect.height);
+    Item item{.rect = rect, .node = node};
+    item.isFolder = tree().isDirectory(node);
+    item.category = tree().categoryOf(node) & 0xFU;
+    item.depth = depth & 0x7FFFFFFU;
+    m_items.push_back(item);
+}
+
+} // namespace morlaine

@@ -1,0 +1,76 @@
+#include "Core/Treemap/TreemapLayout.h"
+
+#include "Support/TreeText.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <utility>
+
+namespace morlaine {
+namespace {
+
+TEST(TreemapLayout, FindsTheFileElseTheOutermostFolder)
+{
+    const FileNode root =
+        test::treeFromText("root/\n  outer/\n    inner/\n      empty/\n      first 1\n      second 1\n"
+                           "      overlapping 1\n");
+    TreemapLayout layout;
+    layout.restart(root);
+    layout.add(1, {0, 0, 100, 100}, 0);
+    layout.add(2, {3, 3, 94, 94}, 1);
+    layout.add(3, {6, 6, 40, 88}, 2);
+    layout.add(4, {46, 6, 48, 40}, 2);
+    layout.add(5, {46, 46, 48, 48.25}, 2);
+    layout.add(6, {46, 46, 48, 48}, 2);
+    const std::pair<std::pair<double, double>, const char*> cases[] = {
+        {{1, 1}, "outer"},       {{4, 4}, "outer"},      {{20, 20}, "outer"},     {{50, 20}, "first"},
+        {{46, 6}, "first"},      {{50, 46}, "second"},   {{50, 45.999}, "first"}, {{94, 50}, "outer"},
+        {{93.99, 50}, "second"}, {{0, 0}, "outer"},      {{100, 50}, "nothing"},  {{50, 100}, "nothing"},
+        {{-0.1, 5}, "nothing"},  {{50, 94.25}, "outer"},
+    };
+    for (const auto& [point, name] : cases) {
+        const auto index = layout.hitTest(point.first, point.second);
+        EXPECT_EQ(index ? layout[*index].node.name() : "nothing", name) << point.first << ", " << point.second;
+    }
+}
+
+/// As many rectangles as fill many blocks, in any place.
+TEST(TreemapLayout, FindsInEveryBlockWhatAPlainSearchFinds)
+{
+    std::string text = "root/\n";
+    for (int index = 0; index < 1'000; ++index) {
+        text += "  f" + std::to_string(index) + (index % 5 == 0 ? "/\n" : " 1\n");
+    }
+    const FileNode root = test::treeFromText(text);
+    std::mt19937 generator(20'010'101);
+    const auto below = [&generator](unsigned limit) { return static_cast<double>(generator() % limit); };
+    TreemapLayout layout;
+    layout.restart(root);
+    for (Tree::Position node = 1; node < root.tree().size(); node += 2) {
+        layout.add(node, {below(100), below(100), below(20), below(20)}, 0);
+    }
+    for (int round = 0; round < 2'000; ++round) {
+        const double x = below(120);
+        const double y = below(120);
+        std::optional<std::size_t> plain;
+        for (std::size_t index = 0; index < layout.size(); ++index) {
+            const auto [node, rect, color, depth] = layout[index];
+            const bool isHit = x >= rect.x && x < rect.x + rect.width && y >= rect.y && y < rect.y + rect.height;
+            if (isHit && (!plain || (layout[*plain].node.isDirectory() && !node.isDirectory()))) {
+                plain = index;
+            }
+        }
+        ASSERT_EQ(layout.hitTest(x, y), plain) << x << ", " << y;
+    }
+
+    const FileNode copy = test::treeFromText(text);
+    for (Tree::Position node = 0; node < root.tree().size(); ++node) {
+        const auto expected = node % 2 == 1 ? std::optional<std::size_t>(node / 2) : std::nullopt;
+        ASSERT_EQ(layout.indexOf(FileNode::at(root.tree(), node)), expected);
+        ASSERT_EQ(layout.indexOf(FileNode::at(copy.tree(), node)), std::nullopt) << "of another tree with other ids";
+    }
+}
+
+} // namespace
+} // namespace morlaine
