@@ -64,6 +64,7 @@ MorlaineApp::MorlaineApp(int& argc, char** argv) : m_application(prepareToolkit(
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
     QApplication::setDesktopFileName(QStringLiteral("com.morlaine.Morlaine"));
     m_mainView = std::make_unique<MainView>(runningDesktop(), FolderChooser::native());
+    m_application.onLackOfMemory = [this] { m_mainView->viewModel().reportLackOfMemory(); };
     m_service = ApplicationService::native({[this] { bringToFront(); },
                                             [this](const std::vector<FileUrl>& urls) {
                                                 m_mainView->openFirstFolder(urls);
@@ -72,6 +73,18 @@ MorlaineApp::MorlaineApp(int& argc, char** argv) : m_application(prepareToolkit(
 }
 
 MorlaineApp::~MorlaineApp() = default;
+
+bool MorlaineApp::Application::notify(QObject* receiver, QEvent* event)
+{
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::bad_alloc&) {
+        if (onLackOfMemory) {
+            onLackOfMemory();
+        }
+        return false;
+    }
+}
 
 void MorlaineApp::bringToFront()
 {

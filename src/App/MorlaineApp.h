@@ -5,6 +5,7 @@
 
 #include <QApplication>
 
+#include <functional>
 #include <memory>
 
 namespace morlaine {
@@ -26,7 +27,16 @@ public:
 private:
     void bringToFront();
 
-    QApplication m_application;
+    /// Catches what Qt would end the program for: an event for which memory does not suffice is dropped, and told of.
+    class Application final : public QApplication {
+    public:
+        Application(int& argc, char** argv) : QApplication(argc, argv) {}
+        bool notify(QObject* receiver, QEvent* event) override;
+
+        std::function<void()> onLackOfMemory;
+    };
+
+    Application m_application;
     DesktopAppearance m_appearance;
     std::unique_ptr<MainView> m_mainView;
     std::unique_ptr<ApplicationService> m_service;

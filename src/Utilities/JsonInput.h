@@ -170,7 +170,7 @@ template <typename Handler>
     } catch (const ParserStackExhausted&) {
         return DecodeError{"a string is too long or brackets nest too deep", input->Tell()};
     } catch (const std::bad_alloc&) {
-        return DecodeError{"out of memory", input ? input->Tell() : 0};
+        return DecodeError::outOfMemory(input ? input->Tell() : 0);
     }
     if (input->hasFailed()) {
         return DecodeError{"the file cannot be read", input->Tell()};

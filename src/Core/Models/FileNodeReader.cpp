@@ -241,7 +241,7 @@ std::variant<FileNode, DecodeError> decodeFileNode(QIODevice& source)
         }
         return readAnyForm(source);
     } catch (const std::bad_alloc&) {
-        return DecodeError{"out of memory", static_cast<std::size_t>(source.pos())};
+        return DecodeError::outOfMemory(static_cast<std::size_t>(source.pos()));
     } catch (const TreeTooLarge& error) {
         return DecodeError{error.what(), static_cast<std::size_t>(source.pos())};
     }

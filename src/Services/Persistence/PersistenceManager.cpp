@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -30,7 +31,8 @@ FileUrl preferredApplicationSupport()
     return folders.front();
 }
 
-/// What `decode` makes of the file; nothing when it cannot be read or decoded.
+/// What `decode` makes of the file; nothing when it cannot be read or decoded. Throws std::bad_alloc, since a file for
+/// which memory does not suffice must not be taken for a broken one.
 template <typename Value>
 std::optional<Value> decodedFile(const FileUrl& url, std::variant<Value, DecodeError> (*decode)(QIODevice&))
 {
@@ -39,6 +41,9 @@ std::optional<Value> decodedFile(const FileUrl& url, std::variant<Value, DecodeE
         return std::nullopt;
     }
     std::variant<Value, DecodeError> result = decode(file);
+    if (const auto* error = std::get_if<DecodeError>(&result); error != nullptr && error->isOutOfMemory) {
+        throw std::bad_alloc();
+    }
     return std::holds_alternative<Value>(result) ? std::optional(std::get<Value>(std::move(result))) : std::nullopt;
 }
 

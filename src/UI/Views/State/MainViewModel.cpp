@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 #include <utility>
 
 namespace morlaine {
@@ -135,9 +136,27 @@ void MainViewModel::showFinishedScan()
     if (!root) {
         return;
     }
-    showTree(*root);
-    m_environment.store.saveScan(*root, m_scanner->scannedFilesCount(), m_scanner->scannedDirsCount());
+    attempt([&] { showTree(*root); });
+    attempt(
+        [&] { m_environment.store.saveScan(*root, m_scanner->scannedFilesCount(), m_scanner->scannedDirsCount()); });
     loadHistory();
+}
+
+template <typename Work>
+bool MainViewModel::attempt(Work work)
+{
+    try {
+        work();
+        return true;
+    } catch (const std::bad_alloc&) {
+        reportLackOfMemory();
+        return false;
+    }
+}
+
+void MainViewModel::reportLackOfMemory()
+{
+    m_scanner->setErrorMessage(QStringLiteral("There is not enough memory for this."));
 }
 
 void MainViewModel::showTree(const FileNode& root)
@@ -232,7 +251,9 @@ void MainViewModel::performSearch()
         publish(m_highlightIDs, NodeIDSet());
         return;
     }
-    publish(m_searchResults, m_searchIndex->search(m_searchText, m_selectedCategory, m_minSizeFilter, std::nullopt));
+    SearchResults results;
+    attempt([&] { results = m_searchIndex->search(m_searchText, m_selectedCategory, m_minSizeFilter, std::nullopt); });
+    publish(m_searchResults, results);
     publish(m_highlightIDs, NodeIDSet(m_searchResults));
 }
 
@@ -268,14 +289,18 @@ void MainViewModel::loadFavorites()
 
 void MainViewModel::loadHistory()
 {
-    publish(m_scanHistory, m_environment.store.loadHistory());
+    attempt([this] { publish(m_scanHistory, m_environment.store.loadHistory()); });
 }
 
 void MainViewModel::loadHistoricalScan(const HistoricalScan& scan)
 {
     m_scanner->cancelScan();
     resetSession();
-    if (const std::optional<FileNode> root = m_environment.store.loadScanTree(scan.id)) {
+    std::optional<FileNode> root;
+    if (!attempt([&] { root = m_environment.store.loadScanTree(scan.id); })) {
+        return;
+    }
+    if (root) {
         showTree(*root);
         m_scanner->setScannedFilesCount(root->fileCount());
         m_scanner->setScannedDirsCount(root->directoryCount());
@@ -289,7 +314,7 @@ void MainViewModel::loadHistoricalScan(const HistoricalScan& scan)
 
 void MainViewModel::deleteHistoryItem(Uuid id)
 {
-    m_environment.store.deleteScan(id);
+    attempt([&] { m_environment.store.deleteScan(id); });
     loadHistory();
 }
 

@@ -113,8 +113,11 @@ public:
     void loadHistory();
 
     /// Shows the tree of an earlier scan from its cache. An entry whose tree cannot be read is deleted, and the
-    /// scanner's `errorMessage` says so.
+    /// scanner's `errorMessage` says so. Where memory does not suffice, the entry stays.
     void loadHistoricalScan(const HistoricalScan& scan);
+
+    /// Says in the scanner's `errorMessage` that memory did not suffice for what the user asked for.
+    void reportLackOfMemory();
 
     /// Deletes an earlier scan; the tree that is shown stays.
     void deleteHistoryItem(Uuid id);
@@ -125,6 +128,10 @@ private:
     void showFinishedScan();
     void showTree(const FileNode& root);
     void performSearch();
+
+    /// Runs `work`; where memory does not suffice for it, `errorMessage` says so, and false is returned.
+    template <typename Work>
+    bool attempt(Work work);
 
     const Environment m_environment;
     const std::unique_ptr<DiskScanner> m_scanner;

@@ -235,7 +235,8 @@ void MainView::leave()
 /// What the inspector would say.
 void MainView::showFailure()
 {
-    if (const std::optional<QString> message = m_detailView->message(); message && !m_isDetailVisible) {
+    const std::optional<QString> message = m_viewModel->scanner().errorMessage();
+    if (message && !(m_isDetailVisible && m_detailView->message())) {
         m_banner->showMessage(*message);
     }
 }

@@ -1,6 +1,8 @@
 #include "UI/Views/State/MainViewModel.h"
 
+#include "Platform/Background.h"
 #include "Support/Gate.h"
+#include "Support/MemoryLimit.h"
 #include "Support/ModelFixture.h"
 #include "Support/TreeText.h"
 
@@ -305,6 +307,41 @@ TEST_F(MainViewModelTest, DropsAnEntryWhoseTreeIsGone)
     EXPECT_FALSE(model->searchResults().empty()) << "reopening leaves it until another takes its place";
     model->deleteHistoryItem(kept.id);
     EXPECT_THAT(model->scanHistory(), IsEmpty());
+}
+
+TEST_F(MainViewModelTest, LosesNothingWhereMemoryDoesNotSuffice)
+{
+    if (!test::MemoryLimit::isPossible) {
+        GTEST_SKIP() << "the sanitizers take all address space";
+    }
+    std::vector<FileNode> files;
+    for (int i = 0; i < 500'000; ++i) {
+        const std::string name = "file number " + std::to_string(i);
+        files.emplace_back(url(("/r/" + name).c_str()), name, 1, false, FileCategory::other, std::nullopt);
+    }
+    const FileNode root(url("/r"), "r", 500'000, true, FileCategory::other, std::move(files));
+    const HistoricalScan scan = store->saveScan(root, 500'000, 1);
+    ASSERT_TRUE(Background::waitForAll(std::chrono::minutes(1)).empty());
+    model->loadHistory();
+    {
+        const test::MemoryLimit limit(1'000'000);
+        model->loadHistoricalScan(scan);
+    }
+    EXPECT_EQ(viewOf(*model), "selected none");
+    EXPECT_EQ(model->scanner().errorMessage(), QStringLiteral("There is not enough memory for this."));
+    EXPECT_THAT(model->scanHistory(), ElementsAre(scan)) << "its tree is not broken";
+    model->loadHistoricalScan(scan);
+    EXPECT_EQ(model->currentRootNode(), root);
+    model->scan(url("/nowhere")); // clears the message
+    ASSERT_TRUE(waitForScan());
+    model->loadHistoricalScan(scan);
+    ASSERT_EQ(model->scanner().errorMessage(), std::nullopt);
+    {
+        const test::MemoryLimit limit(0);
+        model->setSearchText(QStringLiteral("file"));
+    }
+    EXPECT_TRUE(model->searchResults().empty());
+    EXPECT_EQ(model->scanner().errorMessage(), QStringLiteral("There is not enough memory for this."));
 }
 
 TEST_F(MainViewModelTest, GoesWhateverIsStillUnderWay)
