@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -18,6 +19,7 @@ public:
 
     explicit MemoryLimit(rlim_t room)
     {
+        ::malloc_trim(0); // what was freed before must not serve
         rlim_t pages = 0;
         std::ifstream("/proc/self/statm") >> pages;
         ::getrlimit(RLIMIT_AS, &m_before);
