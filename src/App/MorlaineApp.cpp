@@ -17,7 +17,7 @@ namespace {
 
 bool hasDisplay = false;
 
-/// The program keeps no log, and neither does the toolkit on its behalf. It cannot go on without a display, though.
+/// The program keeps no log, and neither does Qt on its behalf. It cannot go on without a display, though.
 void discardMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*message*/)
 {
     if (type == QtFatalMsg && !hasDisplay) {
@@ -26,8 +26,8 @@ void discardMessage(QtMsgType type, const QMessageLogContext& /*context*/, const
     }
 }
 
-/// What the toolkit must find settled when its application object is made.
-int& prepareToolkit(int& argc)
+/// What Qt must find settled when its application object is made.
+int& prepareQt(int& argc)
 {
     qInstallMessageHandler(discardMessage);
     LivingBuses::settleBeforeApplication();
@@ -40,7 +40,7 @@ MainViewModel::Environment runningDesktop()
             PersistenceManager::shared()};
 }
 
-/// The toolkit's text fields end the program where a pixel is an index into a table of colours.
+/// Qt's text fields end the program where a pixel is an index into a table of colours.
 void requireTrueColor()
 {
     constexpr int leastDepth = 15; // bits a pixel
@@ -54,13 +54,13 @@ void requireTrueColor()
 
 } // namespace
 
-MorlaineApp::MorlaineApp(int& argc, char** argv) : m_application(prepareToolkit(argc), argv)
+MorlaineApp::MorlaineApp(int& argc, char** argv) : m_application(prepareQt(argc), argv)
 {
     hasDisplay = true;
     LivingBuses::settleOnScreen();
     requireTrueColor();
     QApplication::setApplicationName(QStringLiteral("Morlaine"));
-    // The toolkit's dialogs would remember folders in a file of the toolkit's.
+    // Qt's dialogs would remember folders in a settings file.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
     QApplication::setDesktopFileName(QStringLiteral("com.morlaine.Morlaine"));
     m_mainView = std::make_unique<MainView>(runningDesktop(), FolderChooser::native());

@@ -12,7 +12,7 @@ namespace morlaine {
 
 class MainView;
 
-/// The running program: the toolkit's application object and the one window, which lives as long as it.
+/// The running program: Qt's application object and the one window, which lives as long as it.
 class MorlaineApp {
 public:
     /// `argc` and `argv` must outlive the object.

@@ -58,7 +58,7 @@ public:
     bool String(const char* text, rapidjson::SizeType length, bool)
     {
         const std::string_view string(text, length);
-        return isValidUtf8(string) ? value(string) : refuse("a text is no UTF-8");
+        return isValidUtf8(string) ? value(string) : refuse("a text is not UTF-8");
     }
     bool Key(const char* text, rapidjson::SizeType length, bool)
     {
@@ -66,7 +66,7 @@ public:
         if (m_ignoredDepth == 0) {
             reader().key(name);
         }
-        return isValidUtf8(name) || refuse("a key is no UTF-8");
+        return isValidUtf8(name) || refuse("a key is not UTF-8");
     }
     bool StartObject() { return beginIgnored() || reader().beginObject(); }
     bool EndObject(rapidjson::SizeType) { return endIgnored() || reader().endObject(); }

@@ -47,7 +47,7 @@ public:
     static void Free(void* memory) { std::free(memory); }
 };
 
-/// Reads a device in large pieces. A NUL stands for the end of the text; whether it really was is known behind it.
+/// Reads a device in large pieces. A NUL stands for the end of the text; `isAtEnd` tells whether it was one.
 class BufferedInput {
 public:
     using Ch = char;
@@ -65,7 +65,8 @@ public:
         return c;
     }
 
-    /// What is at hand of the text, up to the first character that means something in a string, and passed by that.
+    /// What the buffer holds of the text, up to the first character that means something in a string, and passed by
+    /// that.
     [[nodiscard]] std::string_view takePlainText()
     {
         const char* const start = m_next;

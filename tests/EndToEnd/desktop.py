@@ -46,7 +46,7 @@ class Desktop:
     ):
         # The space in the name is on purpose.
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="morlaine test "))
-        # The toolkit takes a command apart at its spaces before it starts it.
+        # Qt takes a command apart at its spaces before it starts it.
         self._commands = pathlib.Path(tempfile.mkdtemp(prefix="morlaine-commands-"))
         self._processes = []
         self._programs = []

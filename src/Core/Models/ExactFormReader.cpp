@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t bufferSize = std::size_t{1024} * 1024;
 
-/// A node is looked at once so much text is at hand, or all the rest.
+/// A node is read once the buffer holds so much text, or all the rest.
 constexpr std::size_t roomForNode = std::size_t{128} * 1024;
 
 /// Zeros behind the text, which end every comparison with something that is expected.

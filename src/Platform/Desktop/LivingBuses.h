@@ -2,7 +2,7 @@
 
 namespace morlaine {
 
-/// Has the toolkit do without the message buses that do not answer, for which it would wait without limit. Main thread
+/// Has Qt do without the message buses that do not answer, for which it would wait without limit. Main thread
 /// only.
 class LivingBuses {
 public:

@@ -10,8 +10,8 @@
 
 namespace morlaine {
 
-/// A connection to a message bus that gives up at a deadline, for a question or two before the toolkit connects: the
-/// toolkit waits for a bus without limit. Any thread, one at a time.
+/// A connection to a message bus that gives up at a deadline, for a question or two before Qt connects:
+/// Qt waits for a bus without limit. Any thread, one at a time.
 class BusClient {
 public:
     using Clock = std::chrono::steady_clock;

@@ -108,7 +108,7 @@ std::string LinuxMountQueries::mountInfo() const
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// The toolkit's own class for this takes the path as text, in which a name that is no UTF-8 is lost, and looks through
+// Qt's own class for this takes the path as text, in which a name that is not UTF-8 is lost, and looks through
 // the mount table and the folders above the path on its own.
 std::optional<Capacity> LinuxMountQueries::capacity(const std::string& mountPoint) const
 {

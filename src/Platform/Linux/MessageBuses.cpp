@@ -22,7 +22,7 @@ std::string variable(const char* name)
     return value == nullptr ? std::string() : std::string(value);
 }
 
-/// Where the toolkit looks for the session bus; empty where it would ask for one to be started.
+/// Where Qt looks for the session bus; empty where it would ask for one to be started.
 std::string sessionAddress()
 {
     const std::string address = variable("DBUS_SESSION_BUS_ADDRESS");

@@ -43,7 +43,7 @@ std::vector<FileUrl> applicationSupportFolders()
     return {FileUrl::fromPath(baseFolder("XDG_DATA_HOME", homeFolder() + "/.local/share"))};
 }
 
-// The toolkit knows these folders too, but as text, in which a name that is no UTF-8 is lost; and it takes a folder
+// Qt knows these folders too, but as text, in which a name that is not UTF-8 is lost; and it takes a folder
 // that the user does not want for the home folder.
 UserFolders UserFolders::current()
 {

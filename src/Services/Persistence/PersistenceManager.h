@@ -14,9 +14,10 @@ namespace morlaine {
 /// each in `Scans/<ID>.json`, below the user's folder for application data. Everything is readable by this user alone.
 ///
 /// No operation reports a failure: what cannot be read is not there, and what cannot be written leaves the old file
-/// whole. Where memory does not suffice to read a file, std::bad_alloc is thrown and nothing on disk is changed. The list is read afresh and written whole by each operation and nothing is kept in memory; of two programs
-/// that save at the same moment, one may lose the other's entry in the list (never a tree, nor the list as such).
-/// Main thread only; the tree files are written on a thread of their own.
+/// whole. Where memory does not suffice to read a file, std::bad_alloc is thrown and nothing on disk is changed. The
+/// list is read afresh and written whole by each operation and nothing is kept in memory; of two programs that save at
+/// the same moment, one may lose the other's entry in the list (never a tree, nor the list as such). Main thread only;
+/// the tree files are written on a thread of their own.
 class PersistenceManager {
 public:
     /// The one store, made on first use. Ends the program where there is no folder for application data at all.

@@ -13,7 +13,7 @@ namespace morlaine {
 
 namespace {
 
-/// The toolkit's conversion to UTF-8 would make a question mark of half a surrogate pair.
+/// Qt's conversion to UTF-8 would make a question mark of half a surrogate pair.
 void replaceLoneSurrogates(QString& text)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {

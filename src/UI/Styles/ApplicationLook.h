@@ -4,7 +4,7 @@
 
 namespace morlaine {
 
-/// Tells when the application's font or palette has changed. The toolkit tells a widget of its own font and palette
+/// Tells when the application's font or palette has changed. Qt tells a widget of its own font and palette
 /// only, which need not change with the application's where the widget has set a part of them.
 class ApplicationLook final : public QObject {
     Q_OBJECT

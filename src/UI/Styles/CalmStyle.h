@@ -4,7 +4,7 @@
 
 namespace morlaine {
 
-/// The toolkit's own style with its relief taken out: flat controls with round corners, slim scroll bars and progress
+/// Qt's own style with its relief taken out: flat controls with round corners, slim scroll bars and progress
 /// bars, hairlines between panels. All colours come from the palette of what is drawn.
 class CalmStyle final : public QProxyStyle {
     Q_OBJECT

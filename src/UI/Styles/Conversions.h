@@ -8,7 +8,7 @@
 
 namespace morlaine {
 
-// The one place where values of the layers below turn into the toolkit's types.
+// The one place where values of the layers below turn into Qt's types.
 
 [[nodiscard]] inline QColor toQColor(const Color& color)
 {

@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 constexpr auto patience = 100ms;
 
-/// The toolkit does not tell where the application's colours come from; without a desktop's they are the style's.
+/// Qt does not tell where the application's colours come from; without a desktop's they are the style's.
 bool desktopBringsColors()
 {
     const QPalette palette = QApplication::palette();

@@ -9,7 +9,7 @@ namespace morlaine {
 /// Gives the application its looks and keeps them in step with the desktop for as long as it lives. Made once, after
 /// the application object and before the first window.
 ///
-/// Where the desktop brings colours of its own, these and the desktop's style stand, and the toolkit follows them.
+/// Where the desktop brings colours of its own, these and the desktop's style stand, and Qt follows them.
 /// Where it brings none, the application has Morlaine's style and one of Morlaine's palettes: the dark one where the
 /// user wants programs to be dark, otherwise the light one.
 class DesktopAppearance {

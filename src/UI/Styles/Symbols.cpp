@@ -32,7 +32,7 @@ QSvgRenderer& rendererOf(SymbolName name)
     return *renderer;
 }
 
-/// The symbol's shape on a square of `side` pixels. Small ones are drawn larger and averaged: the toolkit draws lines
+/// The symbol's shape on a square of `side` pixels. Small ones are drawn larger and averaged: Qt draws lines
 /// of up to one pixel with a quick method that blurs them or tears them apart.
 QImage shape(SymbolName name, int side)
 {

@@ -22,8 +22,8 @@ struct VisualEffectView {
     void update(VisualEffectWidget& widget) const;
 };
 
-/// The backing that a VisualEffectView describes. No toolkit-independent translucency exists on this desktop, so that
-/// it is filled with the panel's background; it still carries what it was asked to be.
+/// The backing that a VisualEffectView describes. No translucency that is the same everywhere exists on this desktop,
+/// so that it is filled with the panel's background; it still carries what it was asked to be.
 class VisualEffectWidget final : public QWidget {
     Q_OBJECT
 

@@ -116,7 +116,7 @@ int ElidingLabel::heightOf(qsizetype lineCount) const
     return lineHeight() + static_cast<int>(std::max<qsizetype>(lineCount, 1) - 1) * lineSpacing();
 }
 
-/// Lines are painted on whole points. The height that the toolkit rounds to the nearest one may cut the descenders.
+/// Lines are painted on whole points. The height that Qt rounds to the nearest one may cut the descenders.
 int ElidingLabel::lineHeight() const
 {
     const QFontMetricsF metrics(font());

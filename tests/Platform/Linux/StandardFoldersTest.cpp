@@ -39,7 +39,7 @@ const Case cases[] = {
     {"the home folder means none",
      "XDG_DESKTOP_DIR=\"$HOME\"\nXDG_DOWNLOAD_DIR=\"$HOME//\"\nXDG_DOCUMENTS_DIR=\"/home/ann\"\n", "none", "none",
      "none"},
-    {"escapes and bytes that are no UTF-8",
+    {"escapes and bytes that are not UTF-8",
      "XDG_DESKTOP_DIR=\"$HOME/a\\\"b\\\\c\\$d\"\nXDG_DOWNLOAD_DIR=\"$HOME/T\xE9l\xE9\"\n", "/home/ann/Documents",
      "/home/ann/T\xE9l\xE9", "/home/ann/a\"b\\c$d"},
     {"the last line counts, those that mean nothing do not",

@@ -21,7 +21,7 @@ using test::plainSearch;
 using test::treeFromText;
 using test::walkTree;
 
-/// The toolkit's own conversion takes a zero-width space at the start for a mark of the encoding.
+/// Qt's own conversion takes a zero-width space at the start for a mark of the encoding.
 QString exactText(const std::string& text)
 {
     return QString::fromStdString("x" + text).mid(1);

@@ -73,7 +73,7 @@ TEST_F(ThemeTest, TextsStandOutFromTheirGrounds)
 TEST_F(ThemeTest, SecondaryAndTertiaryTextRecedeAndStayReadable)
 {
     auto palettes = allPalettes();
-    palettes.emplace_back("the toolkit's", QApplication::style()->standardPalette());
+    palettes.emplace_back("Qt's", QApplication::style()->standardPalette());
     palettes.emplace_back("of little contrast", QPalette(QColor(128, 128, 128)));
     palettes.back().second.setColor(QPalette::WindowText, QColor(60, 60, 60));
     for (const auto& [name, palette] : palettes) {

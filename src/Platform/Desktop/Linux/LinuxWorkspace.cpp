@@ -67,7 +67,7 @@ QDBusMessage showItems(const FileUrl& item)
     QDBusMessage message = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
-    // The second argument is a token for focus, which the toolkit keeps to itself.
+    // The second argument is a token for focus, which Qt keeps to itself.
     message << QStringList(QString::fromStdString(item.absoluteString())) << QString();
     return message;
 }

@@ -20,7 +20,7 @@ struct SettingsRoute {
 /// The route for the first desktop in a list such as "ubuntu:GNOME" that is known.
 [[nodiscard]] std::optional<SettingsRoute> privacySettingsRoute(std::string_view currentDesktop);
 
-/// The services of a desktop that keeps to the common conventions: a file manager on the session bus, the toolkit's
+/// The services of a desktop that keeps to the common conventions: a file manager on the session bus, Qt's
 /// opener and clipboard.
 class LinuxWorkspace final : public Workspace {
 public:

@@ -26,7 +26,7 @@ QString requestPath(const QDBusConnection& bus, const QString& token)
     return QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2").arg(sender, token);
 }
 
-/// How the portal is told above which window its dialog belongs; the toolkit tells this on X11 only.
+/// How the portal is told above which window its dialog belongs; Qt tells this on X11 only.
 QString identifierOf(const QWidget& window)
 {
     if (QGuiApplication::platformName() != QStringLiteral("xcb")) {

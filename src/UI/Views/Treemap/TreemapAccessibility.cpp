@@ -131,7 +131,7 @@ public:
 
     int childCount() const override { return static_cast<int>(offered().size()); }
 
-    /// The toolkit owns what it is given here and hands it out by its number.
+    /// Qt owns what it is given here and hands it out by its number.
     QAccessibleInterface* child(int index) const override
     {
         if (index < 0 || index >= childCount()) {

@@ -248,7 +248,7 @@ void MainView::openSelection()
     }
 }
 
-/// The toolkit knows the menu key only, which many keyboards lack.
+/// Qt knows the menu key only, which many keyboards lack.
 void MainView::openContextMenu()
 {
     QWidget* const target = focusWidget() != nullptr ? focusWidget() : this;
