@@ -62,10 +62,10 @@ std::string randomTree(std::mt19937& generator, int levels, const std::string& i
 std::string dust()
 {
     std::string text = "  d/\n";
-    for (int index = 0; index < 30'000; ++index) {
+    for (int index = 0; index < 60'000; ++index) {
         text += "    " + std::to_string(index) + (index % 2 == 0 ? ".mp3 1\n" : ".jpg 1\n");
     }
-    return text + "  big.pdf 600000\n";
+    return text + "  big.pdf 3000\n";
 }
 
 /// The largest difference of any channel of any pixel.
@@ -95,7 +95,7 @@ TEST(TreemapPainterTest, IsThePlainPicture)
     for (const std::string& tree : trees) {
         const FileNode root = test::treeFromText("root/\n" + tree);
         const NodeIDSet hits(SearchIndex(root).search(QStringLiteral("1"), std::nullopt, std::nullopt, std::nullopt));
-        for (const double ratio : {0.75, 1.0, 1.25, 2.0}) {
+        for (const double ratio : {0.5, 1.0, 1.25, 2.0}) {
             const QSize size(static_cast<int>(80 + generator() % 300), static_cast<int>(40 + generator() % 200));
             const auto layout = std::make_shared<TreemapLayout>();
             TreemapEngine::layOut(root, {0, 0, size.width() * 1.0, size.height() + 0.4}, *layout);
