@@ -5,12 +5,17 @@
 
 #include <benchmark/benchmark.h>
 
+#include <fstream>
+#include <memory>
+#include <optional>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace morlaine::bench {
 
@@ -54,22 +59,45 @@ void scanMemory(benchmark::State& state, const std::string& tree)
     }
 }
 
-/// Both walk the same warm tree by turns, so that whatever else the machine does falls on both.
-void scanBesideDu(benchmark::State& state, const std::string& tree)
+/// Makes the system forget what it has read of disks. False where that is not allowed.
+bool dropCaches()
 {
+    ::sync();
+    std::ofstream file("/proc/sys/vm/drop_caches");
+    file << 3;
+    return static_cast<bool>(file.flush());
+}
+
+enum class Caches { warm, cold };
+
+/// Both walk the same tree by turns, so that whatever else the machine does falls on both.
+void scanBesideDu(benchmark::State& state, const std::string& tree, Caches caches)
+{
+    const bool isCold = caches == Caches::cold;
+    if (isCold && !dropCaches()) {
+        state.SkipWithError("skipped: this user may not drop the system's caches");
+        return;
+    }
     std::vector<double> scanSeconds;
     std::vector<double> duSeconds;
     std::int64_t nodes = 0;
     runDu(tree);
+    const auto forget = [isCold] {
+        if (isCold) {
+            (void)dropCaches();
+        }
+    };
     for (auto _ : state) {
         std::optional<FileNode> root;
+        forget();
         scanSeconds.push_back(secondsOf([&] { root = scan(tree); }));
+        forget();
         duSeconds.push_back(secondsOf([&] { runDu(tree); }));
         state.SetIterationTime(scanSeconds.back());
         nodes = nodesIn(*root);
     }
     state.SetItemsProcessed(state.iterations() * nodes);
-    state.counters["du_ratio"] = median(scanSeconds) / median(duSeconds);
+    state.counters[isCold ? "cold_du_ratio" : "du_ratio"] = median(scanSeconds) / median(duSeconds);
     state.counters["scan_ms"] = median(scanSeconds) * 1e3;
     state.counters["du_ms"] = median(duSeconds) * 1e3;
 }
@@ -78,7 +106,9 @@ void scanBesideDu(benchmark::State& state, const std::string& tree)
 
 FileNode scan(const std::string& tree)
 {
-    DiskWalk walk(FileSystem::native(), {}, [](const auto&...) {});
+    const std::shared_ptr<const FileSystem> fileSystem = FileSystem::native();
+    DiskWalk walk(
+        fileSystem, {}, [](const auto&...) {}, fileSystem->usefulReaders());
     return walk.scan(FileUrl::fromPath(tree));
 }
 
@@ -90,10 +120,13 @@ std::int64_t nodesIn(const FileNode& root)
 void registerScanBenchmarks(const std::string& tree)
 {
     benchmark::RegisterBenchmark("scan/memory", scanMemory, tree)->Iterations(1)->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("scan/besides_du", scanBesideDu, tree)
-        ->Iterations(pairsOfRuns)
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond);
+    for (const auto& [name, caches] :
+         {std::pair("scan/besides_du", Caches::warm), {"scan/besides_du_cold", Caches::cold}}) {
+        benchmark::RegisterBenchmark(name, scanBesideDu, tree, caches)
+            ->Iterations(pairsOfRuns)
+            ->UseManualTime()
+            ->Unit(benchmark::kMillisecond);
+    }
 }
 
 } // namespace morlaine::bench

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -42,6 +43,9 @@ public:
 
     void append(std::string_view name, const std::optional<ResourceValues>& values);
 
+    /// What the contents take in memory, in bytes.
+    [[nodiscard]] std::size_t bytes() const noexcept { return m_entries.size() * sizeof(Stored) + m_names.size(); }
+
     /// Empty again, ready for another folder; the memory is kept.
     void clear() noexcept;
 
@@ -56,9 +60,13 @@ private:
     std::vector<Stored> m_entries;
 };
 
+/// Called with what has been listed so far, between the parts in which the system lists a large folder. May wait; false
+/// ends the listing, which then has failed.
+using ListingPace = std::function<bool(const FolderContents& soFar)>;
+
 /// A folder on the way of a walk. Folders are entered from the one above them, which must outlive them, so that
-/// nothing that happens to the names higher up (one becomes a link, say) leads the walk elsewhere. One thread at a
-/// time for all folders of a walk.
+/// nothing that happens to the names higher up (one becomes a link, say) leads the walk elsewhere. Several threads may
+/// list different folders of a walk at once, its top first.
 class Folder {
 public:
     Folder() = default;
@@ -68,7 +76,12 @@ public:
 
     /// Puts everything in the folder but `.` and `..` into `contents`, which is empty. False when the folder cannot be
     /// listed to its end, or soon after `stop` was triggered; what `contents` holds then has no meaning. Called once.
-    [[nodiscard]] virtual bool list(FolderContents& contents, const std::stop_token& stop) = 0;
+    [[nodiscard]] virtual bool list(FolderContents& contents, const std::stop_token& stop,
+                                    const ListingPace& pace) = 0;
+    [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop) { return list(contents, stop, {}); }
+
+    /// Whether the listing failed because too much was open at once, so that it may succeed later.
+    [[nodiscard]] virtual bool lackedDescriptors() const noexcept { return false; }
 
     /// The folder of that name in this one. Never fails: what is not there, is no folder, or has something mounted on
     /// it cannot be listed.
@@ -91,6 +104,9 @@ public:
 
     /// The identifier of the volume that holds the item; nothing when it cannot be read.
     [[nodiscard]] virtual std::optional<std::uint64_t> volumeIdentifier(const FileUrl& url) const = 0;
+
+    /// How many threads are worth having that list folders ahead of a walk.
+    [[nodiscard]] virtual std::size_t usefulReaders() const noexcept { return 0; }
 
     /// The folder at which a walk begins.
     [[nodiscard]] virtual std::unique_ptr<Folder> folder(const FileUrl& url) const = 0;

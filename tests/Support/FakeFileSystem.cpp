@@ -19,7 +19,7 @@ public:
     {
     }
 
-    [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop) override
+    [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop, const ListingPace& pace) override
     {
         {
             const std::lock_guard lock(m_fileSystem.m_mutex);
@@ -36,7 +36,7 @@ public:
             const Item* entry = m_fileSystem.find(joined(m_path, name));
             contents.append(name, entry->values);
         }
-        return true;
+        return !pace || pace(contents);
     }
 
     [[nodiscard]] std::unique_ptr<Folder> folder(std::string_view name) override

@@ -59,9 +59,10 @@ public:
 private:
     [[nodiscard]] FileNode walk() const
     {
-        DiskWalk walk(m_fileSystem, m_stopToken, [this](const auto&... progress) {
+        const auto showProgress = [this](const auto&... progress) {
             post([progress...](DiskScanner& scanner) { scanner.showProgress(progress...); });
-        });
+        };
+        DiskWalk walk(m_fileSystem, m_stopToken, showProgress, m_fileSystem->usefulReaders());
         return walk.scan(m_url);
     }
 

@@ -1,5 +1,6 @@
 #include "Core/Scanner/DiskWalk.h"
 
+#include "Platform/ReadAhead.h"
 #include "Utilities/CheckedMath.h"
 #include "Utilities/FileCategory.h"
 
@@ -52,10 +53,11 @@ struct DiskWalk::OpenPackage {
 };
 
 DiskWalk::DiskWalk(std::shared_ptr<const FileSystem> fileSystem, std::stop_token stopToken,
-                   UpdateCallback updateCallback)
+                   UpdateCallback updateCallback, std::size_t readers)
     : m_fileSystem(std::move(fileSystem))
     , m_stopToken(std::move(stopToken))
     , m_updateCallback(std::move(updateCallback))
+    , m_readers(readers)
 {
 }
 
@@ -65,8 +67,7 @@ FileNode DiskWalk::scan(const FileUrl& url)
 {
     const FileUrl standardUrl = url.standardized();
     const FileUrl rootUrl = m_fileSystem->resolvingSymlinks(standardUrl);
-    m_rootPath = rootUrl.path();
-    m_rootVolumeID = m_fileSystem->volumeIdentifier(rootUrl);
+    m_rules = {rootUrl.path(), m_fileSystem->volumeIdentifier(rootUrl)};
     m_path = standardUrl.path();
     scanNode(url);
     return m_tree.finish();
@@ -102,7 +103,7 @@ void DiskWalk::visit(const Item& item)
 {
     if (item.values == nullptr) {
         addLeaf(item, 0, false, FileCategory::other);
-    } else if (isExcluded(m_path, *item.values)) {
+    } else if (m_rules.isExcluded(m_path, *item.values)) {
         addWithEmptyList(item, item.values->isDirectory.value_or(false));
     } else if (item.values->isSymbolicLink) {
         addLeaf(item, 0, false, FileCategory::other);
@@ -182,7 +183,19 @@ void DiskWalk::measurePackage(const Item& item)
 
 std::unique_ptr<Folder> DiskWalk::openFolder(const Item& item) const
 {
-    return item.top != nullptr ? m_fileSystem->folder(*item.top) : item.directory->folder->folder(item.name);
+    if (item.top == nullptr) {
+        return item.directory->folder->folder(item.name);
+    }
+    std::unique_ptr<Folder> top = m_fileSystem->folder(*item.top);
+    if (m_readers == 0 || item.values->isPackage) {
+        return top;
+    }
+    ExclusionRules rules = m_rules;
+    rules.rootPath.clear(); // which could be taken for a path that was cut off
+    const auto isEntered = [rules, owner = m_fileSystem](std::string_view path, const ResourceValues& values) {
+        return !rules.isExcluded(path, values) && !values.isSymbolicLink && !values.isPackage;
+    };
+    return readingAhead(std::move(top), m_path, {isEntered, ExclusionRules::decisiveLength}, m_readers);
 }
 
 /// A listing that was stopped is no reason to take the folder for an unreadable one.
@@ -211,23 +224,6 @@ void DiskWalk::giveBack(FolderContents&& contents)
         contents.clear();
         m_spareContents.push_back(std::move(contents));
     }
-}
-
-bool DiskWalk::isExcluded(std::string_view path, const ResourceValues& resourceValues) const
-{
-    if (path == m_rootPath) {
-        return false;
-    }
-    if (path == "/Volumes" || path == "/System/Volumes" || path == "/dev") {
-        return true;
-    }
-    if (path.starts_with("/.vol") || path.starts_with("/.nofollow") || path.starts_with("/.resolve")) {
-        return true;
-    }
-    if (resourceValues.isVolume) {
-        return true;
-    }
-    return resourceValues.volumeIdentifier && m_rootVolumeID && *m_rootVolumeID != *resourceValues.volumeIdentifier;
 }
 
 /// The sum over everything in the package that is neither hidden nor in something hidden. A volume that is mounted

@@ -3,9 +3,11 @@
 #include "Core/Models/FileNode.h"
 #include "Core/Models/TreeBuilder.h"
 #include "Core/Scanner/DescentStack.h"
+#include "Core/Scanner/ExclusionRules.h"
 #include "Core/Scanner/ScanStats.h"
 #include "Platform/FileSystem.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -29,7 +31,9 @@ public:
     using UpdateCallback = std::function<void(const std::string& path, std::int64_t filesCount, std::int64_t dirsCount,
                                               std::int64_t totalSize)>;
 
-    DiskWalk(std::shared_ptr<const FileSystem> fileSystem, std::stop_token stopToken, UpdateCallback updateCallback);
+    /// With up to `readers` more threads that list folders ahead; the tree and the reports are the same without.
+    DiskWalk(std::shared_ptr<const FileSystem> fileSystem, std::stop_token stopToken, UpdateCallback updateCallback,
+             std::size_t readers = 0);
 
     ~DiskWalk();
     DiskWalk(const DiskWalk&) = delete;
@@ -62,7 +66,6 @@ private:
     [[nodiscard]] FolderContents takeSpareContents();
     void giveBack(FolderContents&& contents);
 
-    [[nodiscard]] bool isExcluded(std::string_view path, const ResourceValues& resourceValues) const;
     [[nodiscard]] std::int64_t calculateSizeOfPackage(std::unique_ptr<Folder> package) const;
 
     void throwIfCancelled() const;
@@ -71,11 +74,11 @@ private:
     const std::shared_ptr<const FileSystem> m_fileSystem;
     const std::stop_token m_stopToken;
     const UpdateCallback m_updateCallback;
+    const std::size_t m_readers;
 
     ScanStats m_stats;
     TreeBuilder m_tree{TreeBuilder::Source::measured};
-    std::string m_rootPath; // standardised, links resolved
-    std::optional<std::uint64_t> m_rootVolumeID;
+    ExclusionRules m_rules;
     std::string m_path; // of the item under the walk, standardised
     DescentStack<OpenDirectory> m_openDirectories;
     std::vector<FolderContents> m_spareContents; // of folders that were left, for those to come

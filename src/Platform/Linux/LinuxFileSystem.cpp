@@ -33,6 +33,11 @@ std::optional<std::uint64_t> LinuxFileSystem::volumeIdentifier(const FileUrl& ur
     return values ? values->volumeIdentifier : std::nullopt;
 }
 
+std::size_t LinuxFileSystem::usefulReaders() const noexcept
+{
+    return 8;
+}
+
 std::unique_ptr<Folder> LinuxFileSystem::folder(const FileUrl& url) const
 {
     return std::make_unique<LinuxFolder>(url.path());

@@ -11,6 +11,7 @@ class LinuxFileSystem final : public FileSystem {
 public:
     [[nodiscard]] std::optional<ResourceValues> resourceValues(const FileUrl& url) const override;
     [[nodiscard]] std::optional<std::uint64_t> volumeIdentifier(const FileUrl& url) const override;
+    [[nodiscard]] std::size_t usefulReaders() const noexcept override;
     [[nodiscard]] std::unique_ptr<Folder> folder(const FileUrl& url) const override;
     [[nodiscard]] FileUrl resolvingSymlinks(const FileUrl& url) const override;
 };

@@ -1,6 +1,7 @@
 #include "Platform/Linux/LinuxFolder.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -10,6 +11,7 @@
 #include <linux/openat2.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 namespace morlaine {
@@ -17,7 +19,7 @@ namespace morlaine {
 namespace {
 
 constexpr std::size_t mostOpenFolders = 16;
-constexpr std::size_t listingBufferSize = std::size_t{128} * 1024;
+constexpr std::size_t listingBufferSize = std::size_t{32} * 1024;
 constexpr int openFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
 /// Without crossing the border of a mount and without following links, by the kernel's own means.
@@ -52,7 +54,6 @@ LinuxFolder::LinuxFolder(std::string path)
     , m_name(std::move(path))
     , m_state(std::make_shared<WalkState>())
 {
-    m_state->listingBuffer.resize(listingBufferSize);
 }
 
 LinuxFolder::LinuxFolder(LinuxFolder& parent, std::string_view name)
@@ -64,9 +65,16 @@ LinuxFolder::LinuxFolder(LinuxFolder& parent, std::string_view name)
 
 LinuxFolder::~LinuxFolder()
 {
-    if (m_descriptor.isOpen()) {
-        reopenParent();
-        std::erase(m_state->openFolders, this);
+    Handle last;
+    {
+        const std::lock_guard lock(m_state->mutex);
+        if (m_descriptor != nullptr) {
+            last = std::move(m_descriptor);
+            std::erase(m_state->openFolders, this);
+        }
+    }
+    if (last != nullptr) {
+        reopenParent(*last);
     }
 }
 
@@ -75,44 +83,62 @@ std::unique_ptr<Folder> LinuxFolder::folder(std::string_view name)
     return std::make_unique<LinuxFolder>(*this, name);
 }
 
-bool LinuxFolder::open()
+/// Null when the folder cannot be opened, or another has taken its place.
+LinuxFolder::Handle LinuxFolder::open()
 {
     std::vector<LinuxFolder*> closed;
-    for (LinuxFolder* folder = this; folder != nullptr && !folder->m_descriptor.isOpen(); folder = folder->m_parent) {
-        closed.push_back(folder);
-    }
+    Handle handle = openOrAbove(closed);
     for (; !closed.empty(); closed.pop_back()) {
         LinuxFolder& folder = *closed.back();
-        FileDescriptor descriptor = folder.openFromParent();
-        const bool isSameAsBefore = !folder.m_identity || identityOf(descriptor) == folder.m_identity;
-        if (!descriptor.isOpen() || !isSameAsBefore) {
-            return false;
+        FileDescriptor descriptor = folder.openFrom(handle);
+        if (!descriptor.isOpen()) {
+            m_lackedDescriptors = errno == EMFILE || errno == ENFILE;
+            return nullptr;
         }
-        if (folder.m_parent == nullptr && !folder.m_identity) {
+        if (folder.m_parent == nullptr && !m_state->volume) {
             m_state->volume = walkedVolume(descriptor.get());
         }
-        folder.keep(std::move(descriptor));
+        handle = folder.keep(std::move(descriptor));
+        if (handle == nullptr) {
+            return nullptr;
+        }
     }
-    return true;
+    return handle;
 }
 
-/// When descriptors run out, those of the walk itself are the ones to give up, down to the one that is needed here.
-FileDescriptor LinuxFolder::openFromParent()
+/// The nearest folder on the way up that is open, or null, and those below it that are not, innermost first.
+LinuxFolder::Handle LinuxFolder::openOrAbove(std::vector<LinuxFolder*>& closed)
+{
+    const std::lock_guard lock(m_state->mutex);
+    for (LinuxFolder* folder = this; folder != nullptr; folder = folder->m_parent) {
+        if (folder->m_descriptor != nullptr) {
+            std::erase(m_state->openFolders, folder);
+            m_state->openFolders.push_back(folder);
+            return folder->m_descriptor;
+        }
+        closed.push_back(folder);
+    }
+    return nullptr;
+}
+
+/// When descriptors run out, those of the walk itself are the ones to give up.
+FileDescriptor LinuxFolder::openFrom(const Handle& above)
 {
     for (;;) {
-        FileDescriptor opened = tryToOpenFromParent();
-        const bool needsDescriptors = !opened.isOpen() && (errno == EMFILE || errno == ENFILE);
-        if (!needsDescriptors || m_state->openFolders.size() <= 1) {
+        FileDescriptor opened = tryToOpenFrom(above);
+        const int failure = opened.isOpen() ? 0 : errno;
+        const bool needsDescriptors = failure == EMFILE || failure == ENFILE;
+        if (!needsDescriptors || !setOneAside()) {
+            errno = failure;
             return opened;
         }
-        setOutermostAside();
     }
 }
 
-FileDescriptor LinuxFolder::tryToOpenFromParent()
+FileDescriptor LinuxFolder::tryToOpenFrom(const Handle& above)
 {
-    if (m_parent != nullptr) {
-        return openWithin(m_parent->m_descriptor, m_name.c_str());
+    if (above != nullptr) {
+        return openWithin(*above, m_name.c_str());
     }
     const std::optional<PathStart> start = startOfPath(m_name);
     return start ? FileDescriptor(::openat(start->anchor(), std::string(start->rest).c_str(), openFlags))
@@ -131,59 +157,85 @@ FileDescriptor LinuxFolder::openWithin(const FileDescriptor& folder, const char*
     return openOnSameDevice(folder.get(), name);
 }
 
-void LinuxFolder::keep(FileDescriptor descriptor)
+/// Null when it is not the folder that was set aside. Another thread may have opened it again meanwhile.
+LinuxFolder::Handle LinuxFolder::keep(FileDescriptor descriptor)
 {
-    m_descriptor = std::move(descriptor);
+    const std::lock_guard lock(m_state->mutex);
+    if (m_descriptor != nullptr) {
+        return m_descriptor;
+    }
+    if (m_identity && identityOf(descriptor) != m_identity) {
+        return nullptr;
+    }
+    m_descriptor = std::make_shared<const FileDescriptor>(std::move(descriptor));
+    Handle handle = m_descriptor;
     m_state->openFolders.push_back(this);
     if (m_state->openFolders.size() > mostOpenFolders) {
-        setOutermostAside();
+        m_state->openFolders.front()->setAside();
     }
+    return handle;
 }
 
-void LinuxFolder::setOutermostAside()
+bool LinuxFolder::setOneAside()
 {
+    const std::lock_guard lock(m_state->mutex);
+    if (m_state->openFolders.empty()) {
+        return false;
+    }
     m_state->openFolders.front()->setAside();
+    return true;
+}
+
+/// The longest unused of the open folders.
+void LinuxFolder::setAside()
+{
+    m_identity = identityOf(*m_descriptor);
+    m_descriptor.reset();
     m_state->openFolders.pop_front();
 }
 
-void LinuxFolder::setAside()
-{
-    m_identity = identityOf(m_descriptor);
-    m_descriptor = FileDescriptor();
-}
-
 /// Saves the way back from the start of a very deep walk. A folder that was moved meanwhile has another parent.
-void LinuxFolder::reopenParent()
+void LinuxFolder::reopenParent(const FileDescriptor& from)
 {
-    if (m_parent == nullptr || m_parent->m_descriptor.isOpen() || !m_parent->m_identity) {
+    if (m_parent == nullptr) {
         return;
     }
-    FileDescriptor above = openWithin(m_descriptor, "..");
-    if (above.isOpen() && identityOf(above) == m_parent->m_identity) {
-        m_parent->m_descriptor = std::move(above);
-        m_state->openFolders.push_front(m_parent);
+    {
+        const std::lock_guard lock(m_state->mutex);
+        if (m_parent->m_descriptor != nullptr || !m_parent->m_identity) {
+            return;
+        }
+    }
+    if (FileDescriptor above = openWithin(from, ".."); above.isOpen()) {
+        (void)m_parent->keep(std::move(above));
     }
 }
 
+/// Asks nobody but this machine, so that it never waits.
 std::optional<LinuxFolder::Identity> LinuxFolder::identityOf(const FileDescriptor& descriptor)
 {
-    struct stat status;
-    if (::fstat(descriptor.get(), &status) != 0) {
+    struct statx status;
+    constexpr int flags = AT_EMPTY_PATH | AT_STATX_DONT_SYNC;
+    if (::statx(descriptor.get(), "", flags, STATX_INO, &status) != 0) {
         return std::nullopt;
     }
-    return Identity{status.st_dev, status.st_ino};
+    return Identity{makedev(status.stx_dev_major, status.stx_dev_minor), status.stx_ino};
 }
 
-bool LinuxFolder::list(FolderContents& contents, const std::stop_token& stop)
+bool LinuxFolder::list(FolderContents& contents, const std::stop_token& stop, const ListingPace& pace)
 {
-    if (!open()) {
+    const Handle handle = open();
+    if (handle == nullptr) {
         return false;
     }
-    std::vector<char>& buffer = m_state->listingBuffer;
+    alignas(dirent64) std::array<char, listingBufferSize> buffer;
     for (;;) {
-        const ssize_t length = ::getdents64(m_descriptor.get(), buffer.data(), buffer.size());
+        const ssize_t length = ::getdents64(handle->get(), buffer.data(), buffer.size());
         if (length <= 0) {
             return length == 0;
+        }
+        if (contents.size() > 0 && pace && !pace(contents)) {
+            return false;
         }
         const char* const end = buffer.data() + length;
         for (const char* next = buffer.data(); next != end;) {
@@ -193,7 +245,7 @@ bool LinuxFolder::list(FolderContents& contents, const std::stop_token& stop)
             const auto* entry = reinterpret_cast<const dirent64*>(next);
             next += entry->d_reclen;
             if (!isDotOrDotDot(entry->d_name)) {
-                contents.append(entry->d_name, measure(m_descriptor.get(), entry->d_name, m_state->volume));
+                contents.append(entry->d_name, measure(handle->get(), entry->d_name, *m_state->volume));
             }
         }
     }

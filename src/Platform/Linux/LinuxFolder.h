@@ -4,9 +4,11 @@
 #include "Platform/Linux/FileDescriptor.h"
 #include "Platform/Linux/Measure.h"
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -17,17 +19,17 @@ namespace morlaine {
 
 class LinuxFolder;
 
-/// What all folders of one walk share: the few descriptors that are open at once, and the buffer for listings.
+/// What all folders of one walk share. Any thread.
 struct WalkState {
-    std::deque<LinuxFolder*> openFolders; // those nearest to where the walk is, outermost first
-    std::vector<char> listingBuffer;
-    bool hasOpenat2 = true; // until the kernel, or a filter of system calls, says otherwise
-    WalkedVolume volume;    // of the folder at which the walk began
+    std::mutex mutex;                     // for the next, and for the descriptors of all folders
+    std::deque<LinuxFolder*> openFolders; // longest unused first
+    std::atomic<bool> hasOpenat2 = true;  // until the kernel, or a filter of system calls, says otherwise
+    std::optional<WalkedVolume> volume;   // known when the top is first opened, which comes before everything
 };
 
 /// A folder of a walk. It is opened when it is first needed, relative to the one above it, unless something has been
-/// mounted there. Only the innermost few stay open (fewer when descriptors run out); one that was closed is found again
-/// through ".." of the folder below it, or from the start of the walk, and cannot be listed when another stands there.
+/// mounted there. Only those used last stay open (fewer when descriptors run out); one that was closed is found again
+/// through ".." of a folder in it, or from the start of the walk, and cannot be listed when another stands there.
 class LinuxFolder final : public Folder {
 public:
     /// The folder at the absolute `path`, at which a walk begins.
@@ -35,7 +37,8 @@ public:
     LinuxFolder(LinuxFolder& parent, std::string_view name);
     ~LinuxFolder() override;
 
-    [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop) override;
+    [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop, const ListingPace& pace) override;
+    [[nodiscard]] bool lackedDescriptors() const noexcept override { return m_lackedDescriptors; }
     [[nodiscard]] std::unique_ptr<Folder> folder(std::string_view name) override;
 
 private:
@@ -44,23 +47,26 @@ private:
         std::uint64_t inode = 0;
         friend bool operator==(const Identity&, const Identity&) = default;
     };
+    using Handle = std::shared_ptr<const FileDescriptor>; // open as long as a thread uses it
 
     [[nodiscard]] static std::optional<Identity> identityOf(const FileDescriptor& descriptor);
 
-    [[nodiscard]] bool open();
-    [[nodiscard]] FileDescriptor openFromParent();
-    [[nodiscard]] FileDescriptor tryToOpenFromParent();
+    [[nodiscard]] Handle open();
+    [[nodiscard]] Handle openOrAbove(std::vector<LinuxFolder*>& closed);
+    [[nodiscard]] FileDescriptor openFrom(const Handle& above);
+    [[nodiscard]] FileDescriptor tryToOpenFrom(const Handle& above);
     [[nodiscard]] FileDescriptor openWithin(const FileDescriptor& folder, const char* name);
-    void keep(FileDescriptor descriptor);
-    void setOutermostAside();
+    [[nodiscard]] Handle keep(FileDescriptor descriptor);
+    [[nodiscard]] bool setOneAside();
     void setAside();
-    void reopenParent();
+    void reopenParent(const FileDescriptor& from);
 
     LinuxFolder* const m_parent;
     const std::string m_name; // the whole path where there is no parent
     const std::shared_ptr<WalkState> m_state;
-    FileDescriptor m_descriptor;
+    Handle m_descriptor;
     std::optional<Identity> m_identity; // known once the folder has been set aside
+    bool m_lackedDescriptors = false;
 };
 
 } // namespace morlaine

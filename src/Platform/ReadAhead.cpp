@@ -1,0 +1,504 @@
+#include "Platform/ReadAhead.h"
+
+#include "Platform/Background.h"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <list>
+#include <mutex>
+#include <new>
+#include <utility>
+
+namespace morlaine {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t mostBytesAhead = std::size_t{6} * 1024 * 1024; // about 50,000 entries
+constexpr std::size_t bytesOfBranch = 512;                           // with its folder, names aside
+constexpr std::size_t mostSpareContents = 64;
+constexpr std::chrono::milliseconds longListing{1};
+constexpr std::chrono::milliseconds patienceForDescriptors{100};
+
+/// The folders in a listing that the walk will enter, in its order.
+class Names {
+public:
+    void append(std::string_view name)
+    {
+        m_text += name;
+        m_text += '\0';
+        ++m_count;
+    }
+    [[nodiscard]] std::size_t count() const { return m_count; }
+    [[nodiscard]] std::size_t bytes() const { return m_text.size(); }
+    /// Valid while these names live, wherever they are moved as a whole.
+    [[nodiscard]] std::string_view first() const { return {m_text.data() + m_next}; }
+    void dropFirst()
+    {
+        m_next += first().size() + 1;
+        --m_count;
+    }
+
+private:
+    std::string m_text;
+    std::size_t m_next = 0;
+    std::size_t m_count = 0;
+};
+
+/// A folder between the moment somebody begins to list it and the moment the walk leaves it.
+struct Branch {
+    enum class State {
+        untried, // or in vain, by a helper
+        reading, // ahead of the walk
+        ready,
+        taken, // by the walk
+    };
+
+    Branch(std::unique_ptr<Folder> inner, std::string beginning) : folder(std::move(inner)), path(std::move(beginning))
+    {
+    }
+    Branch(Branch& above, std::string_view nameInIt, std::string beginning)
+        : parent(&above)
+        , name(nameInIt)
+        , path(std::move(beginning))
+    {
+    }
+
+    Branch* parent = nullptr;
+    std::string name;
+    std::unique_ptr<Folder> folder; // null when listed and no folder in it will be entered
+    std::string path;               // as much of it as the rules look at
+    State state = State::untried;
+    bool isWanted = false; // the walk waits for it
+    bool isApart = false;  // nothing in it is read ahead
+    Clock::time_point since = Clock::now();
+    FolderContents contents; // while ready
+    std::size_t bytes = 0;   // held for the walk
+
+    Names subfolders;                    // that nobody has begun to list
+    std::list<Branch*> begun;            // those before them that the walk has not come to
+    std::list<Branch*> outOfOrder{this}; // the element that stands for this one, while it is not in the order
+    std::list<Branch*>::iterator place = outOfOrder.begin();
+    std::list<Branch>::iterator self;
+};
+
+class ReadAhead : public std::enable_shared_from_this<ReadAhead> {
+public:
+    ReadAhead(std::unique_ptr<Folder> top, std::string path, ReadAheadRules rules, std::size_t helpers);
+    ~ReadAhead();
+    ReadAhead(const ReadAhead&) = delete;
+    ReadAhead& operator=(const ReadAhead&) = delete;
+
+    // For the walk.
+    [[nodiscard]] Branch& top() { return m_branches.back(); }
+    [[nodiscard]] bool list(Branch& branch, FolderContents& contents, const std::stop_token& stop,
+                            const ListingPace& pace);
+    [[nodiscard]] std::unique_ptr<Folder> enter(Branch& parent, std::string_view name);
+    void leave(Branch& branch);
+    void stop() { m_stop.request_stop(); }
+
+private:
+    using Lock = std::unique_lock<std::mutex>;
+
+    [[nodiscard]] bool listForWalk(Branch& branch, FolderContents& contents, const std::stop_token& stop,
+                                   const ListingPace& pace);
+    void waitFor(Branch& branch, Lock& lock, const std::stop_token& stop);
+    void endReadingAhead(const std::stop_token& stop);
+
+    void help();
+    void callHelper();
+    void startHelper() noexcept;
+    [[nodiscard]] Branch* beginNext();
+    [[nodiscard]] Branch& begin(Branch& parent, bool isAhead);
+    [[nodiscard]] Branch& add(Branch& parent, std::string_view name);
+    [[nodiscard]] static Folder& folderOf(Branch& branch);
+    void readAhead(Branch& branch, Lock& lock, const std::stop_token& stop, bool mayPause);
+    [[nodiscard]] bool pauseWhileFull(const Branch& branch, std::size_t& counted, std::size_t bytes);
+    [[nodiscard]] Names subfoldersIn(const Branch& branch, const FolderContents& contents) const;
+    [[nodiscard]] std::string pathIn(const Branch& branch, std::string_view name) const;
+    void putInOrder(Branch& branch, std::list<Branch*>::iterator before);
+    void takeOutOfOrder(Branch& branch);
+    void hold(std::size_t bytes);
+    void release(std::size_t bytes);
+
+    const ReadAheadRules m_rules;
+    const std::size_t m_mostHelpers;
+    std::stop_source m_stop;
+
+    std::mutex m_mutex; // for all below, and for branches but what a reader of theirs touches
+    std::condition_variable_any m_walkWaits;
+    std::condition_variable_any m_helpersWait;
+    std::list<Branch> m_branches; // newest first, so that the folders in a folder are destroyed before it
+    std::list<Branch*> m_order;   // those with folders that nobody has begun to list, and those being read ahead
+    std::vector<FolderContents> m_spareContents;
+    std::size_t m_notBegun = 0; // names in all branches
+    std::size_t m_bytesAhead = 0;
+    std::size_t m_helpers = 0;
+    std::size_t m_idleHelpers = 0;
+    std::size_t m_readers = 0;
+    bool m_isFull = false; // until half of it is gone
+    bool m_isAbandoned = false;
+    bool m_hasEnded = false; // descriptors have run out: the walk goes on alone
+};
+
+/// What the walk holds of a branch.
+class ReadAheadFolder final : public Folder {
+public:
+    ReadAheadFolder(std::shared_ptr<ReadAhead> ahead, Branch& branch) : m_ahead(std::move(ahead)), m_branch(branch) {}
+    ~ReadAheadFolder() override
+    {
+        const bool isTop = m_branch.parent == nullptr;
+        m_ahead->leave(m_branch);
+        if (isTop) {
+            m_ahead->stop();
+        }
+    }
+    ReadAheadFolder(const ReadAheadFolder&) = delete;
+    ReadAheadFolder& operator=(const ReadAheadFolder&) = delete;
+
+    [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop, const ListingPace& pace) override
+    {
+        return m_ahead->list(m_branch, contents, stop, pace);
+    }
+    [[nodiscard]] std::unique_ptr<Folder> folder(std::string_view name) override
+    {
+        return m_ahead->enter(m_branch, name);
+    }
+
+private:
+    const std::shared_ptr<ReadAhead> m_ahead;
+    Branch& m_branch;
+};
+
+ReadAhead::ReadAhead(std::unique_ptr<Folder> top, std::string path, ReadAheadRules rules, std::size_t helpers)
+    : m_rules(std::move(rules))
+    , m_mostHelpers(helpers)
+{
+    m_branches.emplace_front(std::move(top), std::move(path));
+    Branch& branch = m_branches.front();
+    branch.self = m_branches.begin();
+    branch.path.resize(std::min(branch.path.size(), m_rules.decisiveLength));
+}
+
+ReadAhead::~ReadAhead()
+{
+    while (!m_branches.empty()) {
+        m_branches.pop_front();
+    }
+}
+
+bool ReadAhead::list(Branch& branch, FolderContents& contents, const std::stop_token& stop, const ListingPace& pace)
+{
+    Lock lock(m_mutex);
+    waitFor(branch, lock, stop);
+    if (stop.stop_requested()) {
+        return false;
+    }
+    if (branch.state == Branch::State::ready) {
+        std::swap(contents, branch.contents);
+        branch.state = Branch::State::taken;
+        if (m_spareContents.size() < mostSpareContents) {
+            m_spareContents.push_back(std::move(branch.contents));
+        }
+        release(std::exchange(branch.bytes, 0));
+        callHelper();
+        return true;
+    }
+    lock.unlock();
+    return listForWalk(branch, contents, stop, pace);
+}
+
+/// Where a helper is at it, the walk makes itself useful meanwhile, unless that helper seems to wait for a disk.
+void ReadAhead::waitFor(Branch& branch, Lock& lock, const std::stop_token& stop)
+{
+    while (branch.state == Branch::State::reading && !stop.stop_requested()) {
+        if (!std::exchange(branch.isWanted, true) && m_isFull) {
+            m_helpersWait.notify_all(); // this one may pause
+        }
+        Branch* const next = Clock::now() - branch.since < longListing ? beginNext() : nullptr;
+        if (next != nullptr) {
+            readAhead(*next, lock, stop, false);
+        } else {
+            m_walkWaits.wait(lock, stop, [&branch] { return branch.state != Branch::State::reading; });
+        }
+    }
+}
+
+bool ReadAhead::listForWalk(Branch& branch, FolderContents& contents, const std::stop_token& stop,
+                            const ListingPace& pace)
+{
+    bool isListed = folderOf(branch).list(contents, stop, pace);
+    if (!isListed && branch.folder->lackedDescriptors() && branch.parent != nullptr) {
+        endReadingAhead(stop);
+        branch.folder.reset();
+        contents.clear();
+        isListed = folderOf(branch).list(contents, stop, pace);
+    }
+    if (!isListed) {
+        return false;
+    }
+    Names subfolders = branch.isApart ? Names() : subfoldersIn(branch, contents);
+    const Lock lock(m_mutex);
+    branch.state = Branch::State::taken;
+    if (subfolders.count() > 0) {
+        m_notBegun += subfolders.count();
+        branch.subfolders = std::move(subfolders);
+        putInOrder(branch, m_order.begin()); // nothing is nearer than where the walk is
+        callHelper();
+    }
+    return true;
+}
+
+/// Gives back what helpers hold open, but for one that hangs.
+void ReadAhead::endReadingAhead(const std::stop_token& stop)
+{
+    Lock lock(m_mutex);
+    m_hasEnded = true;
+    m_helpersWait.notify_all();
+    m_walkWaits.wait_for(lock, stop, patienceForDescriptors, [this] { return m_readers == 0; });
+}
+
+std::unique_ptr<Folder> ReadAhead::enter(Branch& parent, std::string_view name)
+{
+    const Lock lock(m_mutex);
+    Branch* branch = nullptr;
+    if (!parent.begun.empty() && parent.begun.front()->name == name) {
+        branch = parent.begun.front();
+        parent.begun.pop_front();
+    } else if (parent.begun.empty() && parent.subfolders.count() > 0 && parent.subfolders.first() == name) {
+        branch = &begin(parent, false);
+    } else {
+        branch = &add(parent, name);
+        branch->isApart = true;
+    }
+    return std::make_unique<ReadAheadFolder>(shared_from_this(), *branch);
+}
+
+/// Where a helper is still in a folder, the walk has been cancelled; then all folders above stay until the end.
+void ReadAhead::leave(Branch& branch)
+{
+    std::list<Branch> left;
+    const Lock lock(m_mutex);
+    m_isAbandoned = m_isAbandoned || branch.state == Branch::State::reading || !branch.begun.empty();
+    if (m_isAbandoned) {
+        return;
+    }
+    takeOutOfOrder(branch);
+    m_notBegun -= branch.subfolders.count();
+    release(branch.bytes);
+    left.splice(left.begin(), m_branches, branch.self);
+}
+
+void ReadAhead::help()
+{
+    Lock lock(m_mutex);
+    const std::stop_token stop = m_stop.get_token();
+    while (!stop.stop_requested()) {
+        if (Branch* const next = beginNext()) {
+            readAhead(*next, lock, stop, true);
+            continue;
+        }
+        ++m_idleHelpers;
+        m_helpersWait.wait(lock, stop, [this] { return m_notBegun > 0 && !m_isFull && !m_hasEnded; });
+        --m_idleHelpers;
+    }
+}
+
+/// The only folder that is left is the one to which the walk comes next.
+void ReadAhead::callHelper()
+{
+    if (m_notBegun < 2 || m_isFull || m_hasEnded) {
+        return;
+    }
+    if (m_idleHelpers > 0) {
+        m_helpersWait.notify_one();
+    } else if (m_helpers < m_mostHelpers) {
+        startHelper();
+    }
+}
+
+/// Where none can be started, those that there are will do.
+void ReadAhead::startHelper() noexcept
+{
+    try {
+        const auto work = [self = shared_from_this()] { self->help(); };
+        if (!Background::start("read ahead", Background::Priority::userInitiated, work)) {
+            ++m_helpers;
+        }
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+}
+
+/// The nearest folder that nobody has begun to list, or null.
+Branch* ReadAhead::beginNext()
+{
+    if (m_isFull || m_hasEnded || m_notBegun == 0) {
+        return nullptr;
+    }
+    const auto next =
+        std::ranges::find_if(m_order, [](const Branch* branch) { return branch->subfolders.count() > 0; });
+    return &begin(**next, true);
+}
+
+/// The first of the folders in `parent` that nobody has begun to list.
+Branch& ReadAhead::begin(Branch& parent, bool isAhead)
+{
+    std::list<Branch*> entry{nullptr};
+    Branch& branch = add(parent, parent.subfolders.first());
+    if (isAhead) {
+        branch.state = Branch::State::reading;
+        putInOrder(branch, parent.place);
+        entry.front() = &branch;
+        parent.begun.splice(parent.begun.end(), entry);
+    }
+    parent.subfolders.dropFirst();
+    --m_notBegun;
+    if (parent.subfolders.count() == 0) {
+        takeOutOfOrder(parent);
+    }
+    return branch;
+}
+
+Branch& ReadAhead::add(Branch& parent, std::string_view name)
+{
+    std::list<Branch> one;
+    one.emplace_front(parent, name, pathIn(parent, name));
+    one.front().self = one.begin();
+    m_branches.splice(m_branches.begin(), one);
+    return m_branches.front();
+}
+
+/// Most folders hold none that will be entered and are not kept. The parent of such a folder is.
+Folder& ReadAhead::folderOf(Branch& branch)
+{
+    if (branch.folder == nullptr) {
+        branch.folder = folderOf(*branch.parent).folder(branch.name);
+    }
+    return *branch.folder;
+}
+
+/// Lists `branch` with the lock let go.
+void ReadAhead::readAhead(Branch& branch, Lock& lock, const std::stop_token& stop, bool mayPause)
+{
+    FolderContents contents;
+    if (!m_spareContents.empty()) {
+        contents = std::move(m_spareContents.back());
+        m_spareContents.pop_back();
+        contents.clear();
+    }
+    ++m_readers;
+    lock.unlock();
+    std::size_t counted = 0;
+    Names subfolders;
+    bool isListed = false;
+    try {
+        isListed = folderOf(branch).list(contents, stop, [&](const FolderContents& soFar) {
+            return !mayPause || pauseWhileFull(branch, counted, soFar.bytes());
+        });
+        if (isListed) {
+            subfolders = subfoldersIn(branch, contents);
+        }
+    } catch (...) { // whatever it is, the walk will meet it
+        isListed = false;
+    }
+    const bool lacksDescriptors = !isListed && branch.folder != nullptr && branch.folder->lackedDescriptors();
+    if (!isListed || subfolders.count() == 0) {
+        branch.folder.reset();
+    }
+    lock.lock();
+    --m_readers;
+    release(counted);
+    m_hasEnded = m_hasEnded || lacksDescriptors;
+    if (isListed) {
+        branch.bytes = bytesOfBranch + contents.bytes() + subfolders.bytes();
+        hold(branch.bytes);
+        branch.contents = std::move(contents);
+        branch.subfolders = std::move(subfolders);
+        m_notBegun += branch.subfolders.count();
+    }
+    branch.state = isListed ? Branch::State::ready : Branch::State::untried;
+    if (branch.subfolders.count() == 0) {
+        takeOutOfOrder(branch);
+    } else {
+        callHelper();
+    }
+    if (branch.isWanted || m_hasEnded) {
+        m_walkWaits.notify_all();
+    }
+}
+
+/// False when the listing is to end. `counted` are the bytes of it that count as held.
+bool ReadAhead::pauseWhileFull(const Branch& branch, std::size_t& counted, std::size_t bytes)
+{
+    Lock lock(m_mutex);
+    hold(bytes - std::exchange(counted, bytes));
+    const std::stop_token stop = m_stop.get_token();
+    m_helpersWait.wait(lock, stop, [this, &branch] { return !m_isFull || m_hasEnded || branch.isWanted; });
+    return !stop.stop_requested() && (!m_hasEnded || branch.isWanted);
+}
+
+Names ReadAhead::subfoldersIn(const Branch& branch, const FolderContents& contents) const
+{
+    Names names;
+    for (std::size_t i = 0; i < contents.size(); ++i) {
+        const auto [name, values] = contents[i];
+        if (values != nullptr && values->isDirectory.value_or(false) &&
+            m_rules.mayEnter(pathIn(branch, name), *values)) {
+            names.append(name);
+        }
+    }
+    return names;
+}
+
+/// The beginning of an entry's path.
+std::string ReadAhead::pathIn(const Branch& branch, std::string_view name) const
+{
+    std::string path = branch.path;
+    if (path.size() < m_rules.decisiveLength) {
+        path += path == "/" ? "" : "/";
+        path += name;
+        path.resize(std::min(path.size(), m_rules.decisiveLength));
+    }
+    return path;
+}
+
+void ReadAhead::putInOrder(Branch& branch, std::list<Branch*>::iterator before)
+{
+    m_order.splice(before, branch.outOfOrder);
+}
+
+void ReadAhead::takeOutOfOrder(Branch& branch)
+{
+    if (branch.outOfOrder.empty()) {
+        branch.outOfOrder.splice(branch.outOfOrder.begin(), m_order, branch.place);
+    }
+}
+
+void ReadAhead::hold(std::size_t bytes)
+{
+    m_bytesAhead += bytes;
+    m_isFull = m_isFull || m_bytesAhead >= mostBytesAhead;
+}
+
+void ReadAhead::release(std::size_t bytes)
+{
+    m_bytesAhead -= bytes;
+    if (m_isFull && m_bytesAhead <= mostBytesAhead / 2) {
+        m_isFull = false;
+        m_helpersWait.notify_all();
+    }
+}
+
+} // namespace
+
+std::unique_ptr<Folder> readingAhead(std::unique_ptr<Folder> top, std::string path, ReadAheadRules rules,
+                                     std::size_t helpers)
+{
+    const auto ahead = std::make_shared<ReadAhead>(std::move(top), std::move(path), std::move(rules), helpers);
+    return std::make_unique<ReadAheadFolder>(ahead, ahead->top());
+}
+
+} // namespace morlaine
