@@ -1,6 +1,7 @@
 #include "Platform/ReadAhead.h"
 
 #include "Platform/Background.h"
+#include "Platform/BriefMutex.h"
 
 #include <algorithm>
 #include <chrono>
@@ -100,7 +101,7 @@ public:
     void stop() { m_stop.request_stop(); }
 
 private:
-    using Lock = std::unique_lock<std::mutex>;
+    using Lock = std::unique_lock<BriefMutex>;
 
     [[nodiscard]] bool listForWalk(Branch& branch, FolderContents& contents, const std::stop_token& stop,
                                    const ListingPace& pace);
@@ -115,7 +116,7 @@ private:
     [[nodiscard]] Branch& add(Branch& parent, std::string_view name);
     [[nodiscard]] static Folder& folderOf(Branch& branch);
     void readAhead(Branch& branch, Lock& lock, const std::stop_token& stop, bool mayPause);
-    [[nodiscard]] bool pauseWhileFull(const Branch& branch, std::size_t& counted, std::size_t bytes);
+    [[nodiscard]] bool countAsHeld(const Branch& branch, std::size_t& counted, std::size_t bytes, bool mayPause);
     [[nodiscard]] Names subfoldersIn(const Branch& branch, const FolderContents& contents) const;
     [[nodiscard]] std::string pathIn(const Branch& branch, std::string_view name) const;
     void putInOrder(Branch& branch, std::list<Branch*>::iterator before);
@@ -127,7 +128,7 @@ private:
     const std::size_t m_mostHelpers;
     std::stop_source m_stop;
 
-    std::mutex m_mutex; // for all below, and for branches but what a reader of theirs touches
+    BriefMutex m_mutex; // for all below, and for branches but what a reader of theirs touches
     std::condition_variable_any m_walkWaits;
     std::condition_variable_any m_helpersWait;
     std::list<Branch> m_branches; // newest first, so that the folders in a folder are destroyed before it
@@ -396,7 +397,7 @@ void ReadAhead::readAhead(Branch& branch, Lock& lock, const std::stop_token& sto
     bool isListed = false;
     try {
         isListed = folderOf(branch).list(contents, stop, [&](const FolderContents& soFar) {
-            return !mayPause || pauseWhileFull(branch, counted, soFar.bytes());
+            return countAsHeld(branch, counted, soFar.bytes(), mayPause);
         });
         if (isListed) {
             subfolders = subfoldersIn(branch, contents);
@@ -430,14 +431,19 @@ void ReadAhead::readAhead(Branch& branch, Lock& lock, const std::stop_token& sto
     }
 }
 
-/// False when the listing is to end. `counted` are the bytes of it that count as held.
-bool ReadAhead::pauseWhileFull(const Branch& branch, std::size_t& counted, std::size_t bytes)
+/// False when the listing is to end. `counted` are the bytes of it that count as held. When too much is held, a helper
+/// waits, and the walk, for which all would wait, gives up.
+bool ReadAhead::countAsHeld(const Branch& branch, std::size_t& counted, std::size_t bytes, bool mayPause)
 {
     Lock lock(m_mutex);
     hold(bytes - std::exchange(counted, bytes));
+    const auto mayGoOn = [this, &branch] { return branch.isWanted || (!m_isFull && !m_hasEnded); };
+    if (!mayPause) {
+        return mayGoOn();
+    }
     const std::stop_token stop = m_stop.get_token();
-    m_helpersWait.wait(lock, stop, [this, &branch] { return !m_isFull || m_hasEnded || branch.isWanted; });
-    return !stop.stop_requested() && (!m_hasEnded || branch.isWanted);
+    m_helpersWait.wait(lock, stop, [&] { return mayGoOn() || m_hasEnded; });
+    return !stop.stop_requested() && mayGoOn();
 }
 
 Names ReadAhead::subfoldersIn(const Branch& branch, const FolderContents& contents) const

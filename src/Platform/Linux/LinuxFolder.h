@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/BriefMutex.h"
 #include "Platform/FileSystem.h"
 #include "Platform/Linux/FileDescriptor.h"
 #include "Platform/Linux/Measure.h"
@@ -8,7 +9,6 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -21,7 +21,7 @@ class LinuxFolder;
 
 /// What all folders of one walk share. Any thread.
 struct WalkState {
-    std::mutex mutex;                     // for the next, and for the descriptors of all folders
+    BriefMutex mutex;                     // for the next, and for the descriptors of all folders
     std::deque<LinuxFolder*> openFolders; // longest unused first
     std::atomic<bool> hasOpenat2 = true;  // until the kernel, or a filter of system calls, says otherwise
     std::optional<WalkedVolume> volume;   // known when the top is first opened, which comes before everything
