@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QEnterEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyleHints>
 
@@ -117,7 +118,9 @@ void TreemapCanvas::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     if (m_layout->empty()) {
-        paintText(painter);
+        paintText(painter, m_text);
+    } else if (base().isNull()) {
+        paintText(painter, QStringLiteral("There is not enough memory for this."));
     } else {
         painter.drawPixmap(QPointF(), base());
         paintMarks(painter);
@@ -127,12 +130,12 @@ void TreemapCanvas::paintEvent(QPaintEvent* /*event*/)
     }
 }
 
-void TreemapCanvas::paintText(QPainter& painter) const
+void TreemapCanvas::paintText(QPainter& painter, const QString& text) const
 {
     painter.fillRect(rect(), Theme::panelBackground(palette()));
     painter.setFont(TextStyles::font(TextStyle::headline));
     painter.setPen(Theme::textSecondary(palette()));
-    painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | static_cast<int>(Qt::TextWordWrap), m_text);
+    painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | static_cast<int>(Qt::TextWordWrap), text);
 }
 
 void TreemapCanvas::paintMarks(QPainter& painter) const
@@ -216,6 +219,33 @@ void TreemapCanvas::mouseDoubleClickEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton) {
         m_pressedAt.reset();
         Q_EMIT doubleClicked(event->position());
+    }
+}
+
+void TreemapCanvas::keyPressEvent(QKeyEvent* event)
+{
+    using TreemapDecisions::Move;
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    switch (isPlain ? event->key() : 0) {
+    case Qt::Key_Left:
+        return Q_EMIT moveRequested(Move::left);
+    case Qt::Key_Right:
+        return Q_EMIT moveRequested(Move::right);
+    case Qt::Key_Up:
+        return Q_EMIT moveRequested(Move::up);
+    case Qt::Key_Down:
+        return Q_EMIT moveRequested(Move::down);
+    case Qt::Key_Home:
+        return Q_EMIT moveRequested(Move::largest);
+    case Qt::Key_End:
+        return Q_EMIT moveRequested(Move::smallest);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return event->isAutoRepeat() ? void() : Q_EMIT zoomRequested();
+    case Qt::Key_Backspace:
+        return event->isAutoRepeat() ? void() : Q_EMIT leaveRequested();
+    default:
+        QWidget::keyPressEvent(event);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "Core/Treemap/TreemapLayout.h"
 #include "Services/Search/SearchResults.h"
+#include "UI/Views/Treemap/TreemapDecisions.h"
 
 #include <QPixmap>
 #include <QString>
@@ -58,6 +59,11 @@ Q_SIGNALS:
     void doubleClicked(const QPointF& point);
     void menuRequested(const QPoint& globalPoint);
 
+    /// By key: the selection moves, what is selected is zoomed into, the folder that is shown is left.
+    void moveRequested(morlaine::TreemapDecisions::Move move);
+    void zoomRequested();
+    void leaveRequested();
+
     /// Another layout is shown, which has no selected rectangle yet.
     void layoutShown();
 
@@ -69,6 +75,7 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -88,7 +95,7 @@ private:
     void forgetBase();
     void updateMark(const std::optional<Rect>& rect);
     void updateFocusFrame();
-    void paintText(QPainter& painter) const;
+    void paintText(QPainter& painter, const QString& text) const;
     void paintMarks(QPainter& painter) const;
     void paintFocus(QPainter& painter) const;
 

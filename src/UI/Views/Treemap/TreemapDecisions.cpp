@@ -3,6 +3,7 @@
 #include "Utilities/ShownText.h"
 
 #include <algorithm>
+#include <limits>
 #include <string>
 
 namespace morlaine::TreemapDecisions {
@@ -20,7 +21,92 @@ Info info(const FileNode& node, const Color& color)
     return {color, shownText(node.name()), QStringLiteral("(%1)").arg(QString::fromStdString(node.formattedSize()))};
 }
 
+/// Of folders only the outermost are ever under the pointer.
+bool canBePointedAt(const TreemapLayout::Item& item)
+{
+    return isLargeEnoughToPointAt(item.rect) && (item.isFolder == 0 || item.depth == 0);
+}
+
+/// A rectangle as a move to the right sees it: mirrored or turned for the other directions.
+struct Turned {
+    double begin;
+    double end;
+    double near; // the edges across the direction
+    double far;
+};
+
+Turned turned(const Rect& rect, Move move)
+{
+    const double right = rect.x + rect.width;
+    const double bottom = rect.y + rect.height;
+    switch (move) {
+    case Move::left:
+        return {-right, -rect.x, rect.y, bottom};
+    case Move::up:
+        return {-bottom, -rect.y, rect.x, right};
+    case Move::down:
+        return {rect.y, bottom, rect.x, right};
+    default:
+        return {rect.x, right, rect.y, bottom};
+    }
+}
+
+/// How far a rectangle lies ahead, in points; what lies aside counts twice. Infinite for one that is not ahead.
+double distance(const Turned& from, double front, const Turned& to)
+{
+    constexpr double rounding = 0.01;
+    if (to.begin < front - rounding) {
+        return std::numeric_limits<double>::infinity();
+    }
+    const double middle = (from.near + from.far) / 2;
+    const double aside = std::max({to.near - middle, middle - to.far, 0.0});
+    return to.begin - front + 2 * aside;
+}
+
+std::optional<std::size_t> neighbour(const TreemapLayout& layout, std::size_t from, Move move)
+{
+    const std::span<const TreemapLayout::Item> items = layout.items();
+    const Turned start = turned(items[from].rect, move);
+    const bool entersFolder = items[from].isFolder != 0 && from + 1 < items.size() && items[from + 1].depth > 0;
+    // A folder's own edge is none that a file in it has.
+    const double front = entersFolder ? start.begin + 1 : start.end;
+    std::optional<std::size_t> nearest;
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        if (index != from && canBePointedAt(items[index])) {
+            if (const double far = distance(start, front, turned(items[index].rect, move)); far < least) {
+                least = far;
+                nearest = index;
+            }
+        }
+    }
+    return nearest;
+}
+
+std::optional<std::size_t> extreme(const TreemapLayout& layout, bool isLargest)
+{
+    const std::span<const TreemapLayout::Item> items = layout.items();
+    std::optional<std::size_t> found;
+    std::int64_t size = 0;
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        const std::int64_t itemSize = layout.tree().sizeOf(items[index].node);
+        if (canBePointedAt(items[index]) && (!found || (isLargest ? itemSize > size : itemSize < size))) {
+            found = index;
+            size = itemSize;
+        }
+    }
+    return found;
+}
+
 } // namespace
+
+std::optional<std::size_t> destination(const TreemapLayout& layout, std::optional<std::size_t> from, Move move)
+{
+    if (!from || move == Move::largest || move == Move::smallest) {
+        return extreme(layout, move != Move::smallest);
+    }
+    return neighbour(layout, *from, move);
+}
 
 Outline folderOutline(std::int64_t depth)
 {

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "Core/Models/TreemapRect.h"
+#include "Core/Treemap/TreemapLayout.h"
 
 #include <QPointF>
 #include <QRectF>
 #include <QString>
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
@@ -48,6 +49,15 @@ inline constexpr double sizeOpacity = 0.75; // white
 {
     return rect.width > 4 && rect.height > 4;
 }
+
+/// Where the selection can go by a key.
+enum class Move : std::uint8_t { left, right, up, down, largest, smallest };
+
+/// The index of the rectangle to which the selection goes from that at `from`; the largest when nothing is selected.
+/// Only files and folders that a person could point at are reached. A move into a folder reaches the folder first, and
+/// from there what lies in it, at the side from which it was entered. Nothing where there is none in that direction.
+[[nodiscard]] std::optional<std::size_t> destination(const TreemapLayout& layout, std::optional<std::size_t> from,
+                                                     Move move);
 
 /// Nothing for a rectangle that is too small for labels.
 [[nodiscard]] std::optional<Labels> labelsIn(const Rect& rect);

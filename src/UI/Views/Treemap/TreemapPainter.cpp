@@ -19,6 +19,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <thread>
 #include <vector>
 
@@ -190,6 +191,9 @@ public:
     {
         const QSize size = pixelsOf(m_scene);
         QImage image(size, QImage::Format_RGB32);
+        if (image.isNull()) {
+            throw std::bad_alloc();
+        }
         TilePainter painter(m_scene, m_isDimmed);
         std::vector<bool> isPainted(m_slots.size());
         const auto paintTile = [&](std::size_t tile) {
@@ -346,9 +350,13 @@ QImage paintRects(const Scene& scene)
 
 QPixmap paintBase(const Scene& scene)
 {
-    QImage image = paintRects(scene);
-    paintLabels(image, scene);
-    return QPixmap::fromImage(std::move(image));
+    try {
+        QImage image = paintRects(scene);
+        paintLabels(image, scene);
+        return QPixmap::fromImage(std::move(image));
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
 }
 
 void paintSelection(QPainter& painter, const Rect& rect, const QColor& accent)

@@ -26,10 +26,11 @@ struct Scene {
     double devicePixelRatio = 1;
 };
 
-/// All rectangles, without labels: deeper ones over those around them.
+/// All rectangles, without labels: deeper ones over those around them. Throws std::bad_alloc.
 [[nodiscard]] QImage paintRects(const Scene& scene);
 
-/// The same with labels, without selection and pointer, at the resolution of the screen.
+/// The same with labels, without selection and pointer, at the resolution of the screen. Null where
+/// memory does not suffice.
 [[nodiscard]] QPixmap paintBase(const Scene& scene);
 
 /// Marks over the base picture.

@@ -11,6 +11,7 @@
 
 #include <QVBoxLayout>
 
+#include <new>
 #include <utility>
 
 namespace morlaine {
@@ -79,6 +80,9 @@ void TreemapView::connectCanvas()
     connect(m_canvas, &TreemapCanvas::clicked, this, &TreemapView::select);
     connect(m_canvas, &TreemapCanvas::doubleClicked, this, &TreemapView::zoomIn);
     connect(m_canvas, &TreemapCanvas::menuRequested, this, &TreemapView::openMenu);
+    connect(m_canvas, &TreemapCanvas::moveRequested, this, &TreemapView::moveSelection);
+    connect(m_canvas, &TreemapCanvas::zoomRequested, this, &TreemapView::zoomIntoSelection);
+    connect(m_canvas, &TreemapCanvas::leaveRequested, this, [this] { m_viewModel.zoomOut(); });
     connect(m_canvas, &TreemapCanvas::rectPressed, this,
             [this](std::size_t position) { m_viewModel.setSelectedNode(computedRects()[position].node); });
 }
@@ -117,13 +121,24 @@ void TreemapView::recalculateLayout(const QSizeF& size)
         if (m_computedRects->isBeingRead()) { // by a painter that comes too late to be of use
             m_computedRects = std::make_shared<TreemapLayout>();
         }
-        TreemapEngine::layOut(*root, {0, 0, size.width(), size.height()}, *m_computedRects, 4, 0);
+        layOut(*root, size);
     }
     m_canvas->showLayout(m_computedRects, TreemapDecisions::textInsteadOfRects(root.has_value()));
     if (isSameRoot) {
         followHoveredRect();
     }
     showSelection();
+}
+
+/// Where memory does not suffice there are no rectangles.
+void TreemapView::layOut(const FileNode& root, const QSizeF& size)
+{
+    try {
+        TreemapEngine::layOut(root, {0, 0, size.width(), size.height()}, *m_computedRects, 4, 0);
+    } catch (const std::bad_alloc&) {
+        m_computedRects->clear();
+        m_viewModel.reportLackOfMemory();
+    }
 }
 
 /// The pointer has not moved, so that the item it was on stays the hovered one; its mark goes where the item now lies.
@@ -183,6 +198,20 @@ void TreemapView::select(const QPointF& point)
 {
     if (std::optional<TreemapRect> found = rectAt(point)) {
         m_viewModel.setSelectedNode(std::move(found->node));
+    }
+}
+
+void TreemapView::moveSelection(TreemapDecisions::Move move)
+{
+    if (const auto index = TreemapDecisions::destination(computedRects(), m_canvas->selectedPosition(), move)) {
+        m_viewModel.setSelectedNode(computedRects()[*index].node);
+    }
+}
+
+void TreemapView::zoomIntoSelection()
+{
+    if (const std::optional<std::size_t> index = m_canvas->selectedPosition()) {
+        m_viewModel.zoomIn(computedRects()[*index].node); // nothing for a file
     }
 }
 

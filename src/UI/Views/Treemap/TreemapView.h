@@ -3,6 +3,7 @@
 #include "Core/Models/TreemapRect.h"
 #include "Core/Treemap/TreemapLayout.h"
 #include "UI/Views/Treemap/TreemapCanvas.h"
+#include "UI/Views/Treemap/TreemapDecisions.h"
 #include "Utilities/ChangeObserver.h"
 
 #include <QPointF>
@@ -55,10 +56,13 @@ private:
     void showHover();
     void showInfo();
     void followHoveredRect();
+    void layOut(const FileNode& root, const QSizeF& size);
     void setHoveredRect(std::optional<TreemapRect> rect);
 
     void select(const QPointF& point);
     void zoomIn(const QPointF& point);
+    void moveSelection(TreemapDecisions::Move move);
+    void zoomIntoSelection();
     void showStep(std::size_t step);
     void openMenu(const QPoint& globalPoint);
 

@@ -315,6 +315,36 @@ TEST_F(TreemapViewTest, ShowsTheFocusAndLeavesShortcutsToTheWindow)
     }
 }
 
+TEST_F(TreemapViewTest, MovesTheSelectionByKey)
+{
+    showTree();
+    const auto press = [this](Qt::Key key) {
+        QTest::keyClick(m_canvas, key);
+        settle();
+        return selected();
+    };
+    const std::string largest = press(Qt::Key_Right);
+    EXPECT_EQ(press(Qt::Key_Home), largest) << "where nothing of the picture is selected, the largest comes first";
+    // Whatever is ahead is reached, and nothing else: each step lies further on.
+    for (const auto& [key, isAhead] : std::initializer_list<std::pair<Qt::Key, bool (*)(QRectF, QRectF)>>{
+             {Qt::Key_Right, [](QRectF from, QRectF to) { return to.left() > from.left(); }},
+             {Qt::Key_Left, [](QRectF from, QRectF to) { return to.right() < from.right(); }},
+             {Qt::Key_Down, [](QRectF from, QRectF to) { return to.top() > from.top(); }},
+             {Qt::Key_Up, [](QRectF from, QRectF to) { return to.bottom() < from.bottom(); }}}) {
+        for (std::string before = selected(), now; (now = press(key)) != before; before = now) {
+            EXPECT_TRUE(isAhead(rectNamed(before), rectNamed(now))) << before << " to " << now;
+        }
+    }
+    EXPECT_NE(press(Qt::Key_End), largest);
+    click(cornerOf("big"));
+    press(Qt::Key_Return);
+    EXPECT_EQ(active(), "big");
+    press(Qt::Key_Return);
+    EXPECT_THAT(model->zoomStack(), testing::SizeIs(1)) << "the folder that is shown is no rectangle";
+    press(Qt::Key_Backspace);
+    EXPECT_NE(active(), "big");
+}
+
 TEST_F(TreemapViewTest, TellsAssistiveProgramsEveryRectangleToPointAt)
 {
     showTree();
