@@ -266,6 +266,7 @@ TEST_F(PersistenceManagerTest, FlushesTheListBehindTheCaller)
     (void)saveToTheEnd("one");
     const auto isTidy = [this] { return namesIn(appFolder()).size() == 2; };
     ASSERT_TRUE(QTest::qWaitFor(isTidy));
+    ASSERT_TRUE(Background::waitForAll(std::chrono::seconds(30)).empty());
     const auto gate = std::make_shared<test::Gate>();
     std::atomic<int> waits = 0;
     onFsync = [&waits, gate, caller = std::this_thread::get_id()] {
