@@ -63,9 +63,9 @@ template <typename Answer>
 void FolderListing::ask(Answer (*question)(const std::string& path), const std::string& path,
                         std::function<void(Answer)> onAnswer)
 {
-    const auto deliver = [this, number = ++m_latest, onAnswer = std::move(onAnswer)](Answer answer) {
+    const auto deliver = [this, number = ++m_latest, onAnswer = std::move(onAnswer)](const Answer& answer) {
         if (number == m_latest) {
-            onAnswer(std::move(answer));
+            onAnswer(answer);
         }
     };
     const std::error_code failure = Background::start(
