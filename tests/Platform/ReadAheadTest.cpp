@@ -234,6 +234,9 @@ TEST(ReadAhead, CanBeCancelledWhileAHelperHangs)
 
 TEST(ReadAhead, GetsAlongWithFewDescriptors)
 {
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the undefined behaviour sanitizer checks pointers through a pipe, for which none is left";
+#endif
     const TemporaryFolder folder;
     for (int level = 0; level < 40; ++level) {
         fs::path path;

@@ -85,8 +85,8 @@ TEST(MessageBuses, AreDeadWhereNothingSensibleIsSaidInTime)
         "REJECTED DBUS_COOKIE_SHA1\r\n",
         garbage,
         "OK 0123456789abcdef0123456789abcdef\r\n" + garbage,
-        std::string("OK 0\r\nl\3\1\1\0\0\0\0\1\0\0\0\x8\0\0\0\5\1u\0\1\0\0\0", 32), // Hello fails
-        std::string("OK 0\r\nl\2\1\1\0\0\0\0\1\0\0\0\x8\0\0\0\5\1s\0\xff\xff\xff\xff", 32),
+        std::string("OK 0\r\nl\3\1\1\0\0\0\0\1\0\0\0\x8\0\0\0\5\1u\0\1\0\0\0", 30), // Hello fails
+        std::string("OK 0\r\nl\2\1\1\0\0\0\0\1\0\0\0\x8\0\0\0\5\1s\0\xff\xff\xff\xff", 30),
     };
     for (const std::string& greeting : greetings) {
         const TemporaryFolder folder;
