@@ -101,6 +101,7 @@ void DiskWalk::visitNextEntry()
 
 void DiskWalk::visit(const Item& item)
 {
+    // NOLINTNEXTLINE(bugprone-branch-clone): the order decides, a link may be excluded
     if (item.values == nullptr) {
         addLeaf(item, 0, false, FileCategory::other);
     } else if (m_rules.isExcluded(m_path, *item.values)) {

@@ -30,7 +30,7 @@
 static std::function<void()> onFsync; // NOLINT(cert-err58-cpp)
 
 /// Takes the place of the system's function in this program.
-extern "C" int fsync(int descriptor)
+extern "C" int fsync(int descriptor) // NOLINT(readability-inconsistent-declaration-parameter-name)
 {
     if (onFsync) {
         onFsync();

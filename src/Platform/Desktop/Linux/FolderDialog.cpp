@@ -50,7 +50,7 @@ std::string meantPath(const QString& text, const std::string& home)
     return isInHome ? home + typed.substr(1) : typed;
 }
 
-std::string withSlash(std::string path)
+std::string withSlash(const std::string& path)
 {
     return path.ends_with('/') ? path : path + '/';
 }
