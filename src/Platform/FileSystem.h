@@ -76,8 +76,7 @@ public:
 
     /// Puts everything in the folder but `.` and `..` into `contents`, which is empty. False when the folder cannot be
     /// listed to its end, or soon after `stop` was triggered; what `contents` holds then has no meaning. Called once.
-    [[nodiscard]] virtual bool list(FolderContents& contents, const std::stop_token& stop,
-                                    const ListingPace& pace) = 0;
+    [[nodiscard]] virtual bool list(FolderContents& contents, const std::stop_token& stop, const ListingPace& pace) = 0;
     [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop) { return list(contents, stop, {}); }
 
     /// Whether the listing failed because too much was open at once, so that it may succeed later.
