@@ -76,7 +76,7 @@ class Display:
             return  # gone meanwhile
 
     def _title(self, window):
-        """None for what is no window of a program, such as a window manager's frame."""
+        """None for a window that belongs to no program, such as a window manager's frame."""
         try:
             title = window.get_full_property(self.connection.intern_atom("_NET_WM_NAME"), X.AnyPropertyType)
             return title.value.decode() if title and window.get_wm_class() else None

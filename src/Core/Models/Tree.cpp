@@ -20,7 +20,7 @@ std::optional<CategorySizes> Tree::categorySizes(Position node) const
     return node == 0 ? m_categorySizes : sumOfFiles(node);
 }
 
-/// What a node holds that is no folder counts for nothing.
+/// Only a folder counts what it holds.
 std::optional<CategorySizes> Tree::sumOfFiles(Position node) const
 {
     CategorySizes sums{};

@@ -26,7 +26,7 @@ struct Row {
 [[nodiscard]] Panel panelFor(bool isScanning, bool hasSelection);
 
 /// Seconds as minutes and seconds, each of two digits at least, without hours: "01:05", "62:05". Fractions are dropped.
-/// "00:00" for what is no duration: negative, infinite or not a number.
+/// "00:00" for an invalid duration: negative, infinite or not a number.
 [[nodiscard]] QString formatDuration(double seconds);
 
 /// Size, share of the scan (with a root that holds anything), and how many items a folder holds.
