@@ -11,7 +11,7 @@ namespace morlaine {
 // what is there; opening, copying and comparing go by the exact name. Any thread.
 //
 // A character without a picture of its own becomes U+FFFD: controls such as line breaks, separators of lines, format
-// characters such as those that turn the direction of the text around, fillers, and what is no character. So
+// characters such as those that turn the direction of the text around, fillers and noncharacters. So
 // "photo<U+202E>gpj.exe" does not read as "photoexe.jpg", and two names that differ look different.
 //
 // Three kinds stay, where they change what is seen and writing needs them: joiners between letters that join (Persian

@@ -51,8 +51,8 @@ public:
     /// The sums of what `node` holds; nothing where one is beyond 64 bits. Kept for the root.
     [[nodiscard]] std::optional<CategorySizes> categorySizes(Position node = 0) const;
 
-    /// How many nodes are no folders, and how many are, the node itself included. What something that is no folder
-    /// holds does not count. Kept for the root, one pass for any other.
+    /// The number of files and of folders in `node`, itself included. Only a folder counts what it holds. Kept for the
+    /// root, one pass for any other.
     [[nodiscard]] std::pair<std::int64_t, std::int64_t> countsOf(Position node) const noexcept
     {
         return node == 0 ? m_counts : countsInside(node);

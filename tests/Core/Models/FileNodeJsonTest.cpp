@@ -198,7 +198,7 @@ TEST(FileNodeJson, RejectsEverythingElseAsAWhole)
         {"file:///a%20b/x.c", {"http://host/x", "/a b/x.c"}, "\"url\" is no file url"},
         {"\"x.c\"", {"null", "[]", "7"}, "type of \"name\", found "},
         {"42", {"\"42\"", "true", "{}"}, "type of \"size\", found a"},
-        {"42", {"42.5", "42.0", "4e2", "0e302"}, "found a number that is no 64-bit integer"},
+        {"42", {"42.5", "42.0", "4e2", "0e302"}, "found a number that is not a 64-bit integer"},
         {"42", {"9223372036854775808", "-9223372036854775809", "99999999999999999999999"}, "beyond 64 bits"},
         {"42", {"1e309"}, "too big"},
         {"42", {"1.9e308"}, "a number is too large"},

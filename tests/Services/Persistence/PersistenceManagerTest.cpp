@@ -146,7 +146,7 @@ TEST_F(PersistenceManagerTest, WritesTheListIndentedForThisUserAlone)
     EXPECT_THAT(namesIn(scans()), ElementsAre(scan.id.toString() + ".json")) << "no temporary file stays";
     (void)m_store->saveScan(FileNode(FileUrl::fromPath("/caf\xE9"), "x", 0, true, FileCategory::other, std::nullopt), 0,
                             1);
-    EXPECT_THAT(paths(), ElementsAre("/caf\uFFFD", scan.path)) << "a path that is no text loses nothing";
+    EXPECT_THAT(paths(), ElementsAre("/caf\uFFFD", scan.path)) << "a path that is not valid text loses nothing";
 }
 
 TEST_F(PersistenceManagerTest, ListsNewestFirstAndWritesTheNewestLast)
