@@ -52,7 +52,7 @@ std::vector<std::uint64_t> TextSearch::takeMarks()
     } else {
         findInWholePaths();
     }
-    // The root's own name is no part of its path: it counts for the root alone.
+    // The root's own name is not part of its path: it counts for the root alone.
     if (lowerName(m_root).find(m_query) != std::string_view::npos) {
         markRange(m_root, m_root + 1);
     }

@@ -14,7 +14,7 @@ const QString busName = QStringLiteral("com.morlaine.Morlaine");
 const QString objectPath = QStringLiteral("/com/morlaine/Morlaine");
 const QString interfaceName = QStringLiteral("org.freedesktop.Application");
 
-/// Urls that are no locations of files are left out.
+/// Leaves out urls that do not name files.
 std::vector<FileUrl> fileUrls(const QStringList& texts)
 {
     std::vector<FileUrl> urls;

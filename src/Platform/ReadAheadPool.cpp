@@ -1,0 +1,345 @@
+#include "Platform/ReadAheadPool.h"
+
+#include "Platform/Background.h"
+
+#include <algorithm>
+#include <new>
+
+namespace morlaine {
+
+namespace {
+
+constexpr std::size_t mostBytesAhead = std::size_t{6} * 1024 * 1024; // about 50,000 entries
+constexpr std::size_t bytesOfBranch = 512;                           // with its folder, names aside
+constexpr std::size_t mostSpareContents = 64;
+constexpr std::chrono::milliseconds longListing{1};
+constexpr std::chrono::milliseconds patienceForDescriptors{100};
+
+} // namespace
+
+ReadAheadPool::ReadAheadPool(std::unique_ptr<Folder> top, std::string path, ReadAheadRules rules, std::size_t helpers)
+    : m_rules(std::move(rules))
+    , m_mostHelpers(helpers)
+{
+    m_branches.emplace_front(std::move(top), std::move(path));
+    Branch& branch = m_branches.front();
+    branch.self = m_branches.begin();
+    branch.path.resize(std::min(branch.path.size(), m_rules.decisiveLength));
+}
+
+ReadAheadPool::~ReadAheadPool()
+{
+    while (!m_branches.empty()) {
+        m_branches.pop_front();
+    }
+}
+
+bool ReadAheadPool::list(Branch& branch, FolderContents& contents, const std::stop_token& stop, const ListingPace& pace)
+{
+    Lock lock(m_mutex);
+    waitFor(branch, lock, stop);
+    if (stop.stop_requested()) {
+        return false;
+    }
+    if (branch.state == Branch::State::ready) {
+        std::swap(contents, branch.contents);
+        branch.state = Branch::State::taken;
+        if (m_spareContents.size() < mostSpareContents) {
+            m_spareContents.push_back(std::move(branch.contents));
+        }
+        release(std::exchange(branch.bytes, 0));
+        callHelper();
+        return true;
+    }
+    lock.unlock();
+    return listForWalk(branch, contents, stop, pace);
+}
+
+/// Where a helper is at it, the walk makes itself useful meanwhile, unless that helper seems to wait for a disk.
+void ReadAheadPool::waitFor(Branch& branch, Lock& lock, const std::stop_token& stop)
+{
+    while (branch.state == Branch::State::reading && !stop.stop_requested()) {
+        if (!std::exchange(branch.isWanted, true) && m_isFull) {
+            m_helpersWait.notify_all(); // this one may pause
+        }
+        Branch* const next = std::chrono::steady_clock::now() - branch.since < longListing ? beginNext() : nullptr;
+        if (next != nullptr) {
+            readAhead(*next, lock, stop, false);
+        } else {
+            m_walkWaits.wait(lock, stop, [&branch] { return branch.state != Branch::State::reading; });
+        }
+    }
+}
+
+bool ReadAheadPool::listForWalk(Branch& branch, FolderContents& contents, const std::stop_token& stop,
+                                const ListingPace& pace)
+{
+    bool isListed = folderOf(branch).list(contents, stop, pace);
+    if (!isListed && branch.folder->lackedDescriptors() && branch.parent != nullptr) {
+        endReadingAhead(stop);
+        branch.folder.reset();
+        contents.clear();
+        isListed = folderOf(branch).list(contents, stop, pace);
+    }
+    if (!isListed) {
+        return false;
+    }
+    Names subfolders = branch.isApart ? Names() : subfoldersIn(branch, contents);
+    const Lock lock(m_mutex);
+    branch.state = Branch::State::taken;
+    if (subfolders.count() > 0) {
+        m_notBegun += subfolders.count();
+        branch.subfolders = std::move(subfolders);
+        putInOrder(branch, m_order.begin()); // nothing is nearer than where the walk is
+        callHelper();
+    }
+    return true;
+}
+
+/// Gives back what helpers hold open, but for one that hangs.
+void ReadAheadPool::endReadingAhead(const std::stop_token& stop)
+{
+    Lock lock(m_mutex);
+    m_hasEnded = true;
+    m_helpersWait.notify_all();
+    m_walkWaits.wait_for(lock, stop, patienceForDescriptors, [this] { return m_readers == 0; });
+}
+
+ReadAheadPool::Branch& ReadAheadPool::enter(Branch& parent, std::string_view name)
+{
+    const Lock lock(m_mutex);
+    if (!parent.begun.empty() && parent.begun.front()->name == name) {
+        Branch& branch = *parent.begun.front();
+        parent.begun.pop_front();
+        return branch;
+    }
+    if (parent.begun.empty() && parent.subfolders.count() > 0 && parent.subfolders.first() == name) {
+        return begin(parent, false);
+    }
+    Branch& branch = add(parent, name);
+    branch.isApart = true;
+    return branch;
+}
+
+/// Where a helper is still in a folder, the walk has been cancelled; then all folders above stay until the end.
+void ReadAheadPool::leave(Branch& branch)
+{
+    std::list<Branch> left;
+    const Lock lock(m_mutex);
+    m_isAbandoned = m_isAbandoned || branch.state == Branch::State::reading || !branch.begun.empty();
+    if (m_isAbandoned) {
+        return;
+    }
+    takeOutOfOrder(branch);
+    m_notBegun -= branch.subfolders.count();
+    release(branch.bytes);
+    left.splice(left.begin(), m_branches, branch.self);
+}
+
+void ReadAheadPool::help()
+{
+    Lock lock(m_mutex);
+    const std::stop_token stop = m_stop.get_token();
+    while (!stop.stop_requested()) {
+        if (Branch* const next = beginNext()) {
+            readAhead(*next, lock, stop, true);
+            continue;
+        }
+        ++m_idleHelpers;
+        m_helpersWait.wait(lock, stop, [this] { return m_notBegun > 0 && !m_isFull && !m_hasEnded; });
+        --m_idleHelpers;
+    }
+}
+
+/// The only folder that is left is the one to which the walk comes next.
+void ReadAheadPool::callHelper()
+{
+    if (m_notBegun < 2 || m_isFull || m_hasEnded) {
+        return;
+    }
+    if (m_idleHelpers > 0) {
+        m_helpersWait.notify_one();
+    } else if (m_helpers < m_mostHelpers) {
+        startHelper();
+    }
+}
+
+/// Where none can be started, those that there are will do.
+void ReadAheadPool::startHelper() noexcept
+{
+    try {
+        const auto work = [self = shared_from_this()] { self->help(); };
+        if (!Background::start("read ahead", Background::Priority::userInitiated, work)) {
+            ++m_helpers;
+        }
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+}
+
+/// The nearest folder that nobody has begun to list, or null.
+ReadAheadPool::Branch* ReadAheadPool::beginNext()
+{
+    if (m_isFull || m_hasEnded || m_notBegun == 0) {
+        return nullptr;
+    }
+    const auto next =
+        std::ranges::find_if(m_order, [](const Branch* branch) { return branch->subfolders.count() > 0; });
+    return &begin(**next, true);
+}
+
+/// The first of the folders in `parent` that nobody has begun to list.
+ReadAheadPool::Branch& ReadAheadPool::begin(Branch& parent, bool isAhead)
+{
+    std::list<Branch*> entry{nullptr};
+    Branch& branch = add(parent, parent.subfolders.first());
+    if (isAhead) {
+        branch.state = Branch::State::reading;
+        putInOrder(branch, parent.place);
+        entry.front() = &branch;
+        parent.begun.splice(parent.begun.end(), entry);
+    }
+    parent.subfolders.dropFirst();
+    --m_notBegun;
+    if (parent.subfolders.count() == 0) {
+        takeOutOfOrder(parent);
+    }
+    return branch;
+}
+
+ReadAheadPool::Branch& ReadAheadPool::add(Branch& parent, std::string_view name)
+{
+    std::list<Branch> one;
+    one.emplace_front(parent, name, pathIn(parent, name));
+    one.front().self = one.begin();
+    m_branches.splice(m_branches.begin(), one);
+    return m_branches.front();
+}
+
+/// Most folders hold none that will be entered and are not kept. The parent of such a folder is.
+Folder& ReadAheadPool::folderOf(Branch& branch)
+{
+    if (branch.folder == nullptr) {
+        branch.folder = folderOf(*branch.parent).folder(branch.name);
+    }
+    return *branch.folder;
+}
+
+/// Lists `branch` with the lock let go.
+void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token& stop, bool mayPause)
+{
+    FolderContents contents;
+    if (!m_spareContents.empty()) {
+        contents = std::move(m_spareContents.back());
+        m_spareContents.pop_back();
+        contents.clear();
+    }
+    ++m_readers;
+    lock.unlock();
+    std::size_t counted = 0;
+    Names subfolders;
+    bool isListed = false;
+    try {
+        isListed = folderOf(branch).list(contents, stop, [&](const FolderContents& soFar) {
+            return countAsHeld(branch, counted, soFar.bytes(), mayPause);
+        });
+        if (isListed) {
+            subfolders = subfoldersIn(branch, contents);
+        }
+    } catch (...) { // whatever it is, the walk will meet it
+        isListed = false;
+    }
+    const bool lacksDescriptors = !isListed && branch.folder != nullptr && branch.folder->lackedDescriptors();
+    if (!isListed || subfolders.count() == 0) {
+        branch.folder.reset();
+    }
+    lock.lock();
+    --m_readers;
+    release(counted);
+    m_hasEnded = m_hasEnded || lacksDescriptors;
+    if (isListed) {
+        branch.bytes = bytesOfBranch + contents.bytes() + subfolders.bytes();
+        hold(branch.bytes);
+        branch.contents = std::move(contents);
+        branch.subfolders = std::move(subfolders);
+        m_notBegun += branch.subfolders.count();
+    }
+    branch.state = isListed ? Branch::State::ready : Branch::State::untried;
+    if (branch.subfolders.count() == 0) {
+        takeOutOfOrder(branch);
+    } else {
+        callHelper();
+    }
+    if (branch.isWanted || m_hasEnded) {
+        m_walkWaits.notify_all();
+    }
+}
+
+/// False when the listing is to end. `counted` are the bytes of it that count as held. When too much is held, a helper
+/// waits, and the walk, for which all would wait, gives up.
+bool ReadAheadPool::countAsHeld(const Branch& branch, std::size_t& counted, std::size_t bytes, bool mayPause)
+{
+    Lock lock(m_mutex);
+    hold(bytes - std::exchange(counted, bytes));
+    const auto mayGoOn = [this, &branch] { return branch.isWanted || (!m_isFull && !m_hasEnded); };
+    if (!mayPause) {
+        return mayGoOn();
+    }
+    const std::stop_token stop = m_stop.get_token();
+    m_helpersWait.wait(lock, stop, [&] { return mayGoOn() || m_hasEnded; });
+    return !stop.stop_requested() && mayGoOn();
+}
+
+ReadAheadPool::Names ReadAheadPool::subfoldersIn(const Branch& branch, const FolderContents& contents) const
+{
+    Names names;
+    for (std::size_t i = 0; i < contents.size(); ++i) {
+        const auto [name, values] = contents[i];
+        if (values != nullptr && values->isDirectory.value_or(false) &&
+            m_rules.mayEnter(pathIn(branch, name), *values)) {
+            names.append(name);
+        }
+    }
+    return names;
+}
+
+/// The beginning of an entry's path.
+std::string ReadAheadPool::pathIn(const Branch& branch, std::string_view name) const
+{
+    std::string path = branch.path;
+    if (path.size() < m_rules.decisiveLength) {
+        path += path == "/" ? "" : "/";
+        path += name;
+        path.resize(std::min(path.size(), m_rules.decisiveLength));
+    }
+    return path;
+}
+
+void ReadAheadPool::putInOrder(Branch& branch, std::list<Branch*>::iterator before)
+{
+    m_order.splice(before, branch.outOfOrder);
+}
+
+void ReadAheadPool::takeOutOfOrder(Branch& branch)
+{
+    if (branch.outOfOrder.empty()) {
+        branch.outOfOrder.splice(branch.outOfOrder.begin(), m_order, branch.place);
+    }
+}
+
+void ReadAheadPool::hold(std::size_t bytes)
+{
+    m_bytesAhead += bytes;
+    m_isFull = m_isFull || m_bytesAhead >= mostBytesAhead;
+}
+
+void ReadAheadPool::release(std::size_t bytes)
+{
+    m_bytesAhead -= bytes;
+    if (m_isFull && m_bytesAhead <= mostBytesAhead / 2) {
+        m_isFull = false;
+        m_helpersWait.notify_all();
+    }
+}
+
+} // namespace morlaine
