@@ -1,6 +1,8 @@
 #include "Support/TreeText.h"
 
 #include "Core/Models/TreeBuilder.h"
+#include "Core/Scanner/DiskWalk.h"
+#include "Platform/FileSystem.h"
 #include "Support/TreeWalk.h"
 
 #include <algorithm>
@@ -110,6 +112,24 @@ FileNode chainOfFolders(int depth)
     for (int level = 0; level < depth; ++level) {
         builder.closeList();
     }
+    return builder.finish();
+}
+
+FileNode scan(const FileUrl& url)
+{
+    DiskWalk walk(FileSystem::native(), {}, [](const auto&...) {});
+    return walk.scan(url);
+}
+
+FileNode folderOfFiles(int count)
+{
+    TreeBuilder builder(TreeBuilder::Source::given);
+    builder.add({Uuid::random(), count, true, FileCategory::other}, "/root", "root");
+    builder.openList();
+    for (int i = 0; i < count; ++i) {
+        builder.addComponent({Uuid::random(), 1, false, FileCategory::other}, std::to_string(i));
+    }
+    builder.closeList();
     return builder.finish();
 }
 

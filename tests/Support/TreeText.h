@@ -17,4 +17,10 @@ namespace morlaine::test {
 /// A chain of folders `depth` deep, each in the one before, with one file at its end.
 [[nodiscard]] FileNode chainOfFolders(int depth);
 
+/// What a walk without helper threads makes of a folder of this machine.
+[[nodiscard]] FileNode scan(const FileUrl& url);
+
+/// The folder `/root` with `count` files of one byte, named by their numbers from 0 on.
+[[nodiscard]] FileNode folderOfFiles(int count);
+
 } // namespace morlaine::test

@@ -1,5 +1,6 @@
 #include "Core/Models/FileNodeJson.h"
 
+#include "Support/Json.h"
 #include "Support/SmallStack.h"
 #include "Support/TreeText.h"
 
@@ -16,23 +17,12 @@ namespace morlaine {
 namespace {
 
 using namespace std::string_literals;
+using test::encoded;
 using test::treeFromText;
-
-std::string encoded(const FileNode& root)
-{
-    QByteArray text;
-    QBuffer sink(&text);
-    sink.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(encodeFileNode(root, sink));
-    return text.toStdString();
-}
 
 std::variant<FileNode, DecodeError> decoded(const std::string& text)
 {
-    QByteArray bytes = QByteArray::fromStdString(text);
-    QBuffer source(&bytes);
-    source.open(QIODevice::ReadOnly);
-    return decodeFileNode(source);
+    return test::readWith(decodeFileNode, text);
 }
 
 /// A device without end or memory behind it: `piece` is repeated until `length` bytes have been read.

@@ -1,10 +1,9 @@
 #include "Core/Models/FileNodeJson.h"
 #include "Core/Models/FileNodeReaders.h"
 #include "Core/Models/TreeBuilder.h"
+#include "Support/Json.h"
 #include "Support/SmallStack.h"
 #include "Support/TreeText.h"
-
-#include <QBuffer>
 
 #include <gtest/gtest.h>
 
@@ -18,6 +17,8 @@
 namespace morlaine {
 namespace {
 
+using test::encoded;
+using test::readWith;
 using test::textOfTree;
 using test::treeFromText;
 
@@ -164,24 +165,6 @@ void expectSame(const FileNode& node, const PlainNode& plain)
         expectSame(child, (*plain.children)[number++]);
     }
     ASSERT_EQ(number, plain.children ? plain.children->size() : 0);
-}
-
-template <typename Read>
-auto readWith(Read read, const std::string& text)
-{
-    QByteArray bytes = QByteArray::fromStdString(text);
-    QBuffer source(&bytes);
-    source.open(QIODevice::ReadOnly);
-    return read(source);
-}
-
-std::string encoded(const FileNode& root)
-{
-    QByteArray text;
-    QBuffer sink(&text);
-    sink.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(encodeFileNode(root, sink));
-    return text.toStdString();
 }
 
 TEST(Tree, IsTheSameWhicheverWayItWasMade)

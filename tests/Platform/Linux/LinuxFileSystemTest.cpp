@@ -1,4 +1,3 @@
-#include "Core/Scanner/DiskWalk.h"
 #include "Platform/FileSystem.h"
 #include "Support/Mount.h"
 #include "Support/TemporaryFolder.h"
@@ -37,14 +36,9 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::Mount;
+using test::scan;
 using test::TemporaryFolder;
 using test::textOfTree;
-
-FileNode scan(const FileUrl& url)
-{
-    DiskWalk walk(FileSystem::native(), {}, [](const auto&...) {});
-    return walk.scan(url);
-}
 
 std::map<std::string, FileNode> childrenByName(const FileNode& node)
 {

@@ -1,7 +1,7 @@
-#include "Core/Scanner/DiskWalk.h"
 #include "Platform/FileSystem.h"
 #include "Support/Mount.h"
 #include "Support/TemporaryFolder.h"
+#include "Support/TreeText.h"
 
 #include <gtest/gtest.h>
 
@@ -28,13 +28,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::Mount;
+using test::scan;
 using test::TemporaryFolder;
-
-FileNode scan(const FileUrl& url)
-{
-    DiskWalk walk(FileSystem::native(), {}, [](const auto&...) {});
-    return walk.scan(url);
-}
 
 std::optional<FolderContents> list(Folder& folder)
 {

@@ -1,6 +1,5 @@
 #include "UI/Views/Search/SearchFilterView.h"
 
-#include "Core/Models/TreeBuilder.h"
 #include "Support/ModelFixture.h"
 #include "Support/TreeText.h"
 #include "Support/Widgets.h"
@@ -249,14 +248,7 @@ TEST_F(SearchFilterViewTest, TheRowMenuActsOnItsRow)
 TEST(SearchResultsTest, AMillionRowsAppearAndTheLastIsInReach)
 {
     constexpr int count = 1'000'000;
-    TreeBuilder builder(TreeBuilder::Source::given);
-    builder.add({Uuid::random(), count, true, FileCategory::other}, "/root", "root");
-    builder.openList();
-    for (int i = 0; i < count; ++i) {
-        builder.addComponent({Uuid::random(), 1, false, FileCategory::other}, std::to_string(i));
-    }
-    builder.closeList();
-    const FileNode root = builder.finish();
+    const FileNode root = test::folderOfFiles(count);
 
     SearchResultsModel rows;
     UniformListView list;

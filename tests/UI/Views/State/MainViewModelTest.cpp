@@ -1,6 +1,5 @@
 #include "UI/Views/State/MainViewModel.h"
 
-#include "Core/Models/TreeBuilder.h"
 #include "Platform/Background.h"
 #include "Support/Gate.h"
 #include "Support/MemoryLimit.h"
@@ -316,14 +315,7 @@ TEST_F(MainViewModelTest, LosesNothingWhereMemoryDoesNotSuffice)
         GTEST_SKIP() << "the sanitizers take all address space";
     }
     constexpr int count = 1'000'000;
-    TreeBuilder builder(TreeBuilder::Source::given);
-    builder.add({Uuid::random(), count, true, FileCategory::other}, "/r", "r");
-    builder.openList();
-    for (int i = 0; i < count; ++i) {
-        builder.addComponent({Uuid::random(), 1, false, FileCategory::other}, "file number " + std::to_string(i));
-    }
-    builder.closeList();
-    const FileNode root = builder.finish();
+    const FileNode root = test::folderOfFiles(count);
     const HistoricalScan scan = store->saveScan(root, count, 1);
     ASSERT_TRUE(Background::waitForAll(std::chrono::minutes(1)).empty());
     model->loadHistory();

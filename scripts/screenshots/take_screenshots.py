@@ -8,8 +8,10 @@ import pathlib
 import sys
 import tempfile
 
-import processes
 from demo_folder import make_demo_folder
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests" / "EndToEnd"))
+import processes
 from desktop import Desktop
 from folders import remove_tree
 from program import TITLE, preloading
