@@ -1,14 +1,15 @@
 #pragma once
 
+#include <cstdlib>
 #include <fstream>
+#include <vector>
 
-#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 namespace morlaine::test {
 
-/// As long as this lives, the process gets no more address space than it has and `room` bytes.
+/// As long as this lives, the process gets no block of memory of a megabyte or more.
 class MemoryLimit {
 public:
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -17,24 +18,33 @@ public:
     static constexpr bool isPossible = true;
 #endif
 
-    explicit MemoryLimit(rlim_t room)
+    MemoryLimit()
     {
-        ::malloc_trim(0); // what was freed before must not serve
+        constexpr std::size_t most = 10'000;
+        m_blocks.reserve(most);
         rlim_t pages = 0;
         std::ifstream("/proc/self/statm") >> pages;
         ::getrlimit(RLIMIT_AS, &m_before);
-        const rlimit lower{pages * static_cast<rlim_t>(::getpagesize()) + room, m_before.rlim_max};
+        const rlimit lower{pages * static_cast<rlim_t>(::getpagesize()), m_before.rlim_max};
         ::setrlimit(RLIMIT_AS, &lower);
+        // What was freed before must not serve.
+        for (void* block = nullptr; m_blocks.size() < most && (block = std::malloc(1'000'000)) != nullptr;) {
+            m_blocks.push_back(block);
+        }
     }
     ~MemoryLimit()
     {
         ::setrlimit(RLIMIT_AS, &m_before);
+        for (void* block : m_blocks) {
+            std::free(block);
+        }
     }
     MemoryLimit(const MemoryLimit&) = delete;
     MemoryLimit& operator=(const MemoryLimit&) = delete;
 
 private:
     rlimit m_before = {};
+    std::vector<void*> m_blocks;
 };
 
 } // namespace morlaine::test

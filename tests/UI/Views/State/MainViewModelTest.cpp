@@ -320,7 +320,7 @@ TEST_F(MainViewModelTest, LosesNothingWhereMemoryDoesNotSuffice)
     ASSERT_TRUE(Background::waitForAll(std::chrono::minutes(1)).empty());
     model->loadHistory();
     {
-        const test::MemoryLimit limit(1'000'000);
+        const test::MemoryLimit limit;
         model->loadHistoricalScan(scan);
     }
     EXPECT_EQ(viewOf(*model), "selected none");
@@ -328,6 +328,13 @@ TEST_F(MainViewModelTest, LosesNothingWhereMemoryDoesNotSuffice)
     EXPECT_THAT(model->scanHistory(), ElementsAre(scan)) << "its tree is not broken";
     model->loadHistoricalScan(scan);
     EXPECT_EQ(model->currentRootNode(), root);
+    {
+        const test::MemoryLimit limit;
+        model->setSearchText(QStringLiteral("1"));
+    }
+    EXPECT_TRUE(model->searchResults().empty()) << "given up, and nothing ends";
+    model->setSearchText(QStringLiteral("12"));
+    EXPECT_FALSE(model->searchResults().empty());
 }
 
 TEST_F(MainViewModelTest, GoesWhateverIsStillUnderWay)
