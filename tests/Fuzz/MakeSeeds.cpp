@@ -3,7 +3,6 @@
 #include "Support/TreeText.h"
 
 #include <QFile>
-#include <QString>
 
 #include <cstdio>
 #include <filesystem>

@@ -18,7 +18,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using Priority = Background::Priority;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 

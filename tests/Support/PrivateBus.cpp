@@ -1,7 +1,5 @@
 #include "Support/PrivateBus.h"
 
-#include <QStandardPaths>
-
 #include <atomic>
 #include <fstream>
 

@@ -8,7 +8,6 @@
 #include <QProcess>
 
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace morlaine::test {

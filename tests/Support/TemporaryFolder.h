@@ -2,7 +2,6 @@
 
 #include "Utilities/FileUrl.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>

@@ -5,7 +5,6 @@
 
 #include <QIODevice>
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>

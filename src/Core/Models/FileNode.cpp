@@ -4,7 +4,6 @@
 #include "Utilities/ByteCount.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace morlaine {
 

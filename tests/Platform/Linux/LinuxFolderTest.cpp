@@ -12,7 +12,6 @@
 #include <memory>
 #include <optional>
 #include <stop_token>
-#include <string>
 #include <thread>
 #include <vector>
 

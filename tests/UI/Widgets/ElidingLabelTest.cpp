@@ -1,7 +1,6 @@
 #include "UI/Widgets/ElidingLabel.h"
 
 #include <QApplication>
-#include <QPainter>
 
 #include <gtest/gtest.h>
 

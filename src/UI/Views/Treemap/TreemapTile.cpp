@@ -1,7 +1,6 @@
 #include "UI/Views/Treemap/TreemapTile.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 
 namespace morlaine {

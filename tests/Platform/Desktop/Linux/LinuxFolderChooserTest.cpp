@@ -16,7 +16,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace morlaine {
 namespace {

@@ -6,7 +6,6 @@
 #include "Support/ModelFixture.h"
 #include "Support/TreeText.h"
 
-#include <QCoreApplication>
 #include <QTest>
 #include <QTimer>
 

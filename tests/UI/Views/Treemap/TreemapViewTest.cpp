@@ -8,7 +8,6 @@
 #include "UI/Views/Treemap/TreemapMenu.h"
 
 #include <QAccessible>
-#include <QToolButton>
 
 #include <gmock/gmock.h>
 
