@@ -121,6 +121,7 @@ std::optional<Capacity> LinuxMountQueries::capacity(const std::string& mountPoin
     return Capacity{bytesOf(values.f_blocks, values.f_frsize), bytesOf(values.f_bavail, values.f_frsize)};
 }
 
+// libblkid finds a label by reading the device, which takes root, or by its own cache, which only root fills.
 std::string LinuxMountQueries::label(const std::string& source) const
 {
     const std::optional<dev_t> device = source.starts_with("/dev/") ? blockDevice(source.c_str()) : std::nullopt;

@@ -2,25 +2,31 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <optional>
+#include <cstdio>
+#include <memory>
 #include <span>
 #include <unordered_map>
+
+#include <libmount/libmount.h>
+#include <sys/types.h>
 
 namespace morlaine {
 
 namespace {
 
+using TablePointer = std::unique_ptr<libmnt_table, decltype(&mnt_unref_table)>;
+
 struct Entry {
-    std::string_view id;
-    std::string_view parent;
-    std::string_view device;
-    std::string mountPoint;
-    std::string type;
-    std::string source;
+    int id;
+    int parent;
+    dev_t device;
+    std::string_view mountPoint;
+    std::string_view type;
+    std::string_view source;
 };
 
-/// Of the kernel, in memory, triggers of automatic mounts, and the images of installed packages.
+/// Of the kernel, in memory, triggers of automatic mounts, and the images of installed packages. libmount's own list of
+/// pseudo file systems also holds some that people call volumes: fuse, overlay, virtiofs, vboxsf.
 constexpr std::array<std::string_view, 32> systemTypes = {
     "autofs",     "binder",    "binfmt_misc", "bpf",      "cgroup",     "cgroup2", "configfs",  "debugfs",
     "devpts",     "devtmpfs",  "efivarfs",    "erofs",    "functionfs", "fusectl", "hugetlbfs", "mqueue",
@@ -39,6 +45,11 @@ constexpr std::array<std::string_view, 3> layeredTypes = {"aufs", "fuse.fuse-ove
 /// /etc for the single files that containers have mounted there.
 constexpr std::array<std::string_view, 7> systemFolders = {"/boot", "/dev", "/efi", "/etc", "/proc", "/run", "/sys"};
 
+std::string_view textOf(const char* text)
+{
+    return text == nullptr ? std::string_view() : text;
+}
+
 bool contains(std::span<const std::string_view> names, std::string_view name)
 {
     return std::find(names.begin(), names.end(), name) != names.end();
@@ -50,61 +61,35 @@ bool isWithin(std::string_view path, std::string_view folder)
     return folder == "/" || (path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/'));
 }
 
-std::string_view nextField(std::string_view& line)
-{
-    const std::size_t end = std::min(line.find(' '), line.size());
-    const std::string_view field = line.substr(0, end);
-    line.remove_prefix(std::min(end + 1, line.size()));
-    return field;
-}
-
-/// The table has blanks, line ends and backslashes as a backslash with three octal digits.
-std::string unescaped(std::string_view field)
-{
-    std::string bytes;
-    for (std::size_t i = 0; i < field.size(); ++i) {
-        unsigned byte = 0;
-        if (field[i] == '\\' && i + 3 < field.size() &&
-            std::from_chars(&field[i + 1], &field[i + 1] + 3, byte, 8).ptr == &field[i + 1] + 3) {
-            bytes += static_cast<char>(byte);
-            i += 3;
-        } else {
-            bytes += field[i];
-        }
-    }
-    return bytes;
-}
-
-/// `36 35 98:0 /root /mount/point options tags... - type source options`, any number of tags
-std::optional<Entry> entryOfLine(std::string_view line)
-{
-    Entry entry;
-    entry.id = nextField(line);
-    entry.parent = nextField(line);
-    entry.device = nextField(line);
-    nextField(line);
-    entry.mountPoint = unescaped(nextField(line));
-    const std::size_t separator = line.find(" - ");
-    if (!entry.mountPoint.starts_with('/') || separator == std::string_view::npos) {
-        return std::nullopt;
-    }
-    line.remove_prefix(separator + 3);
-    entry.type = unescaped(nextField(line));
-    entry.source = unescaped(nextField(line));
-    return entry;
-}
-
-std::vector<Entry> entriesOf(std::string_view text)
+/// The texts of the result lie in `table`.
+std::vector<Entry> entriesOf(libmnt_table& table)
 {
     std::vector<Entry> entries;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        if (std::optional<Entry> entry = entryOfLine(text.substr(0, end))) {
-            entries.push_back(std::move(*entry));
+    const std::unique_ptr<libmnt_iter, decltype(&mnt_free_iter)> iterator(mnt_new_iter(MNT_ITER_FORWARD),
+                                                                          &mnt_free_iter);
+    for (libmnt_fs* fs = nullptr; iterator && mnt_table_next_fs(&table, iterator.get(), &fs) == 0;) {
+        const Entry entry{mnt_fs_get_id(fs),
+                          mnt_fs_get_parent_id(fs),
+                          mnt_fs_get_devno(fs),
+                          textOf(mnt_fs_get_target(fs)),
+                          textOf(mnt_fs_get_fstype(fs)),
+                          textOf(mnt_fs_get_source(fs))};
+        if (entry.mountPoint.starts_with('/')) {
+            entries.push_back(entry);
         }
-        text.remove_prefix(std::min(end + 1, text.size()));
     }
     return entries;
+}
+
+/// Null when memory runs out. libmount parses the text alone: it asks nothing of the mounts themselves, which may hang.
+TablePointer parsed(std::string_view mountInfo)
+{
+    std::string text(mountInfo);
+    const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(::fmemopen(text.data(), text.size(), "r"),
+                                                                  &std::fclose);
+    TablePointer table(mnt_new_table(), &mnt_unref_table);
+    const bool isParsed = file && table && mnt_table_parse_stream(table.get(), file.get(), "mountinfo") == 0;
+    return isParsed ? std::move(table) : TablePointer(nullptr, &mnt_unref_table);
 }
 
 /// The mounts as they are stacked: each hangs on another, at its mount point or somewhere inside.
@@ -128,7 +113,7 @@ public:
     }
 
 private:
-    [[nodiscard]] std::span<const Entry* const> onTopOf(std::string_view id) const
+    [[nodiscard]] std::span<const Entry* const> onTopOf(int id) const
     {
         const auto found = m_onTop.find(id);
         return found == m_onTop.end() ? std::span<const Entry* const>() : found->second;
@@ -160,8 +145,8 @@ private:
         return false;
     }
 
-    std::unordered_map<std::string_view, const Entry*> m_byId;
-    std::unordered_map<std::string_view, std::vector<const Entry*>> m_onTop;
+    std::unordered_map<int, const Entry*> m_byId;
+    std::unordered_map<int, std::vector<const Entry*>> m_onTop;
 };
 
 bool isOfSystem(const Entry& entry)
@@ -192,10 +177,11 @@ bool mayHang(const Entry& entry)
 
 std::vector<Mount> mountsForPeople(std::string_view mountInfo)
 {
-    const std::vector<Entry> entries = entriesOf(mountInfo);
+    const TablePointer table = parsed(mountInfo);
+    const std::vector<Entry> entries = table ? entriesOf(*table) : std::vector<Entry>();
     const Stack stack(entries);
     std::vector<const Entry*> slow;
-    std::unordered_map<std::string_view, const Entry*> chosen; // by device
+    std::unordered_map<dev_t, const Entry*> chosen;
     for (const Entry& entry : entries) {
         if (mayHang(entry)) {
             slow.push_back(&entry);
@@ -212,7 +198,7 @@ std::vector<Mount> mountsForPeople(std::string_view mountInfo)
         if (found != chosen.end() && found->second == &entry) {
             const bool isSlow = std::ranges::any_of(
                 slow, [&entry](const Entry* other) { return isWithin(entry.mountPoint, other->mountPoint); });
-            mounts.push_back({entry.mountPoint, entry.source, !isSlow});
+            mounts.push_back({std::string(entry.mountPoint), std::string(entry.source), !isSlow});
         }
     }
     return mounts;
