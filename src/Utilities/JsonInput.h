@@ -10,13 +10,10 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <new>
 #include <optional>
-#include <string_view>
 
 namespace morlaine {
 
@@ -65,30 +62,6 @@ public:
         return c;
     }
 
-    /// What the buffer holds of the text, up to the first character that means something in a string, and passed by
-    /// that.
-    [[nodiscard]] std::string_view takePlainText()
-    {
-        const char* const start = m_next;
-        for (std::uint64_t word = 0; m_end - m_next >= std::ptrdiff_t{sizeof word}; m_next += sizeof word) {
-            std::memcpy(&word, m_next, sizeof word);
-            if (!isPlain(word)) {
-                break;
-            }
-        }
-        while (m_next != m_end && isPlain(*m_next)) {
-            ++m_next;
-        }
-        return {start, static_cast<std::size_t>(m_next - start)};
-    }
-    /// To be called once the text is no longer needed.
-    void refillAtEnd()
-    {
-        if (m_next == m_end && m_next != m_buffer.data()) {
-            refill();
-        }
-    }
-
     [[nodiscard]] std::size_t Tell() const { return m_consumed + static_cast<std::size_t>(m_next - m_buffer.data()); }
     [[nodiscard]] bool isAtEnd() const { return m_next == m_end; }
     [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
@@ -99,21 +72,6 @@ public:
     std::size_t PutEnd(char*) { std::abort(); }
 
 private:
-    [[nodiscard]] static bool isPlain(char c) { return c != '"' && c != '\\' && static_cast<unsigned char>(c) >= 0x20; }
-
-    /// The same for eight characters at once.
-    [[nodiscard]] static bool isPlain(std::uint64_t word)
-    {
-        constexpr std::uint64_t ones = 0x0101010101010101U;
-        constexpr std::uint64_t highBits = 0x80 * ones;
-        const auto bytesBelow = [](std::uint64_t bytes, std::uint64_t limit) {
-            return (bytes - limit * ones) & ~bytes;
-        };
-        const std::uint64_t special =
-            bytesBelow(word, 0x20) | bytesBelow(word ^ ('"' * ones), 1) | bytesBelow(word ^ ('\\' * ones), 1);
-        return (special & highBits) == 0;
-    }
-
     void refill()
     {
         m_consumed = Tell();
@@ -133,23 +91,6 @@ private:
 };
 
 using JsonParser = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, BoundedAllocator>;
-
-} // namespace morlaine
-
-/// The parser's own place for taking a piece of a string at once instead of by characters. Most of a text are strings.
-template <>
-template <>
-inline void morlaine::JsonParser::ScanCopyUnescapedString(morlaine::BufferedInput& input,
-                                                          morlaine::JsonParser::StackStream<char>& output)
-{
-    const std::string_view text = input.takePlainText();
-    if (!text.empty()) {
-        std::memcpy(output.Push(static_cast<rapidjson::SizeType>(text.size())), text.data(), text.size());
-    }
-    input.refillAtEnd();
-}
-
-namespace morlaine {
 
 /// Parses the one JSON value that `source` (open for reading) holds from here to its end, and hands its events to
 /// `handler`, RapidJSON's kind with `const std::string& fault() const` beside: the reason for which an event was
