@@ -74,12 +74,13 @@ public:
 
     [[nodiscard]] bool empty() const noexcept { return !m_hits || m_hits->size() == 0; }
 
-    /// Whether the id of `node` is among them: one bit for a node of the tree that was searched.
-    [[nodiscard]] bool contains(const FileNode& node) const
+    /// Whether the id of a node, given by its position in a tree, is among them: one bit for a node of the tree that
+    /// was searched.
+    [[nodiscard]] bool contains(const Tree& tree, Tree::Position node) const
     {
-        return m_hits && (&node.tree() == &m_hits->root().tree() ? m_hits->isMarked(node.position())
-                                                                 : m_hits->contains(node.id()));
+        return m_hits && (&tree == &m_hits->root().tree() ? m_hits->isMarked(node) : m_hits->contains(tree.idOf(node)));
     }
+    [[nodiscard]] bool contains(const FileNode& node) const { return contains(node.tree(), node.position()); }
 
     /// The same for an id alone, by way of a table.
     [[nodiscard]] bool contains(const Uuid& id) const { return m_hits && m_hits->contains(id); }

@@ -1,10 +1,11 @@
 #include "Services/Search/TextSearch.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
 #include <string>
 #include <utility>
-
-#include <string.h> // memmem
 
 namespace morlaine {
 
@@ -16,9 +17,77 @@ struct Above {
     std::size_t pathLength;
 };
 
+/// A text to be found in long ones: sixteen bytes at a time, where its first and its last byte are as far apart as in
+/// it. Texts of two bytes are typed often, and the C library looks for those byte by byte.
+class Needle {
+public:
+    explicit Needle(std::string_view text)
+        : m_text(text)
+        , m_first(Bytes{} + text.front())
+        , m_last(Bytes{} + text.back())
+    {
+    }
+
+    /// The first occurrence from `begin` to `end`; `end` where there is none.
+    [[nodiscard]] const char* find(const char* begin, const char* end) const
+    {
+        if (m_text.size() == 1) {
+            const void* const found = std::memchr(begin, m_text.front(), static_cast<std::size_t>(end - begin));
+            return found != nullptr ? static_cast<const char*>(found) : end;
+        }
+        const auto beyond = static_cast<std::ptrdiff_t>(m_text.size()) - 1;
+        const char* const last = end - std::min(beyond, end - begin); // it begins before this
+        while (last - begin >= static_cast<std::ptrdiff_t>(sizeof(Bytes))) {
+            const auto found = std::bit_cast<std::array<std::uint64_t, 2>>((bytesAt(begin) == m_first) &
+                                                                           (bytesAt(begin + beyond) == m_last));
+            if ((found[0] | found[1]) == 0) {
+                begin += sizeof(Bytes);
+                continue;
+            }
+            begin += found[0] != 0 ? firstByte(found[0]) : 8 + firstByte(found[1]);
+            if (beyond == 1 || isAt(begin)) {
+                return begin;
+            }
+            ++begin;
+        }
+        while (begin < last && !isAt(begin)) {
+            ++begin;
+        }
+        return begin < last ? begin : end;
+    }
+
+private:
+    using Bytes = char __attribute__((vector_size(16)));
+
+    [[nodiscard]] static Bytes bytesAt(const char* place)
+    {
+        Bytes bytes;
+        std::memcpy(&bytes, place, sizeof bytes);
+        return bytes;
+    }
+
+    /// Which byte of a word that is not 0 is the first in memory that is not 0.
+    [[nodiscard]] static int firstByte(std::uint64_t word)
+    {
+        return (std::endian::native == std::endian::little ? std::countr_zero(word) : std::countl_zero(word)) / 8;
+    }
+
+    [[nodiscard]] bool isAt(const char* place) const { return std::memcmp(place, m_text.data(), m_text.size()) == 0; }
+
+    const std::string_view m_text;
+    const Bytes m_first;
+    const Bytes m_last;
+};
+
 /// Which of the texts that begin at `starts` holds the byte at `offset`; not before `from`, and as a rule not far off.
 std::size_t textAt(const GrowingArray<std::uint32_t>& starts, std::size_t offset, std::size_t from)
 {
+    constexpr int near = 8; // texts that are looked at one by one
+    for (int i = 0; i < near; ++i, ++from) {
+        if (from + 1 == starts.size() || starts[from + 1] > offset) {
+            return from;
+        }
+    }
     std::size_t step = 1;
     for (; from + step < starts.size() && starts[from + step] <= offset; step *= 2) {
         from += step;
@@ -69,15 +138,15 @@ std::vector<std::uint64_t> TextSearch::takeAllMarks()
 template <typename Visit>
 void TextSearch::eachOccurrence(Visit visit)
 {
-    const auto search = [this](std::string_view text, const GrowingArray<std::uint32_t>& starts, std::size_t next,
-                               std::size_t end, auto visitNumber) {
+    const Needle needle(m_query);
+    const auto search = [&needle](std::string_view text, const GrowingArray<std::uint32_t>& starts, std::size_t next,
+                                  std::size_t end, auto visitNumber) {
         while (next < end) {
-            const std::size_t start = starts[next];
-            const void* found = ::memmem(text.data() + start, starts[end] - start, m_query.data(), m_query.size());
-            if (found == nullptr) {
+            const char* const found = needle.find(text.data() + starts[next], text.data() + starts[end]);
+            const auto offset = static_cast<std::size_t>(found - text.data());
+            if (offset == starts[end]) {
                 return;
             }
-            const auto offset = static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
             next = visitNumber(textAt(starts, offset, next));
         }
     };

@@ -100,10 +100,9 @@ bool isTouched(const TreemapLayout::Bounds& area, const TreemapLayout::Bounds& b
 /// The rectangles in a part of the picture, each over those before it.
 class TilePainter {
 public:
-    /// `isDimmed` tells of each rectangle whether a search has left it out; empty where none is on.
-    TilePainter(const Scene& scene, const std::vector<bool>& isDimmed)
+    explicit TilePainter(const Scene& scene)
         : m_scene(scene)
-        , m_isDimmed(isDimmed)
+        , m_isSearching(!scene.highlightIDs.empty())
         , m_tile(scene.devicePixelRatio)
     {
     }
@@ -153,27 +152,15 @@ private:
         if (item.isFolder != 0) {
             return m_styles.folder(item.depth);
         }
-        const auto index = static_cast<std::size_t>(&item - m_scene.layout->items().data());
-        return m_styles.file(item.category, !m_isDimmed.empty() && m_isDimmed[index]);
+        const bool isDimmed = m_isSearching && !m_scene.highlightIDs.contains(m_scene.layout->tree(), item.node);
+        return m_styles.file(item.category, isDimmed);
     }
 
     const Scene& m_scene;
-    const std::vector<bool>& m_isDimmed;
+    const bool m_isSearching;
     const Styles m_styles;
     TreemapTile m_tile;
 };
-
-std::vector<bool> dimmedIn(const Scene& scene)
-{
-    std::vector<bool> isDimmed;
-    if (!scene.highlightIDs.empty()) {
-        isDimmed.reserve(scene.layout->size());
-        for (const TreemapLayout::Item& item : scene.layout->items()) {
-            isDimmed.push_back(!scene.highlightIDs.contains(FileNode::at(scene.layout->tree(), item.node)));
-        }
-    }
-    return isDimmed;
-}
 
 /// The tiles of a picture, shared among threads: each takes the next one.
 class Tiles {
@@ -181,7 +168,6 @@ public:
     explicit Tiles(const Scene& scene)
         : m_scene(scene)
         , m_reading(scene.layout)
-        , m_isDimmed(dimmedIn(scene))
         , m_slots(static_cast<std::size_t>(columns() * rows()))
     {
     }
@@ -194,7 +180,7 @@ public:
         if (image.isNull()) {
             throw std::bad_alloc();
         }
-        TilePainter painter(m_scene, m_isDimmed);
+        TilePainter painter(m_scene);
         std::vector<bool> isPainted(m_slots.size());
         const auto paintTile = [&](std::size_t tile) {
             painter.paint(rectOf(tile), bitsOf(image, rectOf(tile)), image.bytesPerLine());
@@ -219,7 +205,7 @@ public:
     /// The same on another thread, for `paint` to use what is finished in time.
     void help()
     {
-        TilePainter painter(m_scene, m_isDimmed);
+        TilePainter painter(m_scene);
         while (const std::optional<std::size_t> tile = takeNext()) {
             const QRect rect = rectOf(*tile);
             Slot& slot = m_slots[*tile];
@@ -283,7 +269,6 @@ private:
 
     const Scene m_scene;
     const TreemapLayout::Reading m_reading;
-    const std::vector<bool> m_isDimmed;
     std::vector<Slot> m_slots;
     std::atomic<std::size_t> m_next{0};
 };

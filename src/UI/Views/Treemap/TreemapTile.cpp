@@ -49,20 +49,20 @@ void TreemapTile::restart(const QRect& pixels, QRgb ground)
     std::ranges::fill(m_values, pixelOf(ground));
 }
 
-TreemapTile::Four TreemapTile::Stretch::sharesFrom(int pixel) const
+inline TreemapTile::Four TreemapTile::Stretch::sharesFrom(int pixel) const
 {
     const Four left = static_cast<float>(pixel) + Four{0, 1, 2, 3};
     return larger(smaller(Four{} + end, left + 1) - larger(Four{} + begin, left), Four{});
 }
 
-TreemapTile::Shares TreemapTile::sharesFrom(const Axis& axis, int pixel)
+inline TreemapTile::Shares TreemapTile::sharesFrom(const Axis& axis, int pixel)
 {
     return {axis.fill.sharesFrom(pixel), axis.outer.sharesFrom(pixel), axis.inner.sharesFrom(pixel)};
 }
 
 /// Comparisons come first, as what lies far away is beyond the range of whole numbers.
-TreemapTile::Axis TreemapTile::axis(double begin, double length, double halfLine, bool isHollow, int origin,
-                                    int pixels) const
+inline TreemapTile::Axis TreemapTile::axis(double begin, double length, double halfLine, bool isHollow, int origin,
+                                           int pixels) const
 {
     const auto half = static_cast<float>(halfLine * m_scale);
     const auto from = static_cast<float>(begin * m_scale - origin);
