@@ -302,7 +302,8 @@ TEST_F(TreemapViewTest, OffersAMenuForWhatIsUnderThePointerElseForWhatIsSelected
 TEST_F(TreemapViewTest, ShowsTheFocusAndLeavesShortcutsToTheWindow)
 {
     showTree();
-    QApplication::setActiveWindow(&m_view);
+    m_view.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_view));
     m_canvas->clearFocus();
     const QColor plain = pixel({0, 0});
     m_canvas->setFocus(Qt::TabFocusReason);
