@@ -48,10 +48,11 @@ inline QMenu* openMenu(QWidget& widget, QContextMenuEvent::Reason reason, const 
     return menu();
 }
 
-/// Clicks an entry of an open menu.
+/// Picks an entry of an open menu.
 inline void choose(QMenu& menu, int entry)
 {
-    QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.actions().at(entry)).center());
+    menu.setActiveAction(menu.actions().at(entry));
+    QTest::keyClick(&menu, Qt::Key_Return);
 }
 
 } // namespace morlaine::test

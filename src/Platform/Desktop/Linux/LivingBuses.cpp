@@ -67,7 +67,7 @@ void LivingBuses::settleBeforeApplication()
 void LivingBuses::settleOnScreen()
 {
     const auto* const screen = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (screen == nullptr) {
+    if (screen == nullptr || screen->connection() == nullptr) {
         return;
     }
     const std::string address = busOnScreen(screen->connection());

@@ -13,6 +13,8 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace morlaine {
 
 namespace {
@@ -20,7 +22,7 @@ namespace {
 constexpr int padding = 10;
 constexpr int betweenDonutAndLegend = 24;
 constexpr int inLegendRow = 6;
-constexpr int narrowestLegend = 112; // before the donut shrinks
+constexpr int narrowestLegend = 96; // leaves the whole donut its place in a pane of the least width
 constexpr int symbolSide = 32;
 
 QString title()
@@ -78,16 +80,15 @@ QWidget* PieChartView::makeChart()
     centred->addLayout(m_legend);
     centred->addStretch();
 
-    auto* area = new QScrollArea;
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidgetResizable(true);
-    area->setMinimumHeight(0);
-    area->setMinimumWidth(narrowestLegend);
-    area->setWidget(rows);
-    area->viewport()->setAutoFillBackground(false);
+    m_legendArea = new QScrollArea;
+    m_legendArea->setFrameShape(QFrame::NoFrame);
+    m_legendArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_legendArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_legendArea->setFocusPolicy(Qt::NoFocus);
+    m_legendArea->setWidgetResizable(true);
+    m_legendArea->setMinimumHeight(0);
+    m_legendArea->setWidget(rows);
+    m_legendArea->viewport()->setAutoFillBackground(false);
     rows->setAutoFillBackground(false);
 
     auto* chart = new QWidget;
@@ -95,7 +96,7 @@ QWidget* PieChartView::makeChart()
     row->setContentsMargins({});
     row->setSpacing(betweenDonutAndLegend);
     row->addWidget(m_donut);
-    row->addWidget(area, 1);
+    row->addWidget(m_legendArea, 1);
     return chart;
 }
 
@@ -140,6 +141,7 @@ void PieChartView::showLegend(const std::vector<LegendRow>& rows)
         ++line;
     }
     m_legend->setColumnStretch(3, 1);
+    m_legendArea->setMinimumWidth(std::max(narrowestLegend, m_legend->minimumSize().width()));
 }
 
 } // namespace morlaine

@@ -8,6 +8,7 @@
 #include <vector>
 
 class QGridLayout;
+class QScrollArea;
 class QStackedWidget;
 
 namespace morlaine {
@@ -35,6 +36,7 @@ private:
     MainViewModel& m_viewModel;
     QStackedWidget* m_content = nullptr;
     DonutChart* m_donut = nullptr;
+    QScrollArea* m_legendArea = nullptr;
     QGridLayout* m_legend = nullptr;
     std::optional<Uuid> m_shownRoot;
     ChangeObserver m_observer;

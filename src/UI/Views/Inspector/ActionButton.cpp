@@ -20,6 +20,7 @@ ActionButton::ActionButton(SymbolName symbol, const QString& label, QWidget* par
     , m_symbol(symbol)
 {
     setAutoDefault(false);
+    setFocusPolicy(Qt::TabFocus); // after a click, Space still opens the selection
     const int side = Symbols::sideBeside(font());
     setIconSize({side, side});
 }

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QToolButton>
 
 namespace morlaine {
@@ -42,7 +43,11 @@ void SearchField::buildEdit()
     m_edit->setPlaceholderText(QStringLiteral("Search file or folder name..."));
     m_edit->setAccessibleName(m_edit->placeholderText());
     m_edit->installEventFilter(this);
-    connect(m_edit, &QLineEdit::textEdited, this, &SearchField::edited);
+    connect(m_edit, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (!m_isFollowing) {
+            Q_EMIT edited(text);
+        }
+    });
     connect(m_edit, &QLineEdit::returnPressed, this, &SearchField::submitted);
     connect(m_edit, &QLineEdit::textChanged, m_clearButton,
             [this](const QString& text) { m_clearButton->setVisible(!text.isEmpty()); });
@@ -65,6 +70,7 @@ void SearchField::buildClearButton()
 void SearchField::setText(const QString& text)
 {
     if (text != m_edit->text()) {
+        const QScopedValueRollback following(m_isFollowing, true);
         m_edit->setText(text);
     }
 }
@@ -80,7 +86,6 @@ void SearchField::clear()
 {
     m_edit->setFocus(Qt::OtherFocusReason);
     m_edit->clear();
-    Q_EMIT edited(m_edit->text());
 }
 
 bool SearchField::eventFilter(QObject* watched, QEvent* event)

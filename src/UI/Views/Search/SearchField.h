@@ -21,7 +21,7 @@ public:
     void focusAndSelect();
 
 Q_SIGNALS:
-    /// The user has changed the text.
+    /// The user, or an assistive program, has changed the text.
     void edited(const QString& text);
 
     /// Return was pressed.
@@ -42,6 +42,7 @@ private:
 
     QLineEdit* m_edit;
     QToolButton* m_clearButton;
+    bool m_isFollowing = false; // takes a text over that the user has not typed
 };
 
 } // namespace morlaine

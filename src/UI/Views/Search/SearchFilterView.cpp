@@ -73,6 +73,7 @@ void prepare(QComboBox& picker, const QString& title)
     auto* label = new QLabel(title, picker.parentWidget());
     label->setBuddy(&picker);
     label->hide();
+    picker.setFocusPolicy(Qt::TabFocus); // after a click, Space still opens the selection
     picker.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     picker.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     new EscapeFilter(picker);

@@ -43,7 +43,7 @@ QToolButton* TreemapBreadcrumb::makeButton()
 {
     auto* button = new QToolButton(this);
     button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::StrongFocus);
+    button->setFocusPolicy(Qt::TabFocus);
     button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     return button;
 }

@@ -90,7 +90,7 @@ TreemapHeader::TreemapHeader(QWidget* parent)
     setBackgroundRole(QPalette::Window);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_house->setAutoRaise(true);
-    m_house->setFocusPolicy(Qt::StrongFocus);
+    m_house->setFocusPolicy(Qt::TabFocus);
     m_house->setIcon(Symbols::icon("house"));
     m_house->setIconSize({16, 16});
     m_house->setAccessibleName(QStringLiteral("Zoom to root"));

@@ -5,6 +5,8 @@
 #include "UI/Views/State/MainViewModel.h"
 #include "UI/Views/Treemap/TreemapView.h"
 
+#include <QVBoxLayout>
+
 #include <algorithm>
 
 namespace morlaine {
@@ -29,12 +31,18 @@ AnalysisView::AnalysisView(MainViewModel& viewModel, QWidget* parent)
     m_bottom->addWidget(m_search);
     m_bottom->addWidget(m_chart);
     m_bottom->setSizes({1000, 1000});
-    m_bottom->setMinimumHeight(lowestPane);
-    m_bottom->setMaximumHeight(highestPane);
+
+    // A splitter takes its own limits from its parts, so a plain widget around it keeps the height.
+    auto* pane = new QWidget;
+    auto* column = new QVBoxLayout(pane);
+    column->setContentsMargins({});
+    column->addWidget(m_bottom);
+    pane->setMinimumHeight(lowestPane);
+    pane->setMaximumHeight(highestPane);
 
     setChildrenCollapsible(false);
     addWidget(new TreemapView(viewModel));
-    addWidget(m_bottom);
+    addWidget(pane);
     setStretchFactor(0, 1);
     setStretchFactor(1, 0);
     setSizes({highestPane * 4, idealPaneHeight});

@@ -124,6 +124,8 @@ TEST_F(SearchFilterViewTest, EveryKeystrokeSearchesAndNoneIsLost)
     EXPECT_TRUE(waitForContent(idle));
     EXPECT_FALSE(clearButton().isVisible());
     EXPECT_TRUE(field().hasFocus());
+    field().setText(QStringLiteral("forest")); // as assistive programs do
+    EXPECT_TRUE(waitForContent({"forest.jpg"}));
 }
 
 TEST_F(SearchFilterViewTest, PickersFilterAloneAndTogether)

@@ -115,10 +115,16 @@ TEST_F(MainViewTest, KeepsTheWidthsOfTheColumns)
     EXPECT_EQ(columns->sizes(), narrow) << "nothing jumps when the tree arrives";
     widthsAt(960);
     EXPECT_EQ(widthsAt(1280), wide);
+    const auto drag = [](QSplitterHandle* handle, const QPoint& step) {
+        QTest::mousePress(handle, Qt::LeftButton, {}, QPoint(2, 2));
+        QTest::mouseMove(handle, QPoint(2, 2) + step);
+        QTest::mouseRelease(handle, Qt::LeftButton, {}, QPoint(2, 2));
+    };
+    auto* analysis = window->findChild<AnalysisView*>();
+    drag(analysis->handle(1), {0, -500});
+    EXPECT_EQ(analysis->sizes()[1], 360);
 
-    QTest::mousePress(columns->handle(1), Qt::LeftButton, {}, QPoint(2, 50));
-    QTest::mouseMove(columns->handle(1), QPoint(52, 50));
-    QTest::mouseRelease(columns->handle(1), Qt::LeftButton, {}, QPoint(2, 50));
+    drag(columns->handle(1), {50, 0});
     const QList<int> dragged = columns->sizes();
     EXPECT_EQ(dragged[0], 290);
     widthsAt(960);
@@ -191,6 +197,10 @@ TEST_F(MainViewTest, OpensTheSelectionWithSpaceUnlessSpaceMeansSomethingElse)
     press(Qt::Key_Space);
     EXPECT_THAT(workspace->calls, ElementsAre("open /r"));
 
+    QTest::mouseClick(button("Copy Absolute Path"), Qt::LeftButton);
+    press(Qt::Key_Space);
+    EXPECT_THAT(workspace->calls, ElementsAre("open /r", "copy /r", "open /r")) << "a click moves no focus";
+
     auto* field = new QLineEdit(window->centralWidget());
     auto* pushed = new QPushButton(window->centralWidget());
     int presses = 0;
@@ -203,7 +213,7 @@ TEST_F(MainViewTest, OpensTheSelectionWithSpaceUnlessSpaceMeansSomethingElse)
     pushed->setFocus();
     press(Qt::Key_Space);
     EXPECT_EQ(presses, 1);
-    EXPECT_EQ(workspace->calls.size(), 1U);
+    EXPECT_EQ(workspace->calls.size(), 3U);
 }
 
 TEST_F(MainViewTest, ShowsNoNameThatMisleads)
