@@ -4,7 +4,7 @@ import os
 
 import processes
 import png
-from Xlib import X, XK, Xatom, display as xdisplay
+from Xlib import X, XK, display as xdisplay
 from Xlib.error import XError
 from Xlib.ext import xtest
 from Xlib.protocol.event import ClientMessage
@@ -39,8 +39,22 @@ class Display:
         processes.stop(self.server)
 
     def wait_for_window_manager(self):
+        """Waits until it gives a new window the focus: while it takes over the screen it loses windows that appear."""
         atom = self.connection.intern_atom("_NET_SUPPORTING_WM_CHECK")
-        wait_for(lambda: self.root.get_full_property(atom, Xatom.WINDOW), "the window manager")
+        wait_for(lambda: self.root.get_full_property(atom, X.AnyPropertyType), "the window manager")
+        wait_for(self._focuses_a_new_window, "the window manager to give the focus")
+
+    def _focuses_a_new_window(self):
+        window = self.root.create_window(0, 0, 32, 32, 0, X.CopyFromParent)
+        try:
+            window.map()
+            wait_for(lambda: self.connection.get_input_focus().focus == window, "the focus", patience=0.2)
+            return True
+        except AssertionError:
+            return False
+        finally:
+            window.destroy()
+            self.connection.sync()
 
     def windows(self):
         """The windows that programs show people, frames of the window manager aside."""
