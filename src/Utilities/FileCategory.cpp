@@ -87,12 +87,8 @@ FileCategory FileCategory::from(std::string_view ext)
 
 std::optional<FileCategory> FileCategory::fromRawValue(std::string_view rawValue) noexcept
 {
-    for (const FileCategory category : allCases) {
-        if (category.rawValue() == rawValue) {
-            return category;
-        }
-    }
-    return std::nullopt;
+    const auto found = std::ranges::find(traits, rawValue, &Traits::rawValue);
+    return found == traits.end() ? std::nullopt : std::optional<FileCategory>(allCases.at(found - traits.begin()));
 }
 
 std::string_view FileCategory::rawValue() const noexcept

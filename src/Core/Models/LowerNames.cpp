@@ -1,11 +1,12 @@
 #include "Core/Models/LowerNames.h"
 
+#include "Core/Models/TextStarts.h"
 #include "Utilities/FileUrl.h"
 #include "Utilities/Lowercase.h"
+#include "Utilities/SixteenBytes.h"
 #include "Utilities/Utf8.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 #include <span>
 
@@ -13,30 +14,28 @@ namespace morlaine {
 
 namespace {
 
-constexpr std::uint64_t ones = 0x0101010101010101U;
-constexpr std::uint64_t highBits = 0x80 * ones;
-
-struct Look {
-    bool isLowerAscii = true;
-    bool hasSlash = false;
-};
-
-/// Eight characters at once, as long as there are so many; the rest is filled up with zeros.
-Look lookAt(std::string_view name) noexcept
+/// Whether a byte, or which of many, can be changed by lower-casing or is a slash.
+template <typename Bytes>
+auto isWorthALook(const Bytes& bytes) noexcept
 {
-    std::uint64_t other = 0;
-    std::uint64_t slashes = 0;
-    for (std::size_t i = 0; i < name.size(); i += sizeof(std::uint64_t)) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, name.data() + i, std::min(name.size() - i, sizeof word));
-        const std::uint64_t low = word & ~highBits;
-        const std::uint64_t fromA = low + (0x80 - 'A') * ones;
-        const std::uint64_t behindZ = low + (0x80 - 'Z' - 1) * ones;
-        other |= word | (fromA & ~behindZ);
-        const std::uint64_t slash = word ^ ('/' * ones);
-        slashes |= (slash - ones) & ~slash;
+    static_assert(static_cast<signed char>(TreeArrays::nameEnd) == -1);
+    return (bytes < -1) | ((bytes >= 'A') & (bytes <= 'Z')) | (bytes == '/');
+}
+
+/// The place of the first such byte from `begin` on; the end where there is none.
+std::size_t placeWorthALook(const GrowingArray<char>& names, std::size_t begin) noexcept
+{
+    while (names.size() - begin >= SixteenBytes::count) {
+        const int place = SixteenBytes::firstSet(isWorthALook(SixteenBytes::at(names.data() + begin)));
+        begin += static_cast<std::size_t>(place);
+        if (place < SixteenBytes::count) {
+            return begin;
+        }
     }
-    return {(other & highBits) == 0, (slashes & highBits) != 0};
+    while (begin < names.size() && !isWorthALook(static_cast<signed char>(names[begin]))) {
+        ++begin;
+    }
+    return begin;
 }
 
 } // namespace
@@ -46,13 +45,12 @@ LowerNames::LowerNames(TreeArrays& tree)
     m_text.push_back(TreeArrays::nameEnd);
     m_starts.push_back(1);
     std::string lowerName;
-    for (Position node = 0; node < tree.size(); ++node) {
+    std::size_t place = placeWorthALook(tree.names, 0);
+    for (std::size_t from = 0; place < tree.names.size(); place = placeWorthALook(tree.names, tree.nameStarts[from])) {
+        const auto node = static_cast<Position>(textAt(tree.nameStarts, place, from));
+        from = node + std::size_t{1};
         const std::string_view name = tree.name(node);
-        const Look look = lookAt(name);
-        m_hasSlashInNames = m_hasSlashInNames || (look.hasSlash && node != 0);
-        if (look.isLowerAscii) {
-            continue;
-        }
+        m_hasSlashInNames = m_hasSlashInNames || (node != 0 && name.find('/') != std::string_view::npos);
         lowerName.clear();
         appendLowercased(name, lowerName);
         if (lowerName != name) {

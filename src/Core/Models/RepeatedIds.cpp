@@ -25,8 +25,8 @@ std::uint64_t hashOf(const Uuid& id, std::uint64_t seed) noexcept
 /// A set of hashes that may take one for another, but misses none.
 class HashMarks {
 public:
-    explicit HashMarks(std::size_t count)
-        : m_bits(std::bit_ceil(std::max<std::size_t>(count, 4) * bitsForEach))
+    explicit HashMarks(std::size_t leastBits)
+        : m_bits(std::bit_ceil(std::max<std::size_t>(leastBits, 64)))
         , m_words(m_bits / 64)
     {
     }
@@ -47,36 +47,39 @@ public:
     }
 
 private:
-    static constexpr std::size_t bitsForEach = 16;
-
     std::size_t m_bits;
     std::vector<std::uint64_t> m_words;
 };
 
-/// Every node whose id another one may have too.
-std::vector<Position> suspects(const GrowingArray<Uuid>& ids)
+struct Suspect {
+    std::uint64_t hash;
+    Position node;
+};
+
+/// Every node whose id another one may have too, and some others.
+std::vector<Suspect> suspects(const GrowingArray<Uuid>& ids)
 {
     const std::uint64_t seed = QHashSeed::globalSeed();
     std::vector<std::uint64_t> repeated;
-    HashMarks all(ids.size());
+    HashMarks all(ids.size() * 16);
     for (const Uuid& id : ids) {
         const std::uint64_t hash = hashOf(id, seed);
         if (all.insert(hash)) {
             repeated.push_back(hash);
         }
     }
-    std::vector<Position> found;
+    std::vector<Suspect> found;
     if (repeated.empty()) {
         return found;
     }
     // Other bits of the hash than before, which tell apart what only fell together.
-    HashMarks marks(repeated.size());
+    HashMarks marks(std::min(repeated.size() * 256, ids.size() * 16));
     for (const std::uint64_t hash : repeated) {
         marks.insert(hash >> 32);
     }
     for (Position node = 0; node < ids.size(); ++node) {
-        if (marks.contains(hashOf(ids[node], seed) >> 32)) {
-            found.push_back(node);
+        if (const std::uint64_t hash = hashOf(ids[node], seed); marks.contains(hash >> 32)) {
+            found.push_back({hash, node});
         }
     }
     return found;
@@ -86,15 +89,18 @@ std::vector<Position> suspects(const GrowingArray<Uuid>& ids)
 
 std::vector<std::pair<Position, Position>> repeatedIds(const GrowingArray<Uuid>& ids)
 {
-    std::vector<Position> nodes = suspects(ids);
-    std::ranges::sort(nodes, [&ids](Position a, Position b) {
-        const int order = std::memcmp(ids[a].bytes().data(), ids[b].bytes().data(), ids[a].bytes().size());
-        return order != 0 ? order < 0 : a < b;
+    std::vector<Suspect> found = suspects(ids);
+    std::ranges::sort(found, [&ids](const Suspect& a, const Suspect& b) {
+        if (a.hash != b.hash) {
+            return a.hash < b.hash;
+        }
+        const int order = std::memcmp(ids[a.node].bytes().data(), ids[b.node].bytes().data(), sizeof(Uuid));
+        return order != 0 ? order < 0 : a.node < b.node;
     });
     std::vector<std::pair<Position, Position>> pairs;
-    for (std::size_t i = 1, first = 0; i < nodes.size(); ++i) {
-        if (ids[nodes[i]] == ids[nodes[first]]) {
-            pairs.emplace_back(nodes[i], nodes[first]);
+    for (std::size_t i = 1, first = 0; i < found.size(); ++i) {
+        if (found[i].hash == found[first].hash && ids[found[i].node] == ids[found[first].node]) {
+            pairs.emplace_back(found[i].node, found[first].node);
         } else {
             first = i;
         }

@@ -1,8 +1,9 @@
 #include "Services/Search/TextSearch.h"
 
+#include "Core/Models/TextStarts.h"
+#include "Utilities/SixteenBytes.h"
+
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -23,8 +24,8 @@ class Needle {
 public:
     explicit Needle(std::string_view text)
         : m_text(text)
-        , m_first(Bytes{} + text.front())
-        , m_last(Bytes{} + text.back())
+        , m_first(SixteenBytes::of(text.front()))
+        , m_last(SixteenBytes::of(text.back()))
     {
     }
 
@@ -35,66 +36,33 @@ public:
             const void* const found = std::memchr(begin, m_text.front(), static_cast<std::size_t>(end - begin));
             return found != nullptr ? static_cast<const char*>(found) : end;
         }
-        const auto beyond = static_cast<std::ptrdiff_t>(m_text.size()) - 1;
-        const char* const last = end - std::min(beyond, end - begin); // it begins before this
-        while (last - begin >= static_cast<std::ptrdiff_t>(sizeof(Bytes))) {
-            const auto found = std::bit_cast<std::array<std::uint64_t, 2>>((bytesAt(begin) == m_first) &
-                                                                           (bytesAt(begin + beyond) == m_last));
-            if ((found[0] | found[1]) == 0) {
-                begin += sizeof(Bytes);
+        const auto toLast = static_cast<std::ptrdiff_t>(m_text.size()) - 1;
+        const char* const beyond = end - std::min(toLast, end - begin); // it begins before this
+        while (beyond - begin >= SixteenBytes::count) {
+            const int place = SixteenBytes::firstSet((SixteenBytes::at(begin) == m_first) &
+                                                     (SixteenBytes::at(begin + toLast) == m_last));
+            begin += place;
+            if (place == SixteenBytes::count) {
                 continue;
             }
-            begin += found[0] != 0 ? firstByte(found[0]) : 8 + firstByte(found[1]);
-            if (beyond == 1 || isAt(begin)) {
+            if (toLast == 1 || isAt(begin)) {
                 return begin;
             }
             ++begin;
         }
-        while (begin < last && !isAt(begin)) {
+        while (begin < beyond && !isAt(begin)) {
             ++begin;
         }
-        return begin < last ? begin : end;
+        return begin < beyond ? begin : end;
     }
 
 private:
-    using Bytes = char __attribute__((vector_size(16)));
-
-    [[nodiscard]] static Bytes bytesAt(const char* place)
-    {
-        Bytes bytes;
-        std::memcpy(&bytes, place, sizeof bytes);
-        return bytes;
-    }
-
-    /// Which byte of a word that is not 0 is the first in memory that is not 0.
-    [[nodiscard]] static int firstByte(std::uint64_t word)
-    {
-        return (std::endian::native == std::endian::little ? std::countr_zero(word) : std::countl_zero(word)) / 8;
-    }
-
     [[nodiscard]] bool isAt(const char* place) const { return std::memcmp(place, m_text.data(), m_text.size()) == 0; }
 
     const std::string_view m_text;
-    const Bytes m_first;
-    const Bytes m_last;
+    const SixteenBytes::Bytes m_first;
+    const SixteenBytes::Bytes m_last;
 };
-
-/// Which of the texts that begin at `starts` holds the byte at `offset`; not before `from`, and as a rule not far off.
-std::size_t textAt(const GrowingArray<std::uint32_t>& starts, std::size_t offset, std::size_t from)
-{
-    constexpr int near = 8; // texts that are looked at one by one
-    for (int i = 0; i < near; ++i, ++from) {
-        if (from + 1 == starts.size() || starts[from + 1] > offset) {
-            return from;
-        }
-    }
-    std::size_t step = 1;
-    for (; from + step < starts.size() && starts[from + step] <= offset; step *= 2) {
-        from += step;
-    }
-    const std::uint32_t* const end = starts.begin() + std::min(from + step, starts.size());
-    return static_cast<std::size_t>(std::upper_bound(starts.begin() + from, end, offset) - starts.begin() - 1);
-}
 
 } // namespace
 

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+/// Sixteen bytes of a text at once. Compared with each other they give -1 where the comparison holds, else 0.
+namespace morlaine::SixteenBytes {
+
+using Bytes = signed char __attribute__((vector_size(16)));
+
+inline constexpr int count = sizeof(Bytes);
+
+/// Those that begin at `place`; all of them must be readable.
+[[nodiscard]] inline Bytes at(const char* place) noexcept
+{
+    Bytes bytes;
+    std::memcpy(&bytes, place, sizeof bytes);
+    return bytes;
+}
+
+/// Sixteen times the same.
+[[nodiscard]] inline Bytes of(char byte) noexcept
+{
+    return Bytes{} + static_cast<signed char>(byte);
+}
+
+/// The place of the first byte that is not 0, from 0; `count` where all are.
+[[nodiscard]] inline int firstSet(Bytes bytes) noexcept
+{
+    const auto [front, back] = std::bit_cast<std::array<std::uint64_t, 2>>(bytes);
+    const auto firstOf = [](std::uint64_t word) { // 8 where it is 0
+        return (std::endian::native == std::endian::little ? std::countr_zero(word) : std::countl_zero(word)) / 8;
+    };
+    return front != 0 ? firstOf(front) : 8 + firstOf(back);
+}
+
+} // namespace morlaine::SixteenBytes
