@@ -1,7 +1,6 @@
 #include "Core/Models/TreeBuilder.h"
 
 #include "Core/Models/RepeatedIds.h"
-#include "Core/Models/TreeOrder.h"
 #include "Utilities/FileUrl.h"
 #include "Utilities/Utf8.h"
 
@@ -112,8 +111,12 @@ void TreeBuilder::openList()
 
 void TreeBuilder::closeList()
 {
-    m_nodes.ends[m_openLists.back().node] = m_nodes.size();
+    const Position folder = m_openLists.back().node;
+    m_nodes.ends[folder] = m_nodes.size();
     m_openLists.pop_back();
+    if (m_source == Source::measured) {
+        m_order.sortList(m_nodes, folder);
+    }
 }
 
 void TreeBuilder::dropList(Position node)
@@ -233,7 +236,7 @@ FileNode TreeBuilder::finish()
         nameAgain();
     }
     if (m_source == Source::measured) {
-        sortLargestFirst(m_nodes);
+        m_order.apply(m_nodes);
     }
     m_nodes.shrinkToFit();
     std::unique_ptr<Tree, Tree::Release> tree(new Tree(std::move(m_nodes)));

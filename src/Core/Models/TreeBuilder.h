@@ -2,6 +2,7 @@
 
 #include "Core/Models/FileNode.h"
 #include "Core/Models/TreeArrays.h"
+#include "Core/Models/TreeOrder.h"
 
 #include <cstdint>
 #include <map>
@@ -18,8 +19,8 @@ class TreeBuilder {
 public:
     using Position = TreeArrays::Position;
 
-    /// A tree that is measured gets fresh ids, and its lists are sorted in the end: largest first, those of equal size
-    /// in the order in which they were added. One that is given keeps all as it is.
+    /// A tree that is measured gets fresh ids, and its lists are sorted when they are closed: largest first, those of
+    /// equal size in the order in which they were added. One that is given keeps all as it is.
     enum class Source : std::uint8_t { measured, given };
 
     struct Limits {
@@ -50,6 +51,7 @@ public:
 
     /// The node last added gets a list, to which nodes are added from here on.
     void openList();
+    /// The sizes of what is in it are final.
     void closeList();
 
     /// Drops what has been added to the list that is open, or closed and was the last: `node` has none again.
@@ -81,6 +83,7 @@ private:
     void nameAgain();
 
     TreeArrays m_nodes;
+    TreeOrder m_order;
     std::vector<OpenList> m_openLists;
     std::string m_openFolder; // what `startOfLocationsIn` has said last, and for which node
     Position m_openFolderNode;

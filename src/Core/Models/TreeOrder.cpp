@@ -10,38 +10,8 @@ namespace {
 
 using Position = TreeArrays::Position;
 
-struct Child {
-    std::int64_t size;
-    Position node;
-
-    [[nodiscard]] bool isBefore(const Child& other) const noexcept
-    {
-        return size != other.size ? size > other.size : node < other.node;
-    }
-};
-
-/// Where each node is to stand. A folder has its place before what it holds.
-GrowingArray<Position> sortedPlaces(const TreeArrays& tree)
-{
-    GrowingArray<Position> places;
-    places.resize(tree.size());
-    places[0] = 0;
-    GrowingArray<Child> children;
-    for (Position node = 0; node < tree.size(); ++node) {
-        children.resize(0);
-        for (Position child = node + 1; child < tree.ends[node]; child = tree.ends[child]) {
-            children.push_back({tree.sizes[child], child});
-        }
-        std::sort(children.data(), children.data() + children.size(),
-                  [](const Child& a, const Child& b) { return a.isBefore(b); });
-        Position place = places[node] + 1;
-        for (const Child& child : children) {
-            places[child.node] = place;
-            place += tree.ends[child.node] - child.node;
-        }
-    }
-    return places;
-}
+/// The memory of wider folders is not kept for others.
+constexpr std::size_t mostChildrenToKeep = 65'536;
 
 template <typename Value, typename Moved>
 void move(GrowingArray<Value>& values, const GrowingArray<Position>& places, Moved moved)
@@ -78,9 +48,35 @@ void moveNames(TreeArrays& tree, const GrowingArray<Position>& places)
 
 } // namespace
 
-void sortLargestFirst(TreeArrays& tree)
+void TreeOrder::sortList(const TreeArrays& tree, Position folder)
 {
-    const GrowingArray<Position> places = sortedPlaces(tree);
+    m_offsets.resize(tree.size());
+    m_children.resize(0);
+    const Position end = tree.ends[folder];
+    for (Position child = folder + 1; child < end; child = tree.ends[child]) {
+        m_children.push_back({tree.sizes[child], child});
+    }
+    std::sort(m_children.data(), m_children.data() + m_children.size(),
+              [](const Child& a, const Child& b) { return a.isBefore(b); });
+    Position offset = 1;
+    for (const Child& child : m_children) {
+        m_offsets[child.node] = offset;
+        offset += tree.ends[child.node] - child.node;
+    }
+    if (m_children.size() > mostChildrenToKeep) {
+        m_children = {};
+    }
+}
+
+/// A folder has its place before what it holds.
+void TreeOrder::apply(TreeArrays& tree)
+{
+    GrowingArray<Position> places = std::move(m_offsets);
+    places.resize(tree.size());
+    places[0] = 0;
+    for (Position node = 1; node < tree.size(); ++node) {
+        places[node] += places[tree.parents[node]];
+    }
     moveNames(tree, places);
     move(tree.ids, places, [&](Position node) { return tree.ids[node]; });
     move(tree.sizes, places, [&](Position node) { return tree.sizes[node]; });
