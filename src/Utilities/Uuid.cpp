@@ -2,7 +2,8 @@
 
 #include "Utilities/Hex.h"
 
-#include <algorithm>
+#include <array>
+#include <bit>
 #include <cstring>
 #include <random>
 
@@ -15,20 +16,39 @@ constexpr bool isHyphenPosition(std::size_t position)
     return position == 8 || position == 13 || position == 18 || position == 23;
 }
 
-std::mt19937_64 seededGenerator()
-{
-    std::random_device device;
-    std::array<std::uint32_t, 8> entropy{};
-    std::generate(entropy.begin(), entropy.end(), std::ref(device));
-    std::seed_seq sequence(entropy.begin(), entropy.end());
-    return std::mt19937_64(sequence);
-}
+/// xoshiro256**: as random as ids need to be, in a few cycles.
+class Generator {
+public:
+    Generator()
+    {
+        std::random_device device;
+        for (std::uint64_t& word : m_state) {
+            word = std::uint64_t{device()} << 32U | device();
+        }
+        m_state[0] |= 1; // all zeros would stay so
+    }
+    [[nodiscard]] std::uint64_t operator()() noexcept
+    {
+        const std::uint64_t result = std::rotl(m_state[1] * 5, 7) * 9;
+        const std::uint64_t shifted = m_state[1] << 17U;
+        m_state[2] ^= m_state[0];
+        m_state[3] ^= m_state[1];
+        m_state[1] ^= m_state[2];
+        m_state[0] ^= m_state[3];
+        m_state[2] ^= shifted;
+        m_state[3] = std::rotl(m_state[3], 45);
+        return result;
+    }
+
+private:
+    std::array<std::uint64_t, 4> m_state{};
+};
 
 } // namespace
 
 Uuid Uuid::random()
 {
-    thread_local std::mt19937_64 generator = seededGenerator();
+    thread_local Generator generator;
     const std::array<std::uint64_t, 2> words{generator(), generator()};
     Uuid id;
     std::memcpy(id.m_bytes.data(), words.data(), id.m_bytes.size());
