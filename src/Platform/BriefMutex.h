@@ -11,12 +11,15 @@ class BriefMutex {
 public:
     void lock()
     {
-        constexpr int tries = 40;
+        constexpr int tries = 8;
+        constexpr int pauses = 32;
         for (int i = 0; i < tries; ++i) {
             if (m_mutex.try_lock()) {
                 return;
             }
-            std::this_thread::yield();
+            for (int j = 0; j < pauses; ++j) {
+                pause();
+            }
         }
         m_mutex.lock();
     }
@@ -24,6 +27,16 @@ public:
     void unlock() { m_mutex.unlock(); }
 
 private:
+    /// Lets some cycles pass without asking the system for anything.
+    static void pause() noexcept
+    {
+#if defined(__x86_64__) || defined(__i386__)
+        __builtin_ia32_pause();
+#else
+        std::this_thread::yield();
+#endif
+    }
+
     std::mutex m_mutex;
 };
 

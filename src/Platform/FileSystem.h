@@ -30,34 +30,69 @@ struct ResourceValues {
     friend bool operator==(const ResourceValues&, const ResourceValues&) = default;
 };
 
-/// The contents of a folder in the order in which the system listed them, the values of each entry fetched.
+/// The contents of a folder in the order in which the system listed them, the values of each entry fetched. An entry
+/// takes 32 bytes beside its name where its values are like those of its neighbours.
 class FolderContents {
 public:
     struct Entry {
-        std::string_view name;        // exact bytes, valid while the contents live
-        const ResourceValues* values; // null when the entry could not be measured (it has vanished, say)
+        std::string_view name;                // exact bytes, valid while the contents live
+        std::optional<ResourceValues> values; // nothing when the entry could not be measured (it has vanished, say)
     };
 
     [[nodiscard]] std::size_t size() const noexcept { return m_entries.size(); }
-    [[nodiscard]] Entry operator[](std::size_t index) const noexcept;
+    [[nodiscard]] Entry operator[](std::size_t index) const noexcept { return {name(index), values(index)}; }
+    [[nodiscard]] std::string_view name(std::size_t index) const noexcept
+    {
+        return {m_names.data() + m_entries[index].nameOffset, m_entries[index].nameLength};
+    }
+    [[nodiscard]] std::optional<ResourceValues> values(std::size_t index) const noexcept;
+
+    /// Whether the entry is known to be a folder.
+    [[nodiscard]] bool isDirectory(std::size_t index) const noexcept
+    {
+        return (m_entries[index].flags & Stored::isDirectory) != 0;
+    }
 
     void append(std::string_view name, const std::optional<ResourceValues>& values);
 
     /// What the contents take in memory, in bytes.
-    [[nodiscard]] std::size_t bytes() const noexcept { return m_entries.size() * sizeof(Stored) + m_names.size(); }
+    [[nodiscard]] std::size_t bytes() const noexcept
+    {
+        return m_entries.size() * sizeof(Stored) + m_names.size() + m_unusual.size() * sizeof(ResourceValues);
+    }
 
     /// Empty again, ready for another folder; the memory is kept.
     void clear() noexcept;
 
 private:
+    /// One entry. An absent number is 0 here.
     struct Stored {
+        enum Flag : std::uint32_t {
+            isMeasured = 0x01,
+            hasFileSize = 0x02,
+            hasAllocatedSizes = 0x04, // both, and equal
+            hasVolume = 0x08,         // m_volume
+            knowsIsDirectory = 0x10,
+            isDirectory = 0x20,
+            isPackage = 0x40,
+            isSymbolicLink = 0x80,
+            isVolume = 0x100,
+            isUnusual = 0x200, // the values are in m_unusual, at the place that fileSize tells
+        };
+
         std::size_t nameOffset;
-        std::size_t nameLength;
-        std::optional<ResourceValues> values;
+        std::uint32_t nameLength;
+        std::uint32_t flags;
+        std::int64_t fileSize;
+        std::int64_t allocatedSize;
     };
+
+    [[nodiscard]] bool isUsual(const ResourceValues& values) const noexcept;
 
     std::string m_names;
     std::vector<Stored> m_entries;
+    std::vector<ResourceValues> m_unusual;
+    std::optional<std::uint64_t> m_volume; // of the first entry that has one
 };
 
 /// Called with what has been listed so far, between the parts in which the system lists a large folder. May wait; false

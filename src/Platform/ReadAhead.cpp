@@ -11,16 +11,17 @@ namespace {
 /// What the walk holds of a branch.
 class ReadAheadFolder final : public Folder {
 public:
-    ReadAheadFolder(std::shared_ptr<ReadAheadPool> ahead, ReadAheadPool::Branch& branch)
+    ReadAheadFolder(std::shared_ptr<ReadAheadPool> ahead, ReadAheadPool::Place place)
         : m_ahead(std::move(ahead))
-        , m_branch(branch)
+        , m_place(std::move(place))
     {
     }
     ~ReadAheadFolder() override
     {
-        const bool isTop = m_branch.parent == nullptr;
-        m_ahead->leave(m_branch);
-        if (isTop) {
+        if (m_place.branch != nullptr) {
+            m_ahead->leave(*m_place.branch);
+        }
+        if (m_place.parent == nullptr) {
             m_ahead->stop();
         }
     }
@@ -29,16 +30,17 @@ public:
 
     [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop, const ListingPace& pace) override
     {
-        return m_ahead->list(m_branch, contents, stop, pace);
+        return m_ahead->list(m_place, contents, stop, pace);
     }
     [[nodiscard]] std::unique_ptr<Folder> folder(std::string_view name) override
     {
-        return std::make_unique<ReadAheadFolder>(m_ahead, m_ahead->enter(m_branch, name));
+        return std::make_unique<ReadAheadFolder>(m_ahead,
+                                                 ReadAheadPool::Place{&m_ahead->enter(m_place), std::string(name)});
     }
 
 private:
     const std::shared_ptr<ReadAheadPool> m_ahead;
-    ReadAheadPool::Branch& m_branch;
+    ReadAheadPool::Place m_place;
 };
 
 } // namespace
@@ -47,7 +49,7 @@ std::unique_ptr<Folder> readingAhead(std::unique_ptr<Folder> top, std::string pa
                                      std::size_t helpers)
 {
     const auto ahead = std::make_shared<ReadAheadPool>(std::move(top), std::move(path), std::move(rules), helpers);
-    return std::make_unique<ReadAheadFolder>(ahead, ahead->top());
+    return std::make_unique<ReadAheadFolder>(ahead, ReadAheadPool::Place{nullptr, {}, &ahead->top()});
 }
 
 } // namespace morlaine

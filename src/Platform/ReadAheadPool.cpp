@@ -9,7 +9,7 @@ namespace morlaine {
 
 namespace {
 
-constexpr std::size_t mostBytesAhead = std::size_t{6} * 1024 * 1024; // about 50,000 entries
+constexpr std::size_t mostBytesAhead = std::size_t{6} * 1024 * 1024; // about 100,000 entries
 constexpr std::size_t bytesOfBranch = 512;                           // with its folder, names aside
 constexpr std::size_t mostSpareContents = 64;
 constexpr std::chrono::milliseconds longListing{1};
@@ -21,9 +21,10 @@ ReadAheadPool::ReadAheadPool(std::unique_ptr<Folder> top, std::string path, Read
     : m_rules(std::move(rules))
     , m_mostHelpers(helpers)
 {
-    m_branches.emplace_front(std::move(top), std::move(path));
-    Branch& branch = m_branches.front();
+    Branch& branch = m_branches.emplace_front();
     branch.self = m_branches.begin();
+    branch.folder = std::move(top);
+    branch.path = std::move(path);
     branch.path.resize(std::min(branch.path.size(), m_rules.decisiveLength));
 }
 
@@ -34,16 +35,23 @@ ReadAheadPool::~ReadAheadPool()
     }
 }
 
-bool ReadAheadPool::list(Branch& branch, FolderContents& contents, const std::stop_token& stop, const ListingPace& pace)
+bool ReadAheadPool::list(Place& place, FolderContents& contents, const std::stop_token& stop, const ListingPace& pace)
 {
     Lock lock(m_mutex);
+    for (; m_left != nullptr; m_left = m_left->nextBegun) {
+        m_spareBranches.splice(m_spareBranches.begin(), m_branches, m_left->self);
+    }
+    if (place.branch == nullptr) {
+        place.branch = &find(*place.parent, place.name);
+    }
+    Branch& branch = *place.branch;
     waitFor(branch, lock, stop);
     if (stop.stop_requested()) {
         return false;
     }
     if (branch.state == Branch::State::ready) {
         std::swap(contents, branch.contents);
-        branch.state = Branch::State::taken;
+        take(branch);
         if (m_spareContents.size() < mostSpareContents) {
             m_spareContents.push_back(std::move(branch.contents));
         }
@@ -53,6 +61,15 @@ bool ReadAheadPool::list(Branch& branch, FolderContents& contents, const std::st
     }
     lock.unlock();
     return listForWalk(branch, contents, stop, pace);
+}
+
+void ReadAheadPool::take(Branch& branch)
+{
+    branch.isTaken = true;
+    branch.toEnter = branch.subfolders.count();
+    for (const Branch* begun = branch.firstBegun; begun != nullptr; begun = begun->nextBegun) {
+        ++branch.toEnter;
+    }
 }
 
 /// Where a helper is at it, the walk makes itself useful meanwhile, unless that helper seems to wait for a disk.
@@ -84,15 +101,20 @@ bool ReadAheadPool::listForWalk(Branch& branch, FolderContents& contents, const 
     if (!isListed) {
         return false;
     }
-    Names subfolders = branch.isApart ? Names() : subfoldersIn(branch, contents);
-    const Lock lock(m_mutex);
-    branch.state = Branch::State::taken;
-    if (subfolders.count() > 0) {
-        m_notBegun += subfolders.count();
-        branch.subfolders = std::move(subfolders);
-        putInOrder(branch, m_order.begin()); // nothing is nearer than where the walk is
-        callHelper();
+    Names subfolders;
+    if (!branch.isApart) {
+        findSubfolders(branch, contents, subfolders);
     }
+    if (subfolders.count() == 0) {
+        branch.isTaken = true;
+        return true;
+    }
+    const Lock lock(m_mutex);
+    branch.subfolders = std::move(subfolders);
+    take(branch);
+    m_notBegun += branch.subfolders.count();
+    m_order.splice(m_order.begin(), branch.outOfOrder); // nothing is nearer than where the walk is
+    callHelper();
     return true;
 }
 
@@ -105,15 +127,26 @@ void ReadAheadPool::endReadingAhead(const std::stop_token& stop)
     m_walkWaits.wait_for(lock, stop, patienceForDescriptors, [this] { return m_readers == 0; });
 }
 
-ReadAheadPool::Branch& ReadAheadPool::enter(Branch& parent, std::string_view name)
+ReadAheadPool::Branch& ReadAheadPool::enter(Place& place)
 {
-    const Lock lock(m_mutex);
-    if (!parent.begun.empty() && parent.begun.front()->name == name) {
-        Branch& branch = *parent.begun.front();
-        parent.begun.pop_front();
-        return branch;
+    if (place.branch == nullptr) {
+        const Lock lock(m_mutex);
+        place.branch = &find(*place.parent, place.name);
     }
-    if (parent.begun.empty() && parent.subfolders.count() > 0 && parent.subfolders.first() == name) {
+    return *place.branch;
+}
+
+/// The folder of that name in `parent`, to which the walk has come.
+ReadAheadPool::Branch& ReadAheadPool::find(Branch& parent, std::string_view name)
+{
+    if (Branch* const begun = parent.firstBegun; begun != nullptr) {
+        if (begun->name == name) {
+            parent.firstBegun = begun->nextBegun;
+            --parent.toEnter;
+            return *begun;
+        }
+    } else if (parent.subfolders.count() > 0 && parent.subfolders.first() == name) {
+        --parent.toEnter;
         return begin(parent, false);
     }
     Branch& branch = add(parent, name);
@@ -121,12 +154,26 @@ ReadAheadPool::Branch& ReadAheadPool::enter(Branch& parent, std::string_view nam
     return branch;
 }
 
-/// Where a helper is still in a folder, the walk has been cancelled; then all folders above stay until the end.
+/// Of a branch in which all has been entered that was to be, nobody else knows.
 void ReadAheadPool::leave(Branch& branch)
+{
+    if (m_isAbandoned) {
+        return;
+    }
+    if (!branch.isTaken || branch.toEnter > 0) {
+        leaveUnfinished(branch);
+        return;
+    }
+    branch.folder.reset();
+    branch.nextBegun = std::exchange(m_left, &branch);
+}
+
+/// Where a helper is still in a folder, the walk has been cancelled; then all folders above stay until the end.
+void ReadAheadPool::leaveUnfinished(Branch& branch)
 {
     std::list<Branch> left;
     const Lock lock(m_mutex);
-    m_isAbandoned = m_isAbandoned || branch.state == Branch::State::reading || !branch.begun.empty();
+    m_isAbandoned = branch.state == Branch::State::reading || branch.firstBegun != nullptr;
     if (m_isAbandoned) {
         return;
     }
@@ -191,13 +238,13 @@ ReadAheadPool::Branch* ReadAheadPool::beginNext()
 /// The first of the folders in `parent` that nobody has begun to list.
 ReadAheadPool::Branch& ReadAheadPool::begin(Branch& parent, bool isAhead)
 {
-    std::list<Branch*> entry{nullptr};
     Branch& branch = add(parent, parent.subfolders.first());
     if (isAhead) {
         branch.state = Branch::State::reading;
-        putInOrder(branch, parent.place);
-        entry.front() = &branch;
-        parent.begun.splice(parent.begun.end(), entry);
+        branch.since = std::chrono::steady_clock::now();
+        m_order.splice(parent.place, branch.outOfOrder);
+        (parent.firstBegun == nullptr ? parent.firstBegun : parent.lastBegun->nextBegun) = &branch;
+        parent.lastBegun = &branch;
     }
     parent.subfolders.dropFirst();
     --m_notBegun;
@@ -209,11 +256,21 @@ ReadAheadPool::Branch& ReadAheadPool::begin(Branch& parent, bool isAhead)
 
 ReadAheadPool::Branch& ReadAheadPool::add(Branch& parent, std::string_view name)
 {
-    std::list<Branch> one;
-    one.emplace_front(parent, name, pathIn(parent, name));
-    one.front().self = one.begin();
-    m_branches.splice(m_branches.begin(), one);
-    return m_branches.front();
+    if (m_spareBranches.empty()) {
+        m_spareBranches.emplace_front();
+    }
+    Branch& branch = m_spareBranches.front();
+    branch.parent = &parent;
+    branch.name = name;
+    setPath(branch.path, parent, name);
+    branch.state = Branch::State::untried;
+    branch.isWanted = false;
+    branch.isApart = false;
+    branch.nextBegun = nullptr;
+    branch.isTaken = false;
+    branch.self = m_spareBranches.begin();
+    m_branches.splice(m_branches.begin(), m_spareBranches, branch.self);
+    return branch;
 }
 
 /// Most folders hold none that will be entered and are not kept. The parent of such a folder is.
@@ -234,17 +291,17 @@ void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token&
         m_spareContents.pop_back();
         contents.clear();
     }
+    Names subfolders = std::move(branch.subfolders);
     ++m_readers;
     lock.unlock();
     std::size_t counted = 0;
-    Names subfolders;
     bool isListed = false;
     try {
         isListed = folderOf(branch).list(contents, stop, [&](const FolderContents& soFar) {
             return countAsHeld(branch, counted, soFar.bytes(), mayPause);
         });
         if (isListed) {
-            subfolders = subfoldersIn(branch, contents);
+            findSubfolders(branch, contents, subfolders);
         }
     } catch (...) { // whatever it is, the walk will meet it
         isListed = false;
@@ -290,34 +347,31 @@ bool ReadAheadPool::countAsHeld(const Branch& branch, std::size_t& counted, std:
     return !stop.stop_requested() && mayGoOn();
 }
 
-ReadAheadPool::Names ReadAheadPool::subfoldersIn(const Branch& branch, const FolderContents& contents) const
+void ReadAheadPool::findSubfolders(const Branch& branch, const FolderContents& contents, Names& names) const
 {
-    Names names;
+    names.clear();
+    std::string path;
     for (std::size_t i = 0; i < contents.size(); ++i) {
+        if (!contents.isDirectory(i)) {
+            continue;
+        }
         const auto [name, values] = contents[i];
-        if (values != nullptr && values->isDirectory.value_or(false) &&
-            m_rules.mayEnter(pathIn(branch, name), *values)) {
+        setPath(path, branch, name);
+        if (m_rules.mayEnter(path, *values)) {
             names.append(name);
         }
     }
-    return names;
 }
 
-/// The beginning of an entry's path.
-std::string ReadAheadPool::pathIn(const Branch& branch, std::string_view name) const
+/// Puts the beginning of an entry's path in the place of `path`.
+void ReadAheadPool::setPath(std::string& path, const Branch& branch, std::string_view name) const
 {
-    std::string path = branch.path;
+    path = branch.path;
     if (path.size() < m_rules.decisiveLength) {
         path += path == "/" ? "" : "/";
         path += name;
         path.resize(std::min(path.size(), m_rules.decisiveLength));
     }
-    return path;
-}
-
-void ReadAheadPool::putInOrder(Branch& branch, std::list<Branch*>::iterator before)
-{
-    m_order.splice(before, branch.outOfOrder);
 }
 
 void ReadAheadPool::takeOutOfOrder(Branch& branch)

@@ -25,6 +25,13 @@ public:
     /// The folders in a listing that the walk will enter, in its order.
     class Names {
     public:
+        /// Without any, the memory is kept.
+        void clear() noexcept
+        {
+            m_text.clear();
+            m_next = 0;
+            m_count = 0;
+        }
         void append(std::string_view name)
         {
             m_text += name;
@@ -53,37 +60,38 @@ public:
             untried, // or in vain, by a helper
             reading, // ahead of the walk
             ready,
-            taken, // by the walk
         };
-
-        Branch(std::unique_ptr<Folder> inner, std::string beginning)
-            : folder(std::move(inner))
-            , path(std::move(beginning))
-        {
-        }
-        Branch(Branch& above, std::string_view nameInIt, std::string beginning)
-            : parent(&above)
-            , name(nameInIt)
-            , path(std::move(beginning))
-        {
-        }
 
         Branch* parent = nullptr;
         std::string name;
         std::unique_ptr<Folder> folder; // null when listed and no folder in it will be entered
         std::string path;               // as much of it as the rules look at
         State state = State::untried;
-        bool isWanted = false; // the walk waits for it
-        bool isApart = false;  // nothing in it is read ahead
-        std::chrono::steady_clock::time_point since = std::chrono::steady_clock::now();
-        FolderContents contents; // while ready
-        std::size_t bytes = 0;   // held for the walk
+        bool isWanted = false;                       // the walk waits for it
+        bool isApart = false;                        // nothing in it is read ahead
+        std::chrono::steady_clock::time_point since; // when a helper began to list it
+        FolderContents contents;                     // while ready
+        std::size_t bytes = 0;                       // held for the walk
 
-        Names subfolders;                    // that nobody has begun to list
-        std::list<Branch*> begun;            // those before them that the walk has not come to
+        Names subfolders;             // that nobody has begun to list
+        Branch* firstBegun = nullptr; // those before `subfolders` that the walk has not come to
+        Branch* lastBegun = nullptr;
+        Branch* nextBegun = nullptr; // beside this one
+
         std::list<Branch*> outOfOrder{this}; // the element that stands for this one, while it is not in the order
         std::list<Branch*>::iterator place = outOfOrder.begin();
         std::list<Branch>::iterator self;
+
+        // Only for the walk.
+        bool isTaken = false;    // listed, by whomever
+        std::size_t toEnter = 0; // once it is taken: the folders in it that the walk has not come to
+    };
+
+    /// A folder of the walk: one in the folder `parent`, or the top.
+    struct Place {
+        Branch* parent = nullptr;
+        std::string name;
+        Branch* branch = nullptr; // null until the walk needs it
     };
 
     ReadAheadPool(std::unique_ptr<Folder> top, std::string path, ReadAheadRules rules, std::size_t helpers);
@@ -96,11 +104,11 @@ public:
     [[nodiscard]] Branch& top() { return m_branches.back(); }
 
     /// As `Folder::list`; takes what a helper has read where there is that.
-    [[nodiscard]] bool list(Branch& branch, FolderContents& contents, const std::stop_token& stop,
+    [[nodiscard]] bool list(Place& place, FolderContents& contents, const std::stop_token& stop,
                             const ListingPace& pace);
 
-    /// The folder of that name in `parent`. Lives until it is left.
-    [[nodiscard]] Branch& enter(Branch& parent, std::string_view name);
+    /// The branch of a place, which lives until it is left.
+    [[nodiscard]] Branch& enter(Place& place);
 
     /// `branch` is destroyed, unless a helper is still in it.
     void leave(Branch& branch);
@@ -111,6 +119,9 @@ public:
 private:
     using Lock = std::unique_lock<BriefMutex>;
 
+    [[nodiscard]] Branch& find(Branch& parent, std::string_view name);
+    void leaveUnfinished(Branch& branch);
+    static void take(Branch& branch);
     [[nodiscard]] bool listForWalk(Branch& branch, FolderContents& contents, const std::stop_token& stop,
                                    const ListingPace& pace);
     void waitFor(Branch& branch, Lock& lock, const std::stop_token& stop);
@@ -125,9 +136,8 @@ private:
     [[nodiscard]] static Folder& folderOf(Branch& branch);
     void readAhead(Branch& branch, Lock& lock, const std::stop_token& stop, bool mayPause);
     [[nodiscard]] bool countAsHeld(const Branch& branch, std::size_t& counted, std::size_t bytes, bool mayPause);
-    [[nodiscard]] Names subfoldersIn(const Branch& branch, const FolderContents& contents) const;
-    [[nodiscard]] std::string pathIn(const Branch& branch, std::string_view name) const;
-    void putInOrder(Branch& branch, std::list<Branch*>::iterator before);
+    void findSubfolders(const Branch& branch, const FolderContents& contents, Names& names) const;
+    void setPath(std::string& path, const Branch& branch, std::string_view name) const;
     void takeOutOfOrder(Branch& branch);
     void hold(std::size_t bytes);
     void release(std::size_t bytes);
@@ -140,16 +150,20 @@ private:
     std::condition_variable_any m_walkWaits;
     std::condition_variable_any m_helpersWait;
     std::list<Branch> m_branches; // newest first, so that the folders in a folder are destroyed before it
-    std::list<Branch*> m_order;   // those with folders that nobody has begun to list, and those being read ahead
+    std::list<Branch> m_spareBranches;
+    std::list<Branch*> m_order; // those with folders that nobody has begun to list, and those being read ahead
     std::vector<FolderContents> m_spareContents;
     std::size_t m_notBegun = 0; // names in all branches
     std::size_t m_bytesAhead = 0;
     std::size_t m_helpers = 0;
     std::size_t m_idleHelpers = 0;
     std::size_t m_readers = 0;
-    bool m_isFull = false; // until half of it is gone
-    bool m_isAbandoned = false;
+    bool m_isFull = false;   // until half of it is gone
     bool m_hasEnded = false; // descriptors have run out: the walk goes on alone
+
+    // Only for the walk.
+    Branch* m_left = nullptr; // the last that was left and is still in `m_branches`; the others by `nextBegun`
+    bool m_isAbandoned = false;
 };
 
 } // namespace morlaine

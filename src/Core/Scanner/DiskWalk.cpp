@@ -96,7 +96,7 @@ void DiskWalk::visitNextEntry()
     m_path.resize(directory.pathLength);
     m_path += '/';
     m_path += entry.name;
-    visit({nullptr, &directory, entry.name, entry.values});
+    visit({nullptr, &directory, entry.name, entry.values ? &*entry.values : nullptr});
 }
 
 void DiskWalk::visit(const Item& item)
@@ -248,7 +248,7 @@ std::int64_t DiskWalk::calculateSizeOfPackage(std::unique_ptr<Folder> package) c
         }
         throwIfCancelled();
         const auto [name, values] = open.contents[open.nextEntry++];
-        if (name.starts_with('.') || values == nullptr) {
+        if (name.starts_with('.') || !values) {
             continue;
         }
         if (!values->isDirectory.value_or(false)) {

@@ -52,7 +52,8 @@ bool isDotOrDotDot(const char* name)
 LinuxFolder::LinuxFolder(std::string path)
     : m_parent(nullptr)
     , m_name(std::move(path))
-    , m_state(std::make_shared<WalkState>())
+    , m_ownState(std::make_unique<WalkState>())
+    , m_state(*m_ownState)
 {
 }
 
@@ -65,12 +66,15 @@ LinuxFolder::LinuxFolder(LinuxFolder& parent, std::string_view name)
 
 LinuxFolder::~LinuxFolder()
 {
+    if (!m_wasKept) {
+        return;
+    }
     Handle last;
     {
-        const std::lock_guard lock(m_state->mutex);
+        const std::lock_guard lock(m_state.mutex);
         if (m_descriptor != nullptr) {
             last = std::move(m_descriptor);
-            std::erase(m_state->openFolders, this);
+            std::erase(m_state.openFolders, this);
         }
     }
     if (last != nullptr) {
@@ -83,22 +87,16 @@ std::unique_ptr<Folder> LinuxFolder::folder(std::string_view name)
     return std::make_unique<LinuxFolder>(*this, name);
 }
 
-/// Null when the folder cannot be opened, or another has taken its place.
-LinuxFolder::Handle LinuxFolder::open()
+/// Null when the folder cannot be opened, or another has taken its place. `failure` is why, an errno.
+LinuxFolder::Handle LinuxFolder::open(int& failure)
 {
     std::vector<LinuxFolder*> closed;
     Handle handle = openOrAbove(closed);
     for (; !closed.empty(); closed.pop_back()) {
         LinuxFolder& folder = *closed.back();
         FileDescriptor descriptor = folder.openFrom(handle);
-        if (!descriptor.isOpen()) {
-            m_lackedDescriptors = errno == EMFILE || errno == ENFILE;
-            return nullptr;
-        }
-        if (folder.m_parent == nullptr && !m_state->volume) {
-            m_state->volume = walkedVolume(descriptor.get());
-        }
-        handle = folder.keep(std::move(descriptor));
+        failure = descriptor.isOpen() ? 0 : errno;
+        handle = descriptor.isOpen() ? folder.keep(std::move(descriptor)) : nullptr;
         if (handle == nullptr) {
             return nullptr;
         }
@@ -106,14 +104,27 @@ LinuxFolder::Handle LinuxFolder::open()
     return handle;
 }
 
+FileDescriptor LinuxFolder::openForListing()
+{
+    int failure = 0;
+    FileDescriptor descriptor;
+    const Handle above = m_parent == nullptr ? nullptr : m_parent->open(failure);
+    if (above != nullptr || m_parent == nullptr) {
+        descriptor = openFrom(above);
+        failure = descriptor.isOpen() ? 0 : errno;
+    }
+    m_lackedDescriptors = failure == EMFILE || failure == ENFILE;
+    return descriptor;
+}
+
 /// The nearest folder on the way up that is open, or null, and those below it that are not, innermost first.
 LinuxFolder::Handle LinuxFolder::openOrAbove(std::vector<LinuxFolder*>& closed)
 {
-    const std::lock_guard lock(m_state->mutex);
+    const std::lock_guard lock(m_state.mutex);
     for (LinuxFolder* folder = this; folder != nullptr; folder = folder->m_parent) {
         if (folder->m_descriptor != nullptr) {
-            std::erase(m_state->openFolders, folder);
-            m_state->openFolders.push_back(folder);
+            std::erase(m_state.openFolders, folder);
+            m_state.openFolders.push_back(folder);
             return folder->m_descriptor;
         }
         closed.push_back(folder);
@@ -147,12 +158,12 @@ FileDescriptor LinuxFolder::tryToOpenFrom(const Handle& above)
 
 FileDescriptor LinuxFolder::openWithin(const FileDescriptor& folder, const char* name)
 {
-    if (m_state->hasOpenat2) {
+    if (m_state.hasOpenat2) {
         FileDescriptor opened = openByOpenat2(folder.get(), name);
         if (opened.isOpen() || (errno != ENOSYS && errno != EPERM)) {
             return opened;
         }
-        m_state->hasOpenat2 = false;
+        m_state.hasOpenat2 = false;
     }
     return openOnSameDevice(folder.get(), name);
 }
@@ -160,51 +171,48 @@ FileDescriptor LinuxFolder::openWithin(const FileDescriptor& folder, const char*
 /// Null when it is not the folder that was set aside. Another thread may have opened it again meanwhile.
 LinuxFolder::Handle LinuxFolder::keep(FileDescriptor descriptor)
 {
-    const std::lock_guard lock(m_state->mutex);
+    const std::lock_guard lock(m_state.mutex);
     if (m_descriptor != nullptr) {
         return m_descriptor;
     }
     if (m_identity && identityOf(descriptor) != m_identity) {
         return nullptr;
     }
+    m_wasKept = true;
+    m_isSetAside = false;
     m_descriptor = std::make_shared<const FileDescriptor>(std::move(descriptor));
     Handle handle = m_descriptor;
-    m_state->openFolders.push_back(this);
-    if (m_state->openFolders.size() > mostOpenFolders) {
-        m_state->openFolders.front()->setAside();
+    m_state.openFolders.push_back(this);
+    if (m_state.openFolders.size() > mostOpenFolders) {
+        m_state.openFolders.front()->setAside();
     }
     return handle;
 }
 
 bool LinuxFolder::setOneAside()
 {
-    const std::lock_guard lock(m_state->mutex);
-    if (m_state->openFolders.empty()) {
+    const std::lock_guard lock(m_state.mutex);
+    if (m_state.openFolders.empty()) {
         return false;
     }
-    m_state->openFolders.front()->setAside();
+    m_state.openFolders.front()->setAside();
     return true;
 }
 
 /// The longest unused of the open folders.
 void LinuxFolder::setAside()
 {
+    m_isSetAside = true;
     m_identity = identityOf(*m_descriptor);
     m_descriptor.reset();
-    m_state->openFolders.pop_front();
+    m_state.openFolders.pop_front();
 }
 
 /// Saves the way back from the start of a very deep walk. A folder that was moved meanwhile has another parent.
 void LinuxFolder::reopenParent(const FileDescriptor& from)
 {
-    if (m_parent == nullptr) {
+    if (m_parent == nullptr || !m_parent->m_isSetAside) {
         return;
-    }
-    {
-        const std::lock_guard lock(m_state->mutex);
-        if (m_parent->m_descriptor != nullptr || !m_parent->m_identity) {
-            return;
-        }
     }
     if (FileDescriptor above = openWithin(from, ".."); above.isOpen()) {
         (void)m_parent->keep(std::move(above));
@@ -224,13 +232,29 @@ std::optional<LinuxFolder::Identity> LinuxFolder::identityOf(const FileDescripto
 
 bool LinuxFolder::list(FolderContents& contents, const std::stop_token& stop, const ListingPace& pace)
 {
-    const Handle handle = open();
-    if (handle == nullptr) {
+    FileDescriptor descriptor = openForListing();
+    if (!descriptor.isOpen()) {
         return false;
     }
+    if (m_parent == nullptr) {
+        m_state.volume = walkedVolume(descriptor.get());
+    }
+    bool holdsFolders = false;
+    const bool isListed = listOpened(descriptor.get(), contents, stop, pace, holdsFolders);
+    if (isListed && holdsFolders) {
+        (void)keep(std::move(descriptor));
+    } else {
+        reopenParent(descriptor);
+    }
+    return isListed;
+}
+
+bool LinuxFolder::listOpened(int descriptor, FolderContents& contents, const std::stop_token& stop,
+                             const ListingPace& pace, bool& holdsFolders) const
+{
     alignas(dirent64) std::array<char, listingBufferSize> buffer;
     for (;;) {
-        const ssize_t length = ::getdents64(handle->get(), buffer.data(), buffer.size());
+        const ssize_t length = ::getdents64(descriptor, buffer.data(), buffer.size());
         if (length <= 0) {
             return length == 0;
         }
@@ -245,7 +269,9 @@ bool LinuxFolder::list(FolderContents& contents, const std::stop_token& stop, co
             const auto* entry = reinterpret_cast<const dirent64*>(next);
             next += entry->d_reclen;
             if (!isDotOrDotDot(entry->d_name)) {
-                contents.append(entry->d_name, measure(handle->get(), entry->d_name, *m_state->volume));
+                const auto values = measure(descriptor, entry->d_name, *m_state.volume);
+                holdsFolders = holdsFolders || (values && values->isDirectory.value_or(false));
+                contents.append(entry->d_name, values);
             }
         }
     }

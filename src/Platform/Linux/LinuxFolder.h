@@ -27,9 +27,10 @@ struct WalkState {
     std::optional<WalkedVolume> volume;   // known when the top is first opened, which comes before everything
 };
 
-/// A folder of a walk. It is opened when it is first needed, relative to the one above it, unless something has been
-/// mounted there. Only those used last stay open (fewer when descriptors run out); one that was closed is found again
-/// through ".." of a folder in it, or from the start of the walk, and cannot be listed when another stands there.
+/// A folder of a walk. It is opened when it is listed, relative to the one above it, unless something has been mounted
+/// there, and stays open where folders are in it. Only those used last do (fewer when descriptors run out); one that
+/// was closed is found again through ".." of a folder in it, or from the start of the walk, and cannot be listed when
+/// another stands there.
 class LinuxFolder final : public Folder {
 public:
     /// The folder at the absolute `path`, at which a walk begins.
@@ -51,7 +52,10 @@ private:
 
     [[nodiscard]] static std::optional<Identity> identityOf(const FileDescriptor& descriptor);
 
-    [[nodiscard]] Handle open();
+    [[nodiscard]] bool listOpened(int descriptor, FolderContents& contents, const std::stop_token& stop,
+                                  const ListingPace& pace, bool& holdsFolders) const;
+    [[nodiscard]] FileDescriptor openForListing();
+    [[nodiscard]] Handle open(int& failure);
     [[nodiscard]] Handle openOrAbove(std::vector<LinuxFolder*>& closed);
     [[nodiscard]] FileDescriptor openFrom(const Handle& above);
     [[nodiscard]] FileDescriptor tryToOpenFrom(const Handle& above);
@@ -62,10 +66,13 @@ private:
     void reopenParent(const FileDescriptor& from);
 
     LinuxFolder* const m_parent;
-    const std::string m_name; // the whole path where there is no parent
-    const std::shared_ptr<WalkState> m_state;
+    const std::string m_name;                    // the whole path where there is no parent
+    const std::unique_ptr<WalkState> m_ownState; // of the top
+    WalkState& m_state;
     Handle m_descriptor;
     std::optional<Identity> m_identity; // known once the folder has been set aside
+    std::atomic<bool> m_isSetAside = false;
+    bool m_wasKept = false; // open, at least for a while, for the folders in it
     bool m_lackedDescriptors = false;
 };
 
