@@ -85,8 +85,8 @@ std::vector<Entry> entriesOf(libmnt_table& table)
 TablePointer parsed(std::string_view mountInfo)
 {
     std::string text(mountInfo);
-    const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(::fmemopen(text.data(), text.size(), "r"),
-                                                                  &std::fclose);
+    const std::unique_ptr<std::FILE, decltype([](std::FILE* file) { std::fclose(file); })> file(
+        ::fmemopen(text.data(), text.size(), "r"));
     TablePointer table(mnt_new_table(), &mnt_unref_table);
     const bool isParsed = file && table && mnt_table_parse_stream(table.get(), file.get(), "mountinfo") == 0;
     return isParsed ? std::move(table) : TablePointer(nullptr, &mnt_unref_table);
