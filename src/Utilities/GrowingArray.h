@@ -73,6 +73,17 @@ public:
         m_size = size;
     }
 
+    /// Empty, in the memory of `other`: what the system has given once costs no page faults again.
+    template <typename Other>
+    [[nodiscard]] static GrowingArray inMemoryOf(GrowingArray<Other>&& other) noexcept
+    {
+        GrowingArray values;
+        values.m_capacity = std::exchange(other.m_capacity, 0) * sizeof(Other) / sizeof(Value);
+        values.m_values = reinterpret_cast<Value*>(std::exchange(other.m_values, nullptr));
+        other.m_size = 0;
+        return values;
+    }
+
     /// Gives back the room that is not used.
     void shrinkToFit() noexcept
     {
@@ -85,6 +96,9 @@ public:
     }
 
 private:
+    template <typename Other>
+    friend class GrowingArray;
+
     void makeRoom(std::size_t more)
     {
         if (more > m_capacity - m_size) {

@@ -13,18 +13,21 @@ using Position = TreeArrays::Position;
 /// The memory of wider folders is not kept for others.
 constexpr std::size_t mostChildrenToKeep = 65'536;
 
-template <typename Value, typename Moved>
-void move(GrowingArray<Value>& values, const GrowingArray<Position>& places, Moved moved)
+/// In the memory of `spare`, which becomes that of the values as they stood.
+template <typename Value, typename Spare, typename Moved>
+GrowingArray<Value> move(GrowingArray<Value>& values, GrowingArray<Spare>&& spare, const GrowingArray<Position>& places,
+                         Moved moved)
 {
-    GrowingArray<Value> sorted;
+    auto sorted = GrowingArray<Value>::inMemoryOf(std::move(spare));
     sorted.resize(values.size());
     for (Position node = 0; node < places.size(); ++node) {
         sorted[places[node]] = moved(node);
     }
-    values = std::move(sorted);
+    std::swap(values, sorted);
+    return sorted;
 }
 
-void moveNames(TreeArrays& tree, const GrowingArray<Position>& places)
+GrowingArray<char> moveNames(TreeArrays& tree, const GrowingArray<Position>& places)
 {
     GrowingArray<std::uint32_t> starts;
     starts.resize(tree.nameStarts.size());
@@ -42,8 +45,9 @@ void moveNames(TreeArrays& tree, const GrowingArray<Position>& places)
         const std::size_t start = tree.nameStarts[node];
         std::memcpy(names.data() + starts[places[node]], tree.names.data() + start, tree.nameStarts[node + 1] - start);
     }
-    tree.names = std::move(names);
+    std::swap(tree.names, names);
     tree.nameStarts = std::move(starts);
+    return names;
 }
 
 } // namespace
@@ -77,12 +81,14 @@ void TreeOrder::apply(TreeArrays& tree)
     for (Position node = 1; node < tree.size(); ++node) {
         places[node] += places[tree.parents[node]];
     }
-    moveNames(tree, places);
-    move(tree.ids, places, [&](Position node) { return tree.ids[node]; });
-    move(tree.sizes, places, [&](Position node) { return tree.sizes[node]; });
-    move(tree.parents, places, [&](Position node) { return places[tree.parents[node]]; });
-    move(tree.ends, places, [&](Position node) { return places[node] + (tree.ends[node] - node); });
-    move(tree.kinds, places, [&](Position node) { return tree.kinds[node]; });
+    auto oldNames = moveNames(tree, places);
+    auto oldIds = move(tree.ids, std::move(oldNames), places, [&](Position node) { return tree.ids[node]; });
+    auto oldSizes = move(tree.sizes, std::move(oldIds), places, [&](Position node) { return tree.sizes[node]; });
+    auto oldParents =
+        move(tree.parents, std::move(oldSizes), places, [&](Position node) { return places[tree.parents[node]]; });
+    auto oldEnds = move(tree.ends, std::move(oldParents), places,
+                        [&](Position node) { return places[node] + (tree.ends[node] - node); });
+    (void)move(tree.kinds, std::move(oldEnds), places, [&](Position node) { return tree.kinds[node]; });
     std::map<Position, TreeArrays::OwnUrl> ownUrls;
     for (auto& [node, own] : tree.ownUrls) {
         ownUrls.emplace(places[node], std::move(own));
