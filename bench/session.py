@@ -15,6 +15,7 @@ STRIP = 32  # rows of a picture that are fetched at once
 INTERVAL = 0.001  # seconds between two looks at the screen
 PATIENCE = 600.0  # seconds, for scanning a large folder
 TYPED = ".json"
+SCROLLED = ["End", "Home"] + 5 * ["Page_Down"]  # from the first row that was found
 REPEATS = 5
 STARTS = 7
 STEP = (16, 8)  # pixels by which the window shrinks at a time
@@ -150,7 +151,12 @@ class Session:
         for key in TYPED:
             report.add("a key typed into the search", self._absences_of(lambda: self._display.type(key)))
             self._save(f"typed {key}")
-        self._display.press("Ctrl+A")
+        self._display.press("Down")  # into the results
+        self._watch.wait_for_rest()
+        for key in SCROLLED:
+            report.add("results scrolled", self._absences_of(lambda: self._display.press(key)))
+            self._save(f"scrolled by {key}")
+        self._display.press("Ctrl+F")  # back, with all that was typed selected
         self._watch.wait_for_rest()
         self._add_change(report, "search cleared", lambda: self._display.press("Delete"))
 

@@ -4,6 +4,7 @@
 #include "UI/Styles/Palettes.h"
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QStyle>
 
 #include <algorithm>
@@ -27,6 +28,12 @@ bool desktopBringsColors()
     return std::ranges::any_of(roles, [&](auto role) { return palette.color(role) != ofStyle.color(role); });
 }
 
+/// Any window needs them, and the desktop is being asked meanwhile.
+void loadFonts()
+{
+    (void)QFontMetrics(QApplication::font()).horizontalAdvance(QStringLiteral("Morlaine"));
+}
+
 void apply(Appearance::Preference preference)
 {
     QApplication::setPalette(preference == Appearance::Preference::dark ? Palettes::dark() : Palettes::light());
@@ -41,6 +48,7 @@ DesktopAppearance::DesktopAppearance(std::unique_ptr<Appearance> appearance) : m
         return;
     }
     QApplication::setStyle(new CalmStyle);
+    loadFonts();
     m_appearance->waitForAnswer(patience);
     apply(m_appearance->preference());
     m_appearance->observe(apply);

@@ -88,12 +88,11 @@ int distance(const QImage& a, const QImage& b)
 TEST(TreemapPainterTest, IsThePlainPicture)
 {
     std::mt19937 generator(20'010'101);
-    std::vector<std::string> trees{dust()};
+    std::vector<FileNode> roots{test::scan(FileUrl::fromPath("/usr/include")), test::treeFromText("root/\n" + dust())};
     for (int round = 0; round < 8; ++round) {
-        trees.push_back(randomTree(generator, 5));
+        roots.push_back(test::treeFromText("root/\n" + randomTree(generator, 5)));
     }
-    for (const std::string& tree : trees) {
-        const FileNode root = test::treeFromText("root/\n" + tree);
+    for (const FileNode& root : roots) {
         const NodeIDSet hits(SearchIndex(root).search(QStringLiteral("1"), std::nullopt, std::nullopt, std::nullopt));
         for (const double ratio : {0.5, 1.0, 1.25, 2.0}) {
             const QSize size(static_cast<int>(80 + generator() % 300), static_cast<int>(40 + generator() % 200));
@@ -105,7 +104,8 @@ TEST(TreemapPainterTest, IsThePlainPicture)
                 const QImage image = TreemapPainter::paintRects(scene);
                 const QImage plain = test::plainPicture(scene);
                 ASSERT_EQ(image.size(), plain.size());
-                ASSERT_LE(distance(image, plain), 2) << tree.substr(0, 500) << ratio << " " << size.width();
+                ASSERT_LE(distance(image, plain), 2)
+                    << test::textOfTree(root).substr(0, 500) << ratio << " " << size.width();
             }
         }
     }
