@@ -4,6 +4,7 @@
 #include "Core/Treemap/TreemapEngine.h"
 #include "Measurements.h"
 #include "ScanBenchmark.h"
+#include "UI/Views/Treemap/FolderGrounds.h"
 #include "UI/Views/Treemap/TreemapCanvas.h"
 #include "UI/Views/Treemap/TreemapPainter.h"
 
@@ -77,7 +78,8 @@ std::shared_ptr<const TreemapLayout> fiftyThousandFiles()
 
 QPixmap paint(const std::shared_ptr<const TreemapLayout>& rects, const QSize& size)
 {
-    return TreemapPainter::paintBase({rects, {}, TreemapPainter::ground(QPalette()), size, 1});
+    return TreemapPainter::paintBase(
+        {rects, {}, TreemapPainter::ground(QPalette()), size, 1, std::make_shared<const FolderGrounds>(*rects)});
 }
 
 void basePaint(benchmark::State& state)

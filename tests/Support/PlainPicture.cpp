@@ -1,10 +1,13 @@
 #include "Support/PlainPicture.h"
 
+#include "Support/TreeWalk.h"
 #include "UI/Styles/Conversions.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
+#include <unordered_set>
 #include <vector>
 
 namespace morlaine::test {
@@ -76,6 +79,26 @@ void stroke(Picture& picture, const Rect& rect, double scale, const QColor& colo
     picture.fill(scaled(half), isHollow ? scaled(-half) : QRectF(), color, opacity);
 }
 
+/// Of the types of the files inside, by bytes; nothing for a folder that is painted without it.
+std::optional<QColor> groundOf(const FileNode& folder, const NodeIDSet& hits)
+{
+    Channels sum{};
+    double total = 0;
+    bool hasHit = hits.empty();
+    walkTree(folder, [&](const FileNode& node) {
+        hasHit = hasHit || (node.id() != folder.id() && hits.contains(node.id()));
+        if (!node.isDirectory()) {
+            const Channels color = channelsOf(toQColor(node.fileCategory().color()));
+            std::ranges::transform(sum, color, sum.begin(),
+                                   [&](double a, double b) { return a + b * static_cast<double>(node.size()); });
+            total += static_cast<double>(node.size());
+        }
+    });
+    return hasHit && total > 0
+               ? std::optional(QColor(qRound(sum[0] / total), qRound(sum[1] / total), qRound(sum[2] / total)))
+               : std::nullopt;
+}
+
 } // namespace
 
 QImage plainPicture(const TreemapPainter::Scene& scene)
@@ -85,16 +108,24 @@ QImage plainPicture(const TreemapPainter::Scene& scene)
     Picture picture({static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height()))},
                     scene.ground);
     std::vector<TreemapRect> rects(scene.layout->begin(), scene.layout->end());
+    std::unordered_set<Uuid> open;
+    for (const TreemapRect& item : rects) {
+        open.insert(FileNode::at(item.node.tree(), item.node.tree().parentOf(item.node.position())).id());
+    }
     std::ranges::stable_sort(rects, {}, &TreemapRect::depth);
     for (const TreemapRect& item : rects) {
         const Rect& r = item.rect;
+        const QRectF inPixels(r.x * scale, r.y * scale, r.width * scale, r.height * scale);
         if (item.node.isDirectory()) {
+            const auto ground = open.contains(item.id()) ? std::nullopt : groundOf(item.node, scene.highlightIDs);
+            if (ground) {
+                picture.fill(inPixels, {}, *ground, 0.45);
+            }
             const auto d = static_cast<double>(item.depth);
             stroke(picture, r, scale, Qt::white, 0.3 - 0.05 * d, std::max(2 - 0.5 * d, 0.5));
         } else {
             const bool isDimmed = !scene.highlightIDs.empty() && !scene.highlightIDs.contains(item.id());
-            picture.fill({r.x * scale, r.y * scale, r.width * scale, r.height * scale}, {}, toQColor(item.color),
-                         isDimmed ? 0.15 : 1);
+            picture.fill(inPixels, {}, toQColor(item.color), isDimmed ? 0.15 : 1);
             stroke(picture, r, scale, Qt::black, 0.15, 0.5);
         }
     }

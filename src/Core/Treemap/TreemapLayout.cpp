@@ -67,6 +67,21 @@ std::optional<std::size_t> TreemapLayout::hitTest(double x, double y) const noex
     return folder;
 }
 
+std::optional<std::size_t> TreemapLayout::innermostAt(double x, double y) const noexcept
+{
+    for (std::size_t block = m_blocks.size(); block-- > 0;) {
+        if (contains(m_blocks[block], x, y)) {
+            const std::span<const Item> inBlock = itemsOfBlock(block);
+            for (std::size_t index = inBlock.size(); index-- > 0;) {
+                if (contains(inBlock[index].rect, x, y)) {
+                    return block * blockSize + index;
+                }
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<std::size_t> TreemapLayout::indexOf(const FileNode& node) const noexcept
 {
     if (empty()) {

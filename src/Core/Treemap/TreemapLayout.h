@@ -77,6 +77,9 @@ public:
     /// edges belong to a rectangle, right and bottom edges do not.
     [[nodiscard]] std::optional<std::size_t> hitTest(double x, double y) const noexcept;
 
+    /// The index of the last rectangle at a point, which is the innermost one.
+    [[nodiscard]] std::optional<std::size_t> innermostAt(double x, double y) const noexcept;
+
     /// The index of the first rectangle whose node has the id of `node`.
     [[nodiscard]] std::optional<std::size_t> indexOf(const FileNode& node) const noexcept;
 

@@ -33,7 +33,10 @@ public:
         return (m_marks[position / 64] >> (position % 64) & 1) != 0;
     }
 
-    /// The same for any id. The first time that this is asked, all ids of hits are gathered.
+    /// The same for at least one of those in `begin`...`end` - 1.
+    [[nodiscard]] bool isAnyMarked(Tree::Position begin, Tree::Position end) const noexcept;
+
+    /// The same as `isMarked` for any id. The first time that this is asked, all ids of hits are gathered.
     [[nodiscard]] bool contains(const Uuid& id) const;
 
 private:
@@ -84,6 +87,9 @@ public:
 
     /// The same for an id alone, by way of a table.
     [[nodiscard]] bool contains(const Uuid& id) const { return m_hits && m_hits->contains(id); }
+
+    /// Whether the id of at least one node inside a folder, however deep, is among them.
+    [[nodiscard]] bool containsAnyInside(const Tree& tree, Tree::Position folder) const;
 
     /// Whether both come from one and the same search.
     [[nodiscard]] bool isSameAs(const NodeIDSet& other) const noexcept { return m_hits == other.m_hits; }

@@ -3,15 +3,18 @@
 #include "UI/Styles/Conversions.h"
 #include "UI/Styles/TextStyles.h"
 #include "UI/Styles/Theme.h"
+#include "UI/Views/Treemap/FolderGrounds.h"
 #include "UI/Views/Treemap/TreemapPainter.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QEnterEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyleHints>
 
+#include <new>
 #include <utility>
 
 namespace morlaine {
@@ -30,6 +33,9 @@ void TreemapCanvas::showLayout(std::shared_ptr<const TreemapLayout> layout, cons
 {
     m_layout = std::move(layout);
     ++m_layoutNumber;
+    if (m_grounds && (m_layout->empty() || !m_grounds->isOf(m_layout->tree()))) {
+        m_grounds.reset();
+    }
     m_text = text;
     setAccessibleDescription(m_layout->empty() ? text : QString());
     m_selectedPosition.reset();
@@ -85,11 +91,24 @@ void TreemapCanvas::forgetBase()
 const QPixmap& TreemapCanvas::base()
 {
     if (m_base.isNull() || m_base.devicePixelRatio() != devicePixelRatioF()) {
-        m_base = TreemapPainter::paintBase(
-            {m_layout, m_highlightIDs, TreemapPainter::ground(palette()), size(), devicePixelRatioF()});
+        m_base = paintedBase();
         ++m_basePaintCount;
     }
     return m_base;
+}
+
+/// Null where memory does not suffice.
+QPixmap TreemapCanvas::paintedBase()
+{
+    try {
+        if (std::exchange(m_groundsNumber, m_layoutNumber) != m_layoutNumber) {
+            m_grounds = std::make_shared<const FolderGrounds>(*m_layout, m_grounds.get());
+        }
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+    return TreemapPainter::paintBase(
+        {m_layout, m_highlightIDs, TreemapPainter::ground(palette()), size(), devicePixelRatioF(), m_grounds});
 }
 
 bool TreemapCanvas::event(QEvent* event)
@@ -102,6 +121,11 @@ bool TreemapCanvas::event(QEvent* event)
     case QEvent::StyleChange:
         forgetBase();
         break;
+    case QEvent::ToolTip: {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        Q_EMIT toolTipRequested(help->pos(), help->globalPos());
+        return true;
+    }
     default:
         break;
     }

@@ -14,6 +14,8 @@
 
 namespace morlaine {
 
+class FolderGrounds;
+
 /// Shows a layout, with one rectangle selected and one under the pointer, and tells what the user does to it. It
 /// decides nothing. The rectangles are painted once into a picture that is kept; moving a mark repaints only where it
 /// was and is.
@@ -59,6 +61,9 @@ Q_SIGNALS:
     void doubleClicked(const QPointF& point);
     void menuRequested(const QPoint& globalPoint);
 
+    /// The pointer has rested at a point.
+    void toolTipRequested(const QPointF& point, const QPoint& globalPoint);
+
     /// By key: the selection moves, what is selected is zoomed into, the folder that is shown is left.
     void moveRequested(morlaine::TreemapDecisions::Move move);
     void zoomRequested();
@@ -92,6 +97,7 @@ private:
     [[nodiscard]] std::optional<Rect> selectionMark() const;
     [[nodiscard]] QPoint menuPoint() const;
     [[nodiscard]] const QPixmap& base();
+    [[nodiscard]] QPixmap paintedBase();
     void forgetBase();
     void updateMark(const std::optional<Rect>& rect);
     void updateFocusFrame();
@@ -108,6 +114,8 @@ private:
     std::optional<QPointF> m_pressedAt;
     bool m_isFocusedByMouse = false;
 
+    std::shared_ptr<const FolderGrounds> m_grounds; // of the layout with that number, which may be a former one
+    int m_groundsNumber = 0;
     QPixmap m_base; // null when it has to be painted
     int m_basePaintCount = 0;
 };

@@ -2,6 +2,8 @@
 
 #include "Utilities/ShownText.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <limits>
 #include <string>
@@ -133,6 +135,16 @@ std::optional<Info> infoOf(const std::optional<TreemapRect>& hovered, const std:
         return info(*selected, selected->fileCategory().color());
     }
     return std::nullopt;
+}
+
+QString pathBelow(const FileNode& shown, const FileNode& item)
+{
+    const Tree& tree = item.tree();
+    QStringList names;
+    for (Tree::Position node = item.position(); node > shown.position(); node = tree.parentOf(node)) {
+        names.prepend(shownText(FileNode::at(tree, node).name()));
+    }
+    return names.join(QLatin1Char('/'));
 }
 
 QString textInsteadOfRects(bool hasRoot)

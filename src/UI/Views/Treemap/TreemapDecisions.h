@@ -28,6 +28,10 @@ inline constexpr Outline hoverOutline{0.8, 1.5};     // white
 inline constexpr double selectionFillOpacity = 0.12; // in the accent colour
 inline constexpr double hoverFillOpacity = 0.2;      // white
 
+/// How much of the colour of what it holds lies on a folder that shows nothing of it: so little that nobody takes it
+/// for a file.
+inline constexpr double folderFillOpacity = 0.45;
+
 /// How much of its colour a file keeps: less, where a search is on that has not found it.
 [[nodiscard]] constexpr double fileFillOpacity(bool isDimmed)
 {
@@ -73,6 +77,9 @@ struct Info {
 
 [[nodiscard]] std::optional<Info> infoOf(const std::optional<TreemapRect>& hovered,
                                          const std::optional<FileNode>& selected);
+
+/// The names of the folders from the one inside `shown` down to `item`, and of the item.
+[[nodiscard]] QString pathBelow(const FileNode& shown, const FileNode& item);
 
 /// What a canvas without rectangles says.
 [[nodiscard]] QString textInsteadOfRects(bool hasRoot);

@@ -143,8 +143,10 @@ void TreemapHeader::changeEvent(QEvent* event)
 
 void TreemapHeader::arrange()
 {
-    const QRect inner = rect().adjusted(leadingPadding, topPadding, -leadingPadding, -topPadding);
     const QSize house = m_house->sizeHint();
+    // The picture in the button is what the eye takes for the edge.
+    const int leading = leadingPadding - (house.width() - m_house->iconSize().width()) / 2;
+    const QRect inner = rect().adjusted(leading, topPadding, -leadingPadding, -topPadding);
     m_house->setGeometry(inner.left(), inner.top() + (inner.height() - house.height()) / 2, house.width(),
                          house.height());
     const int left = inner.left() + house.width();

@@ -3,13 +3,12 @@
 #include "Platform/Background.h"
 #include "UI/Styles/Contrast.h"
 #include "UI/Styles/Conversions.h"
-#include "UI/Styles/TextStyles.h"
 #include "UI/Styles/Theme.h"
+#include "UI/Views/Treemap/FolderGrounds.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"
+#include "UI/Views/Treemap/TreemapLabels.h"
 #include "UI/Views/Treemap/TreemapTile.h"
-#include "Utilities/ShownText.h"
 
-#include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
 
@@ -28,29 +27,6 @@ namespace morlaine::TreemapPainter {
 namespace {
 
 namespace Decide = TreemapDecisions;
-
-/// A font with what placing text in it takes, looked up once for all labels.
-class LabelStyle {
-public:
-    LabelStyle(int size, QFont::Weight weight, double opacity)
-        : m_font(TextStyles::drawingFont(size, weight))
-        , m_metrics(m_font)
-        , m_color(Theme::withOpacity(Qt::white, opacity))
-    {
-    }
-
-    void paint(QPainter& painter, const QPointF& topLeft, const QString& text, double width) const
-    {
-        painter.setFont(m_font);
-        painter.setPen(m_color);
-        painter.drawText(topLeft + QPointF(0, m_metrics.ascent()), m_metrics.elidedText(text, Qt::ElideRight, width));
-    }
-
-private:
-    QFont m_font;
-    QFontMetricsF m_metrics;
-    QColor m_color;
-};
 
 using Style = TreemapTile::Style;
 
@@ -141,19 +117,26 @@ private:
             }
             for (const TreemapLayout::Item& item : layout.itemsOfBlock(block)) {
                 if (isTouched(area, item.rect) && isWanted(item)) {
-                    m_tile.paint(item.rect, styleOf(item));
+                    paintItem(item);
                 }
             }
         }
     }
 
-    [[nodiscard]] const Style& styleOf(const TreemapLayout::Item& item) const
+    void paintItem(const TreemapLayout::Item& item)
     {
-        if (item.isFolder != 0) {
-            return m_styles.folder(item.depth);
+        const Tree& tree = m_scene.layout->tree();
+        if (item.isFolder == 0) {
+            const bool isDimmed = m_isSearching && !m_scene.highlightIDs.contains(tree, item.node);
+            m_tile.paint(item.rect, m_styles.file(item.category, isDimmed));
+            return;
         }
-        const bool isDimmed = m_isSearching && !m_scene.highlightIDs.contains(m_scene.layout->tree(), item.node);
-        return m_styles.file(item.category, isDimmed);
+        const auto index = static_cast<std::size_t>(&item - m_scene.layout->items().data());
+        const std::optional<QRgb> ground = m_scene.grounds ? m_scene.grounds->colorAt(index) : std::nullopt;
+        if (ground && (!m_isSearching || m_scene.highlightIDs.containsAnyInside(tree, item.node))) {
+            m_tile.paint(item.rect, {TreemapTile::pixelOf(*ground), static_cast<float>(Decide::folderFillOpacity)});
+        }
+        m_tile.paint(item.rect, m_styles.folder(item.depth));
     }
 
     const Scene& m_scene;
@@ -282,31 +265,6 @@ unsigned helpersFor(const Scene& scene)
     return scene.layout->size() < fewRectangles ? 0 : std::min(processors - 1, most);
 }
 
-/// After all rectangles: none is painted over the labels of another.
-void paintLabels(QImage& image, const Scene& scene)
-{
-    const LabelStyle nameStyle(10, QFont::Medium, Decide::nameOpacity);
-    const LabelStyle sizeStyle(9, QFont::Normal, Decide::sizeOpacity);
-    QPainter painter(&image);
-    painter.setLayoutDirection(Qt::LeftToRight); // as elsewhere in the window, also for a name that begins otherwise
-    for (std::size_t block = 0; block < scene.layout->blocks().size(); ++block) {
-        const TreemapLayout::Bounds& bounds = scene.layout->blocks()[block];
-        if (!Decide::labelsIn({bounds.left, bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top})) {
-            continue;
-        }
-        for (const TreemapLayout::Item& item : scene.layout->itemsOfBlock(block)) {
-            const std::optional<Decide::Labels> labels = Decide::labelsIn(item.rect);
-            if (labels && item.isFolder == 0) {
-                const FileNode node = FileNode::at(scene.layout->tree(), item.node);
-                painter.setClipRect(labels->frame);
-                nameStyle.paint(painter, labels->name, shownText(node.name()), labels->frame.width());
-                sizeStyle.paint(painter, labels->size, QString::fromStdString(node.formattedSize()),
-                                labels->frame.width());
-            }
-        }
-    }
-}
-
 void paintMark(QPainter& painter, const Rect& rect, const QColor& color, double fillOpacity,
                const Decide::Outline& outline)
 {
@@ -337,7 +295,7 @@ QPixmap paintBase(const Scene& scene)
 {
     try {
         QImage image = paintRects(scene);
-        paintLabels(image, scene);
+        TreemapLabels::paint(image, *scene.layout);
         return QPixmap::fromImage(std::move(image));
     } catch (const std::bad_alloc&) {
         return {};
@@ -363,7 +321,7 @@ QRect reachOfMark(const Rect& rect)
 QColor ground(const QPalette& palette)
 {
     constexpr QColor dark(24, 26, 30);
-    return mixed(palette.color(QPalette::Window), dark, 0.14);
+    return mixed(palette.color(QPalette::Window), dark, 0.09);
 }
 
 } // namespace morlaine::TreemapPainter

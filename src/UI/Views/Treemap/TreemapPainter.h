@@ -14,6 +14,10 @@
 
 class QPainter;
 
+namespace morlaine {
+class FolderGrounds;
+} // namespace morlaine
+
 /// From a layout to what is seen of it. Main thread only.
 namespace morlaine::TreemapPainter {
 
@@ -24,6 +28,7 @@ struct Scene {
     QColor ground; // behind the rectangles
     QSize size;    // points
     double devicePixelRatio = 1;
+    std::shared_ptr<const FolderGrounds> grounds{}; // of the layout; without it closed folders show the ground
 };
 
 /// All rectangles, without labels: deeper ones over those around them. Throws std::bad_alloc.

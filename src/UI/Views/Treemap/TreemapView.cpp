@@ -1,6 +1,7 @@
 #include "UI/Views/Treemap/TreemapView.h"
 
 #include "Core/Treemap/TreemapEngine.h"
+#include "UI/Styles/Conversions.h"
 #include "UI/Styles/Theme.h"
 #include "UI/Views/State/MainViewModel.h"
 #include "UI/Views/Treemap/TreemapAccessibility.h"
@@ -8,7 +9,10 @@
 #include "UI/Views/Treemap/TreemapHeader.h"
 #include "UI/Views/Treemap/TreemapMenu.h"
 #include "UI/Widgets/Divider.h"
+#include "UI/Widgets/PlainToolTip.h"
 
+#include <QFontMetrics>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <new>
@@ -80,6 +84,7 @@ void TreemapView::connectCanvas()
     connect(m_canvas, &TreemapCanvas::clicked, this, &TreemapView::select);
     connect(m_canvas, &TreemapCanvas::doubleClicked, this, &TreemapView::zoomIn);
     connect(m_canvas, &TreemapCanvas::menuRequested, this, &TreemapView::openMenu);
+    connect(m_canvas, &TreemapCanvas::toolTipRequested, this, &TreemapView::showToolTip);
     connect(m_canvas, &TreemapCanvas::moveRequested, this, &TreemapView::moveSelection);
     connect(m_canvas, &TreemapCanvas::zoomRequested, this, &TreemapView::zoomIntoSelection);
     connect(m_canvas, &TreemapCanvas::leaveRequested, this, [this] { m_viewModel.zoomOut(); });
@@ -241,6 +246,24 @@ void TreemapView::openMenu(const QPoint& globalPoint)
     auto* menu =
         new TreemapMenu(m_viewModel, m_hoveredRect ? m_hoveredRect->node : m_viewModel.selectedNode(), m_canvas);
     menu->popup(globalPoint);
+}
+
+/// What is hovered by rule may lie far outside of what the pointer is on.
+void TreemapView::showToolTip(const QPointF& point, const QPoint& globalPoint)
+{
+    constexpr int mostWidth = 560;
+    const std::optional<std::size_t> index = computedRects().innermostAt(point.x(), point.y());
+    const std::optional<FileNode> shown = m_viewModel.activeRootNode();
+    if (!index || !shown) {
+        QToolTip::hideText();
+        return;
+    }
+    const TreemapRect item = computedRects()[*index];
+    const QString path = QFontMetrics(QToolTip::font())
+                             .elidedText(TreemapDecisions::pathBelow(*shown, item.node), Qt::ElideMiddle, mostWidth);
+    QToolTip::showText(globalPoint,
+                       plainToolTip(path + QLatin1Char('\n') + QString::fromStdString(item.node.formattedSize())),
+                       m_canvas, toQRectF(item.rect).toAlignedRect());
 }
 
 } // namespace morlaine

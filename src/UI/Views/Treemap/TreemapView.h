@@ -65,6 +65,7 @@ private:
     void zoomIntoSelection();
     void showStep(std::size_t step);
     void openMenu(const QPoint& globalPoint);
+    void showToolTip(const QPointF& point, const QPoint& globalPoint);
 
     MainViewModel& m_viewModel;
     TreemapHeader* const m_header;

@@ -4,7 +4,9 @@
 #include "Services/Search/SearchIndex.h"
 #include "Support/PlainPicture.h"
 #include "Support/TreeText.h"
+#include "UI/Styles/Contrast.h"
 #include "UI/Styles/Conversions.h"
+#include "UI/Views/Treemap/FolderGrounds.h"
 
 #include <gtest/gtest.h>
 
@@ -100,7 +102,8 @@ TEST(TreemapPainterTest, IsThePlainPicture)
             TreemapEngine::layOut(root, {0, 0, size.width() * 1.0, size.height() + 0.4}, *layout);
             ASSERT_FALSE(layout->empty());
             for (const NodeIDSet& highlighted : {NodeIDSet(), hits}) {
-                const TreemapPainter::Scene scene{layout, highlighted, ground, size, ratio};
+                const TreemapPainter::Scene scene{layout, highlighted, ground,
+                                                  size,   ratio,       std::make_shared<const FolderGrounds>(*layout)};
                 const QImage image = TreemapPainter::paintRects(scene);
                 const QImage plain = test::plainPicture(scene);
                 ASSERT_EQ(image.size(), plain.size());
@@ -123,6 +126,28 @@ TEST(TreemapPainterTest, LabelsLargeFilesWithinTheirEdges)
         EXPECT_EQ(hasLabel(image, rect, color), isLabelled) << width;
         EXPECT_FALSE(hasLabel(image, {rect.right() - 4, 10, 7, height}, color)) << "at the edge";
         EXPECT_FALSE(hasLabel(image, {rect.right() + 2, 10, 20, height}, ground)) << "beyond it";
+    }
+}
+
+/// The letters, however thin, against what lies beside them.
+TEST(TreemapPainterTest, LabelsAreReadOnEveryColour)
+{
+    for (const std::string extension : {"png", "mkv", "mp3", "exe", "zip", "cpp", "pdf", "db", "x"}) {
+        const FileNode root = test::treeFromText("root/\n  HHHHHHHHHH." + extension + " 1\n");
+        const auto layout = std::make_shared<TreemapLayout>();
+        TreemapEngine::layOut(root, {0, 0, 90, 40}, *layout);
+        for (const double ratio : {1.0, 2.0}) {
+            const QImage image = TreemapPainter::paintBase({layout, {}, ground, {90, 40}, ratio}).toImage();
+            for (const auto& [top, bottom] : {std::pair(6, 16), {19, 27}}) { // the name, the size
+                double best = 0;
+                for (int y = qRound(top * ratio); y < bottom * ratio; ++y) {
+                    for (int x = qRound(5 * ratio); x < 30 * ratio; ++x) {
+                        best = std::max(best, contrastRatio(image.pixelColor(x, y), image.pixelColor(x - 1, y)));
+                    }
+                }
+                EXPECT_GE(best, 3) << extension << " " << ratio << " " << top;
+            }
+        }
     }
 }
 

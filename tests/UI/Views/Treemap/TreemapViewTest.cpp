@@ -8,6 +8,8 @@
 #include "UI/Views/Treemap/TreemapMenu.h"
 
 #include <QAccessible>
+#include <QHelpEvent>
+#include <QToolTip>
 
 #include <gmock/gmock.h>
 
@@ -234,6 +236,22 @@ TEST_F(TreemapViewTest, FollowsThePointerWithoutPaintingTheRectanglesAgain)
     m_canvas->grab();
     EXPECT_EQ(m_canvas->basePaintCount(), paintedBefore + 1);
     EXPECT_LT(pixel(centerOf("rest")).lightness(), plain.lightness());
+}
+
+TEST_F(TreemapViewTest, TellsOfTheInnermostItemWhereThePointerRests)
+{
+    showTree();
+    const auto toolTipAt = [this](const QPoint& point) {
+        QHelpEvent help(QEvent::ToolTip, point, m_canvas->mapToGlobal(point));
+        QCoreApplication::sendEvent(m_canvas, &help);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(toolTipAt(cornerOf("big")), QStringLiteral("big\n800 bytes"));
+    EXPECT_EQ(toolTipAt(cornerOf("inner")), QStringLiteral("big/inner\n400 bytes"));
+    EXPECT_EQ(toolTipAt(centerOf("deep")), QStringLiteral("big/inner/deep\n300 bytes"));
+    EXPECT_EQ(selected() + info().toStdString(), "rootroot (2 KB)");
+    zoomIn("big");
+    EXPECT_EQ(toolTipAt(centerOf("deep")), QStringLiteral("inner/deep\n300 bytes")) << "below the folder that is shown";
 }
 
 TEST_F(TreemapViewTest, TheMarkUnderThePointerGoesWithItsItemWhenTheSizeChanges)
