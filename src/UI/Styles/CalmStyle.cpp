@@ -15,6 +15,7 @@ namespace {
 constexpr int scrollBarExtent = 12;
 constexpr int leastSliderLength = 28;
 constexpr int fieldPadding = 4;
+constexpr int gapBesideIcon = 7;
 
 bool has(const QStyleOption& option, QStyle::StateFlag flag)
 {
@@ -132,6 +133,23 @@ void drawSplitter(QPainter& painter, const QStyleOption& option)
     painter.fillRect(line, Theme::separator(option.palette));
 }
 
+/// Icon and text side by side, centred together.
+void drawLabelledIcon(QPainter& painter, const QStyleOptionToolButton& option, const QStyle& style)
+{
+    const QSize side = option.iconSize;
+    const int textWidth = option.fontMetrics.size(Qt::TextShowMnemonic, option.text).width();
+    QRect content(0, 0, side.width() + gapBesideIcon + textWidth, option.rect.height());
+    content.moveCenter(option.rect.center());
+    const bool isEnabled = has(option, QStyle::State_Enabled);
+    const QRect icon =
+        QStyle::visualRect(option.direction, content, QRect(content.topLeft(), QSize(side.width(), content.height())));
+    const QRect text =
+        QStyle::visualRect(option.direction, content, content.adjusted(side.width() + gapBesideIcon, 0, 0, 0));
+    option.icon.paint(&painter, icon, Qt::AlignCenter, isEnabled ? QIcon::Normal : QIcon::Disabled);
+    style.drawItemText(&painter, text, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextHideMnemonic, option.palette,
+                       isEnabled, option.text, QPalette::ButtonText);
+}
+
 void drawToolBar(QPainter& painter, const QStyleOption& option)
 {
     const QRect rect = option.rect;
@@ -216,8 +234,12 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
                             const QWidget* widget) const
 {
     const auto* progress = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
+    const auto* toolButton = qstyleoption_cast<const QStyleOptionToolButton*>(option);
     if (element == CE_Splitter) {
         drawSplitter(*painter, *option);
+    } else if (toolButton != nullptr && element == CE_ToolButtonLabel &&
+               toolButton->toolButtonStyle == Qt::ToolButtonTextBesideIcon) {
+        drawLabelledIcon(*painter, *toolButton, *this);
     } else if (element == CE_ToolBar) {
         drawToolBar(*painter, *option);
     } else if (element == CE_ProgressBarGroove) {

@@ -21,10 +21,10 @@ struct Row {
 };
 
 constexpr std::array rows{
-    Row{TextStyle::largeTitle, 26, QFont::Normal}, Row{TextStyle::title, 22, QFont::Normal},
-    Row{TextStyle::headline, 13, QFont::DemiBold}, Row{TextStyle::subheadline, 11, QFont::Normal},
-    Row{TextStyle::body, bodySize, QFont::Normal}, Row{TextStyle::caption, 10, QFont::Normal},
-    Row{TextStyle::caption2, 9.5, QFont::Normal},
+    Row{TextStyle::largeTitle, 26, QFont::Normal},  Row{TextStyle::title, 22, QFont::Normal},
+    Row{TextStyle::title3, 16, QFont::DemiBold},    Row{TextStyle::headline, 13, QFont::DemiBold},
+    Row{TextStyle::subheadline, 11, QFont::Normal}, Row{TextStyle::body, bodySize, QFont::Normal},
+    Row{TextStyle::caption, 10, QFont::Normal},     Row{TextStyle::caption2, 9.5, QFont::Normal},
 };
 
 const Row& rowOf(TextStyle style)

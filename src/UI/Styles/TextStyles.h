@@ -13,11 +13,12 @@ namespace morlaine {
 ///
 /// Digits need no help to be equally wide: they are so in all fonts that desktops use by default, and Qt learned to ask
 /// a font for such digits only after the version that this program is content with.
-enum class TextStyle { largeTitle, title, headline, subheadline, body, caption, caption2 };
+enum class TextStyle { largeTitle, title, title3, headline, subheadline, body, caption, caption2 };
 
 namespace TextStyles {
 
-/// The style's font in its own weight: semibold for the headline, regular for all others.
+/// The style's font in its own weight: semibold for the headline and the title of a panel (title3), regular for all
+/// others.
 [[nodiscard]] QFont font(TextStyle style);
 [[nodiscard]] QFont font(TextStyle style, QFont::Weight weight);
 

@@ -29,6 +29,12 @@ QColor textTertiary(const QPalette& palette)
     return receded(textPrimary(palette), panelBackground(palette), 0.46, textContrast);
 }
 
+QColor quietPicture(const QPalette& palette)
+{
+    constexpr double leastContrast = 1.9;
+    return receded(textPrimary(palette), panelBackground(palette), 0.3, leastContrast);
+}
+
 QColor textOfCancelling(const QPalette& palette)
 {
     const QColor text = textPrimary(palette);

@@ -17,6 +17,7 @@ using SystemColor = QColor (*)(const QPalette& palette);
 [[nodiscard]] QColor textPrimary(const QPalette& palette);
 [[nodiscard]] QColor textSecondary(const QPalette& palette);    // recedes
 [[nodiscard]] QColor textTertiary(const QPalette& palette);     // recedes as far as text on a panel may
+[[nodiscard]] QColor quietPicture(const QPalette& palette);     // recedes behind the text that it stands above
 [[nodiscard]] QColor textOfCancelling(const QPalette& palette); // a red for the toolbar, also while pressed
 [[nodiscard]] QColor mutedSelection(const QPalette& palette);   // behind a list's selected row without the focus
 [[nodiscard]] QColor buttonText(const QPalette& palette);

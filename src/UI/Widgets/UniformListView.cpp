@@ -132,9 +132,10 @@ int UniformListView::horizontalOffset() const
     return 0;
 }
 
+/// A row at the top is never seen in part.
 int UniformListView::verticalOffset() const
 {
-    return verticalScrollBar()->value();
+    return verticalScrollBar()->value() / m_rowHeight * m_rowHeight;
 }
 
 bool UniformListView::isIndexHidden(const QModelIndex& /*index*/) const
@@ -167,8 +168,19 @@ QItemSelectionModel::SelectionFlags UniformListView::selectionCommand(const QMod
     return QAbstractItemView::selectionCommand(index, event);
 }
 
+/// At the bottom, where rows follow.
+void UniformListView::leaveOutHalfRow()
+{
+    const bool isCut = contentHeight() > height() && height() >= m_rowHeight;
+    const QMargins margins(0, 0, 0, isCut ? height() % m_rowHeight : 0);
+    if (viewportMargins() != margins) {
+        setViewportMargins(margins);
+    }
+}
+
 void UniformListView::updateGeometries()
 {
+    leaveOutHalfRow();
     QScrollBar& bar = *verticalScrollBar();
     bar.setSingleStep(m_rowHeight);
     bar.setPageStep(viewport()->height());

@@ -59,6 +59,7 @@ protected:
 private:
     [[nodiscard]] int rowCount() const;
     [[nodiscard]] int rowAt(int y) const;
+    void leaveOutHalfRow();
     [[nodiscard]] QStyleOptionViewItem optionFor(const QModelIndex& index, const QStyleOptionViewItem& base) const;
 
     int m_rowHeight = 1; // points

@@ -60,7 +60,7 @@ QWidget* PieChartView::makeEmptyState()
     auto* column = new QVBoxLayout(state);
     column->setContentsMargins({});
     column->addStretch();
-    column->addWidget(new SymbolImage("chart.donut", symbolSide, Theme::textTertiary), 0, Qt::AlignHCenter);
+    column->addWidget(new SymbolImage("chart.donut", symbolSide, Theme::quietPicture), 0, Qt::AlignHCenter);
     column->addWidget(label, 0, Qt::AlignHCenter);
     column->addStretch();
     return state;

@@ -7,10 +7,10 @@
 
 namespace morlaine {
 
-DetailRow::DetailRow(const QString& label, int maxValueLines, QWidget* parent)
+DetailRow::DetailRow(const QString& label, int maxValueLines, TextStyle valueStyle, QWidget* parent)
     : QWidget(parent)
     , m_label(new StyledLabel(TextStyle::subheadline, Theme::textSecondary))
-    , m_value(new ElidingLabel(TextStyle::subheadline, Theme::textPrimary, maxValueLines))
+    , m_value(new ElidingLabel(valueStyle, Theme::textPrimary, maxValueLines))
 {
     QSizePolicy policy = m_value->sizePolicy();
     policy.setHorizontalPolicy(QSizePolicy::Ignored);

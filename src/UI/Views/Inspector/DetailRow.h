@@ -1,5 +1,7 @@
 #pragma once
 
+#include "UI/Styles/TextStyles.h"
+
 #include <QWidget>
 
 class QLabel;
@@ -14,7 +16,8 @@ class DetailRow final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit DetailRow(const QString& label, int maxValueLines = 1, QWidget* parent = nullptr);
+    explicit DetailRow(const QString& label, int maxValueLines = 1, TextStyle valueStyle = TextStyle::subheadline,
+                       QWidget* parent = nullptr);
 
     void setLabel(const QString& label);
     void setValue(const QString& value);

@@ -36,7 +36,7 @@ EmptyPanel::EmptyPanel(QWidget* parent)
     column->setContentsMargins(margin, margin, margin, margin);
     column->setSpacing(gap);
     column->addStretch();
-    column->addWidget(new SymbolImage("chart.pie.fill", iconSide, Theme::textTertiary), 0, Qt::AlignHCenter);
+    column->addWidget(new SymbolImage("chart.pie.fill", iconSide, Theme::quietPicture), 0, Qt::AlignHCenter);
     column->addSpacing(gap);
     column->addWidget(centred(new StyledLabel(TextStyle::headline), QStringLiteral("No item selected")));
     column->addWidget(centred(new StyledLabel(TextStyle::subheadline, Theme::textSecondary),

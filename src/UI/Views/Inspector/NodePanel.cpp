@@ -67,7 +67,7 @@ NodePanel::NodePanel(MainViewModel& viewModel, QWidget* parent) : QWidget(parent
 QWidget* NodePanel::makeHeader()
 {
     m_icon = new SymbolImage("doc.fill", iconSide, Theme::textSecondary);
-    m_name = ignoringItsWidth(new ElidingLabel(TextStyle::headline, Theme::textPrimary, nameLines));
+    m_name = ignoringItsWidth(new ElidingLabel(TextStyle::title3, Theme::textPrimary, nameLines));
     m_kind = new StyledLabel(TextStyle::subheadline, Theme::textSecondary);
 
     auto* header = new QWidget;
@@ -87,7 +87,9 @@ void NodePanel::addRows(QVBoxLayout& column)
 {
     constexpr int valueLines = 2;
     for (DetailRow*& row : m_rows) {
-        row = new DetailRow(QString(), valueLines);
+        // The first one tells the size.
+        row =
+            new DetailRow(QString(), valueLines, &row == m_rows.data() ? TextStyle::headline : TextStyle::subheadline);
         column.addWidget(row);
     }
 }

@@ -28,7 +28,7 @@ StyledLabel* addLine(QVBoxLayout& column, const QString& text, TextStyle style, 
 SearchPlaceholder::SearchPlaceholder(SymbolName symbol, const QString& headline, const QString& captionOrNone,
                                      QWidget* parent)
     : QWidget(parent)
-    , m_symbol(new SymbolImage(symbol, symbolSide, &Theme::textTertiary, this))
+    , m_symbol(new SymbolImage(symbol, symbolSide, &Theme::quietPicture, this))
 {
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetNoConstraint);

@@ -15,7 +15,7 @@ namespace morlaine {
 
 namespace {
 
-constexpr int sectionSpacing = 12;
+constexpr int sectionSpacing = 18;
 constexpr int headerSpacing = 2;
 constexpr int emptyLineIndent = 8;
 
@@ -52,7 +52,7 @@ void SidebarView::buildSections()
 {
     auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);
-    column->setContentsMargins(0, sectionSpacing, 0, sectionSpacing);
+    column->setContentsMargins(0, SidebarMetrics::margin, 0, SidebarMetrics::margin);
     column->setSpacing(sectionSpacing);
     setWidget(content);
     viewport()->setAutoFillBackground(false);
