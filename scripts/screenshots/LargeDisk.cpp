@@ -1,13 +1,16 @@
-// Loaded into the program, this makes files a thousand times larger than they are, so that a demonstration can show
-// the disk of a real person and fit onto any.
+// Loaded into the program, this makes files a thousand times larger than they are and every disk one that is nearly full
+// of them, so that a demonstration can show the disk of a real person and fit onto any.
 
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 
 namespace {
 
 constexpr unsigned long long factor = 1000;
+constexpr unsigned long long capacity = 100'000'000'000; // bytes
+constexpr unsigned long long available = 4'200'000'000;
 
 } // namespace
 
@@ -22,6 +25,19 @@ extern "C" int statx(int folder, const char* path, int flags, unsigned mask, str
     if (result == 0 && isOfWalk && S_ISREG(status->stx_mode)) {
         status->stx_size *= factor;
         status->stx_blocks *= factor;
+    }
+    return result;
+}
+
+extern "C" int statvfs(const char* path, struct statvfs* status) noexcept
+{
+    using Function = int (*)(const char*, struct statvfs*);
+    static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "statvfs"));
+    const int result = original(path, status);
+    if (result == 0 && status->f_frsize != 0) {
+        status->f_blocks = capacity / status->f_frsize;
+        status->f_bfree = available / status->f_frsize;
+        status->f_bavail = status->f_bfree;
     }
     return result;
 }

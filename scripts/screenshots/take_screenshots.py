@@ -39,6 +39,7 @@ def take(program_path, demo, scheme, scale, picture):
         program = desktop.start_program(program_path, environment)
         program.choose_folder(demo)
         program.wait_until_gone("label", "Welcome to Morlaine")
+        desktop.display.move_pointer(0, 0)
         window = desktop.display.window(TITLE)
         wait_for_rest(desktop.display, window)
         desktop.display.save(picture, window)

@@ -12,7 +12,7 @@ from waiting import wait_for
 
 STRIP = 32  # rows of a picture that are fetched at once
 
-MODIFIERS = {"Ctrl": "Control_L", "Alt": "Alt_L", "Shift": "Shift_L"}
+MODIFIERS = {"Ctrl": "Control_L", "Alt": "Alt_L", "Shift": "Shift_L", "Super": "Super_L"}
 
 
 class Display:
@@ -104,10 +104,14 @@ class Display:
         codes = [self._code(XK.string_to_keysym(MODIFIERS[modifier])) for modifier in modifiers]
         self._strike(codes, self._code(symbol))
 
+    def move_pointer(self, x, y):
+        xtest.fake_input(self.connection, X.MotionNotify, x=x, y=y)
+        self.connection.sync()
+
     def click(self, extents, count=1, button=X.Button1):
         """Clicks into the middle of a place on the screen, given as x, y, width and height."""
         x, y, width, height = extents
-        xtest.fake_input(self.connection, X.MotionNotify, x=x + width // 2, y=y + height // 2)
+        self.move_pointer(x + width // 2, y + height // 2)
         for _ in range(count):
             xtest.fake_input(self.connection, X.ButtonPress, button)
             xtest.fake_input(self.connection, X.ButtonRelease, button)
