@@ -1,5 +1,0 @@
-#pragma once
-
-#include "Platform/Linux/LinuxFileSystem.h"
-#include "UI/Views/Sidebar/SidebarView.h"
-#include SOME_HEADER

@@ -1,5 +1,0 @@
-#pragma once
-
-#include "UI/Views/State/MainViewModel.h"
-
-#include <QDialog>

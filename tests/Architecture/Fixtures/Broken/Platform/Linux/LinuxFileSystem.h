@@ -1,6 +1,0 @@
-#pragma once
-
-#include "Core/Models/Node.h"
-#include "Platform/FileSystem.h"
-
-#include <QDesktopServices>

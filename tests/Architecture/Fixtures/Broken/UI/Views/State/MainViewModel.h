@@ -1,5 +1,0 @@
-#pragma once
-
-#include "UI/Views/Sidebar/SidebarView.h"
-
-#include <QWidget>

@@ -1,4 +1,0 @@
-#pragma once
-
-#include "Platform/Desktop/FolderChooser.h"
-#include "UI/Views/Sidebar/SidebarView.h"

@@ -1,5 +1,0 @@
-#pragma once
-
-#include "Platform/FileSystem.h"
-
-#include <qwidget.h>

@@ -1,5 +1,0 @@
-#pragma once
-
-#include "UI/Views/Window/MainView.h"
-
-#include <QApplication>

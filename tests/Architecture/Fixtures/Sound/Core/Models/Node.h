@@ -1,4 +1,0 @@
-#pragma once
-
-#include "Platform/FileSystem.h"
-#include "Utilities/Text.h"

@@ -1,3 +1,0 @@
-#include "Platform/FileSystem.h"
-
-#include <QDesktopServices>

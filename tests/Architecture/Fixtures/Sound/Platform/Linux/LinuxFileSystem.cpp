@@ -1,5 +1,0 @@
-#include "Platform/Linux/LinuxFileSystem.h"
-
-#include <QFile>
-
-#include <sys/stat.h>

@@ -1,5 +1,0 @@
-#pragma once
-
-#include "Core/Models/Node.h"
-
-#include <rapidjson/reader.h>

@@ -1,3 +1,0 @@
-#pragma once
-
-#include "UI/Views/State/MainViewModel.h"

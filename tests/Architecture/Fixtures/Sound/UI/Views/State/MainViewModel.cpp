@@ -1,3 +1,0 @@
-#include "UI/Views/State/MainViewModel.h"
-
-#include "MainViewModel.moc"

@@ -1,5 +1,0 @@
-#pragma once
-
-#include "Services/Search.h"
-
-#include <QObject>

@@ -1,6 +1,0 @@
-#pragma once
-
-#include <QString>
-#include <QtCore/qglobal.h>
-#include <QtMath>
-#include <queue>
