@@ -72,9 +72,6 @@ class Node:
         """x, y, width and height on the screen."""
         return self._call(PREFIX + "Component", "GetExtents", GLib.Variant("(u)", (0,)))[0]
 
-    def do_default_action(self):
-        self._call(PREFIX + "Action", "DoAction", GLib.Variant("(i)", (0,)))
-
     @property
     def text(self):
         return self._call(PREFIX + "Text", "GetText", GLib.Variant("(ii)", (0, -1)))[0]

@@ -3,6 +3,8 @@
 import os
 import socket
 
+from walk import CATEGORY_OF
+
 DEEPEST = 300
 LONG_NAME = b"n" * 255
 
@@ -32,6 +34,7 @@ FILES = {
     b"Only a name.app/readme.txt": 100,
     b"Upper.APPEX/Contents/Info.plist": 10,
     b"folder.d/inside/deeper.cpp": 2_048,
+    **{b"every kind/x." + extension.encode(): 1 for extension in CATEGORY_OF},
 }
 FOLDERS = [b"empty folder", b"empty.bundle", LONG_NAME]
 

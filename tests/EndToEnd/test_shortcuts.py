@@ -3,7 +3,6 @@
 import urllib.parse
 
 from case import EndToEndTest
-from program import SEARCH_FIELD
 
 
 class ShortcutsTest(EndToEndTest):
@@ -21,17 +20,6 @@ class ShortcutsTest(EndToEndTest):
 
     def wait_for_middle(self, is_there):
         self.program.wait_for(lambda: is_there(self.middle_of_welcome()), "the central area to have moved")
-
-    def test_ctrl_o_opens_dialog(self):
-        self.start_on_desktop()
-        self.press("Ctrl+O")
-        dialog = self.program.active_window("Select Folder to Scan")
-        self.picture("dialog")
-        self.desktop.display.press("Escape")
-        self.program.wait_for(lambda: dialog not in self.program.windows(), "the dialog to close")
-        self.assertIsNotNone(self.program.find("label", "Welcome to Morlaine"))
-        self.assertEqual(self.store.history(), [])
-        self.quit()
 
     def test_sidebar_and_inspector(self):
         self.start_on_desktop()
@@ -67,26 +55,4 @@ class ShortcutsTest(EndToEndTest):
         self.program.wait_for(opened.exists, "the folder to be opened")
         argument, end = opened.read_text().split("\n")
         self.assertEqual((urllib.parse.unquote(argument.removeprefix("file://")), end), (str(folder), ""))
-        self.quit()
-
-    def test_ctrl_f_moves_to_search_field(self):
-        self.start_on_desktop()
-        self.scan(self.make_folder({"report.pdf": 1_000}))
-        self.program.wait_until_gone("label", "Welcome to Morlaine")
-        field = self.program.wait_for_item(*SEARCH_FIELD)
-        self.assertFalse(field.is_("focused"))
-        self.press("Ctrl+F")
-        self.program.wait_for(lambda: field.is_("focused"), "the search field to have the focus")
-        self.desktop.display.type("report")
-        self.program.wait_for(lambda: field.text == "report", "the query to be typed")
-        self.picture("search")
-        self.quit()
-
-    def test_escape_at_rest_changes_nothing(self):
-        self.start_on_desktop()
-        self.press("Escape")
-        # Keys are handled in order: once this one has had its effect, so has the one before.
-        self.press("Ctrl+S")
-        self.wait_for_help("Disks Sidebar", "Show Disks Sidebar (⌥⌘S or ⌘S)")
-        self.assertIsNotNone(self.program.find("label", "Welcome to Morlaine"))
         self.quit()

@@ -6,10 +6,6 @@ from store import check_tree
 FILES = {"photos/sky.png": 50_000, "photos/sea.jpg": 30_000, "papers/report.pdf": 40_000, "papers/old.zip": 5_000}
 PHOTOS, PAPERS = ["sky.png", "sea.jpg"], ["report.pdf", "old.zip"]
 
-ERROR = "Failed to load historical scan tree cache."
-# From the trailing edge of a row to the middle of its trash button.
-TRASH_FROM_EDGE = 18
-
 
 class SidebarTest(EndToEndTest):
     def start_with_two_scans(self):
@@ -30,10 +26,6 @@ class SidebarTest(EndToEndTest):
 
     def wait_for_rows(self, names):
         self.program.wait_for(lambda: list(self.rows()) == names, f"the earlier scans to be {names}")
-
-    def click_trash(self, name):
-        x, y, width, height = self.row(name).extents
-        self.desktop.display.click((x + width - TRASH_FROM_EDGE, y, 1, height))
 
     def wait_for_breakdown(self, figures):
         def is_shown():
@@ -84,35 +76,4 @@ class SidebarTest(EndToEndTest):
         self.program.wait_for_selection(self.folder / "papers")
         self.wait_for_breakdown(["Archives", "5 KB", "Documents", "40 KB"])
         self.check_stored([self.photos, self.papers])
-        self.quit()
-
-    def test_broken_cache_is_dropped(self):
-        self.start_with_two_scans()
-        tree = self.store.scans / f"{self.photos['id']}.json"
-        tree.write_bytes(tree.read_bytes()[:-10])
-        self.desktop.display.click(self.row("photos").extents)
-        self.program.wait_for_item("label", ERROR)
-        self.picture("message")
-        self.wait_for_rows(["papers"])
-        self.check_stored([self.papers])
-        self.wait_for_breakdown([])
-        self.scan(self.folder / "photos", count=2)
-        self.program.wait_for_treemap(PHOTOS)
-        self.program.wait_until_gone("label", ERROR)
-        self.wait_for_rows(["photos", "papers"])
-        self.quit()
-
-    def test_trash_removes_without_opening(self):
-        self.start_with_two_scans()
-        self.click_trash("photos")
-        self.wait_for_rows(["papers"])
-        self.check_stored([self.papers])
-        # Its own entry too leaves alone what is shown.
-        self.click_trash("papers")
-        self.program.wait_for_item("label", "No recent scans")
-        self.check_stored([])
-        self.assertEqual(self.program.treemap(), PAPERS)
-        self.program.wait_for_selection(self.folder / "papers")
-        self.scan(self.folder / "photos")
-        self.wait_for_rows(["photos"])
         self.quit()

@@ -72,26 +72,6 @@ class TreemapTest(EndToEndTest):
         self.wait_for_zoom([], IN_ALL)
         self.quit()
 
-    def test_inspector_follows_clicks(self):
-        self.start_with_treemap()
-        # Of 140,000 bytes.
-        rows = {
-            "report.pdf": ["File", "Size", "40 KB", "Share of Scan", "28.57%"],
-            "papers": ["Folder", "Size", "40 KB", "Share of Scan", "28.57%", "Total Items", "1 files, 1 folders"],
-            "notes.txt": ["File", "Size", "20 KB", "Share of Scan", "14.29%"],
-        }
-        paths = {"report.pdf": "papers/report.pdf"}
-        for name, texts in rows.items():
-            self.click(name, margin_only=name == "papers")
-            path = self.folder / paths.get(name, name)
-            expected = [name, *texts, "Full Path", str(path)]
-            self.program.wait_for(lambda: self.program.inspector() == expected, f"the inspector to show {expected}")
-            self.program.wait_for(
-                lambda: self.program.find("list item", name).is_("selected"), f"the rectangle of {name} to be marked"
-            )
-        self.picture("inspector")
-        self.quit()
-
     def test_context_menu(self):
         self.start_with_treemap()
         self.click("photos", margin_only=True, button=X.Button3)
