@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <thread>
@@ -84,6 +85,16 @@ TEST(MainThreadQueue, GoesOnInsideAnEventLoopThatATaskRuns)
     });
     EXPECT_TRUE(QTest::qWaitFor([&] { return order.size() == 3; }));
     EXPECT_EQ(order, (std::vector{1, 2, 3}));
+}
+
+TEST(MainThreadQueue, ReturnsToTheEventLoopWhileTasksPostMore)
+{
+    MainThreadQueue queue;
+    int ran = 0;
+    const std::function<void()> postAgain = [&] { ++ran < 100 ? queue.post(postAgain) : void(); };
+    queue.post(postAgain);
+    QCoreApplication::processEvents();
+    EXPECT_LT(ran, 10);
 }
 
 TEST(MainThreadQueue, MayBeDestroyedWhileAThreadPosts)

@@ -17,7 +17,7 @@ TEST(FileCategory, JudgesByTheLowerCasedExtensionAlone)
         {application, {"dmg"}},
         {archive, {"7z", "dmg-part"}},
         {sourceCode, {"m", "json", "html"}},
-        {document, {"md", "PAGES-TEF"}},
+        {document, {"md", "csv", "PAGES-TEF"}},
         {FileCategory::system, {"sqlite", "bak"}},
         {other, {"", "tar.gz", ".jpg", "jpg ", "\u0130n\u0130", "pages-template", "pages-te", "\xE2\x84"}},
         {other, {std::string("jpg\0", 4), std::string(1'000'000, 'a')}}};
@@ -37,7 +37,12 @@ TEST(FileCategory, IsFoundAgainByItsRawValue)
     EXPECT_EQ(FileCategory::allCases.front(), FileCategory::image);
     EXPECT_EQ(FileCategory::allCases.back(), FileCategory::other);
     EXPECT_EQ(FileCategory(FileCategory::sourceCode).displayName(), "Source Code");
-    EXPECT_EQ(FileCategory(FileCategory::system).color(), (Color{0.50, 0.55, 0.60}));
+    const Color colors[] = {{0.95, 0.40, 0.35}, {0.60, 0.40, 0.85}, {0.20, 0.70, 0.65},
+                            {0.25, 0.55, 0.90}, {0.95, 0.75, 0.20}, {0.30, 0.75, 0.40},
+                            {0.90, 0.55, 0.25}, {0.50, 0.55, 0.60}, {0.70, 0.72, 0.75}};
+    for (const FileCategory category : FileCategory::allCases) {
+        EXPECT_EQ(category.color(), colors[category]) << category.rawValue();
+    }
 }
 
 } // namespace

@@ -26,14 +26,14 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-/// Called on the thread that flushes a file.
-static std::function<void()> onFsync; // NOLINT(cert-err58-cpp)
+/// Called on the thread that flushes a file, with the file's descriptor.
+static std::function<void(int)> onFsync; // NOLINT(cert-err58-cpp)
 
 /// Takes the place of the system's function in this program.
 extern "C" int fsync(int descriptor) // NOLINT(readability-inconsistent-declaration-parameter-name)
 {
     if (onFsync) {
-        onFsync();
+        onFsync(descriptor);
     }
     return static_cast<int>(::syscall(SYS_fsync, descriptor));
 }
@@ -118,6 +118,11 @@ TEST_F(PersistenceManagerTest, SavesAnEntryAtOnceAndTheTreeSoon)
 {
     const Date before = Date::now();
     const FileNode root = treeFromText("root/\n  sub/\n    b.txt 20\n  a 1", "/scanned");
+    std::atomic<bool> isTreeFlushed = false;
+    onFsync = [&isTreeFlushed](int file) {
+        const fs::path path = fs::read_symlink("/proc/self/fd/" + std::to_string(file));
+        isTreeFlushed = isTreeFlushed || path.parent_path().filename() == "Scans";
+    };
     const HistoricalScan scan = m_store->saveScan(root, 2, 7);
     EXPECT_THAT(m_store->loadHistory(), ElementsAre(scan)) << "the date reads back to the same instant";
     EXPECT_EQ(scan.path, "/scanned/root");
@@ -127,6 +132,9 @@ TEST_F(PersistenceManagerTest, SavesAnEntryAtOnceAndTheTreeSoon)
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_store->loadScanTree(scan.id).has_value(); }));
     EXPECT_EQ(m_store->loadScanTree(scan.id), root) << "ids included";
     EXPECT_EQ(read(treeFile(scan)).find('\n'), std::string::npos) << "compact";
+    EXPECT_TRUE(isTreeFlushed) << "before it was renamed";
+    EXPECT_TRUE(Background::waitForAll(std::chrono::seconds(30)).empty());
+    onFsync = nullptr;
 }
 
 TEST_F(PersistenceManagerTest, WritesTheListIndentedForThisUserAlone)
@@ -269,8 +277,16 @@ TEST_F(PersistenceManagerTest, FlushesTheListBehindTheCaller)
     ASSERT_TRUE(Background::waitForAll(std::chrono::seconds(30)).empty());
     const auto gate = std::make_shared<test::Gate>();
     std::atomic<int> waits = 0;
-    onFsync = [&waits, gate, caller = std::this_thread::get_id()] {
+    std::atomic<int> foldersFlushed = 0;
+    std::atomic<bool> areFilesFirst = true;
+    onFsync = [&, gate, caller = std::this_thread::get_id()](int file) {
         std::this_thread::get_id() == caller ? void(++waits) : gate->pass();
+        thread_local bool isFileFlushed = false;
+        if (fs::is_directory("/proc/self/fd/" + std::to_string(file))) {
+            ++foldersFlushed;
+            areFilesFirst = areFilesFirst && isFileFlushed;
+        }
+        isFileFlushed = true;
     };
     (void)save("two");
     m_store->deleteScan(save("three").id);
@@ -284,6 +300,8 @@ TEST_F(PersistenceManagerTest, FlushesTheListBehindTheCaller)
     EXPECT_TRUE(QTest::qWaitFor(isTidy));
     EXPECT_EQ(paths().size(), 3U);
     EXPECT_TRUE(Background::waitForAll(std::chrono::seconds(30)).empty());
+    EXPECT_EQ(foldersFlushed, 4) << "for two saves, a deletion and the repair";
+    EXPECT_TRUE(areFilesFirst);
     onFsync = nullptr;
 }
 

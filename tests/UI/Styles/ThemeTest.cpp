@@ -99,9 +99,6 @@ TEST_F(ThemeTest, OnlySystemColorsFollowTheAppearance)
                              Theme::textTertiary}) {
         EXPECT_NE(color(Palettes::light()), color(Palettes::dark()));
     }
-
-    QApplication::setPalette(Palettes::dark());
-    EXPECT_EQ(Theme::accent, Theme::blue);
 }
 
 TEST_F(ThemeTest, AVisualEffectWidgetIsFilledWithThePanelBackgroundOfAnActiveWindow)

@@ -1,6 +1,5 @@
 #include "UI/Widgets/ProgressIndicator.h"
 
-#include <QAccessible>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -24,15 +23,6 @@ TEST(ProgressIndicator, TurnsWhileItCanBeSeen)
 
     window.hide();
     EXPECT_FALSE(indicator->isAnimating());
-}
-
-TEST(ProgressIndicator, IsABusyProgressBarWithAName)
-{
-    ProgressIndicator indicator(ProgressIndicator::Size::small, QStringLiteral("Scanning"));
-    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&indicator);
-    ASSERT_TRUE(interface);
-    EXPECT_EQ(interface->role(), QAccessible::ProgressBar);
-    EXPECT_EQ(interface->text(QAccessible::Name), QStringLiteral("Scanning"));
 }
 
 } // namespace

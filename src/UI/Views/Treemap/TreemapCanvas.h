@@ -21,7 +21,7 @@ class FolderGrounds;
 /// was and is.
 ///
 /// For assistive programs it is a list of the rectangles, see TreemapAccessibility.
-class TreemapCanvas final : public QWidget {
+class TreemapCanvas : public QWidget {
     Q_OBJECT
 
 public:

@@ -4,9 +4,11 @@
 #include "Support/ModelFixture.h"
 #include "Support/TreeText.h"
 #include "Support/Widgets.h"
+#include "UI/Styles/Theme.h"
 #include "UI/Views/Sidebar/PlaceRow.h"
 #include "UI/Views/Sidebar/RecentScanDelegate.h"
 #include "UI/Views/Sidebar/RecentScansList.h"
+#include "UI/Views/Sidebar/SidebarText.h"
 
 #include <QAccessible>
 
@@ -102,6 +104,8 @@ TEST_F(SidebarViewTest, ListsPlacesWithTheirTexts)
                                   "Back\uFFFDup|1 GB free of 500 GB|Scan Back\uFFFDup", "Home||Scan Home",
                                   "Desktop||Scan Desktop"));
     EXPECT_THAT(labels(), ElementsAre("Devices", "Favorites", "Recent Scans", "No recent scans"));
+    EXPECT_EQ(usageColor(0.9), Theme::blue);
+    EXPECT_EQ(usageColor(0.91), Theme::red);
 }
 
 TEST_F(SidebarViewTest, ShowsTheCueOnlyUnderThePointerAndWhileNothingIsScanned)

@@ -11,9 +11,7 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <random>
 #include <sstream>
 
 namespace morlaine {
@@ -92,88 +90,6 @@ TEST(MainViewModelNavigation, MovesAlongTheZoomPathAndItsHistory)
             navigate(*fixture.model, root, operation);
         }
         EXPECT_EQ(viewOf(*fixture.model), view) << operationNames;
-    }
-}
-
-/// Navigation said as literally as possible, on names.
-struct PlainNavigation {
-    std::vector<std::string> zoom;
-    std::vector<std::string> backward;
-    std::vector<std::string> forward;
-    std::string selected = "root";
-
-    [[nodiscard]] std::string active() const { return zoom.empty() ? "root" : zoom.back(); }
-
-    void perform(const std::string& operation)
-    {
-        const auto take = [](std::vector<std::string>& stack) {
-            std::string last = stack.back();
-            stack.pop_back();
-            return last;
-        };
-        if (operation == "out") {
-            if (!zoom.empty()) {
-                backward.push_back(take(zoom));
-                selected = active();
-            }
-        } else if (operation == "top") {
-            zoom.clear();
-            selected = "root";
-        } else if (operation == "back") {
-            if (!backward.empty()) {
-                const std::string previous = take(backward);
-                forward.push_back(active());
-                const auto found = std::find(zoom.begin(), zoom.end(), previous);
-                zoom = found == zoom.end() ? std::vector<std::string>() : std::vector(zoom.begin(), found + 1);
-                selected = previous;
-            }
-        } else if (operation == "forward") {
-            if (!forward.empty()) {
-                const std::string next = take(forward);
-                backward.push_back(active());
-                if (next == "root") {
-                    zoom.clear();
-                } else {
-                    zoom.push_back(next);
-                }
-                selected = next;
-            }
-        } else if (operation != "f") {
-            backward.push_back(active());
-            forward.clear();
-            zoom.push_back(operation);
-            selected = operation;
-        }
-    }
-
-    [[nodiscard]] std::string view() const
-    {
-        std::string text;
-        for (const std::string& name : zoom) {
-            text += name + ' ';
-        }
-        return text + "selected " + selected + (backward.empty() ? "" : " <") + (forward.empty() ? "" : " >");
-    }
-};
-
-TEST(MainViewModelNavigation, AgreesWithThePlainRules)
-{
-    const std::vector<std::string> operations{"A",   "B",    "C",    "D",       "f",       "root",
-                                              "out", "back", "back", "forward", "forward", "top"};
-    ModelFixture fixture;
-    std::mt19937 random(7);
-    for (int walk = 0; walk < 40; ++walk) {
-        fixture.show(nestedFolders);
-        const FileNode root = *fixture.model->currentRootNode();
-        PlainNavigation plain;
-        std::string trace;
-        for (int step = 0; step < 60; ++step) {
-            const std::string& operation = operations[random() % operations.size()];
-            trace += operation + ' ';
-            navigate(*fixture.model, root, operation);
-            plain.perform(operation);
-            ASSERT_EQ(viewOf(*fixture.model), plain.view()) << trace;
-        }
     }
 }
 

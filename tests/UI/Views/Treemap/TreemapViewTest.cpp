@@ -1,5 +1,6 @@
 #include "UI/Views/Treemap/TreemapView.h"
 
+#include "Core/Treemap/TreemapEngine.h"
 #include "Support/ModelFixture.h"
 #include "Support/TreeText.h"
 #include "Support/Widgets.h"
@@ -214,6 +215,7 @@ TEST_F(TreemapViewTest, FollowsThePointerWithoutPaintingTheRectanglesAgain)
     ASSERT_TRUE(m_view.hoveredRect());
     EXPECT_EQ(info(), QStringLiteral("rest (200 bytes)"));
     EXPECT_GT(pixel(centerOf("rest")).lightness(), plain.lightness());
+    EXPECT_EQ(pixel(rectNamed("rest").toRect().bottomRight() - QPoint(3, 3)), pixel(centerOf("rest"))) << "a thin line";
     moveTo(centerOf("hit.mp3"));
     EXPECT_EQ(info(), QStringLiteral("hit.mp3 (600 bytes)"));
     EXPECT_EQ(pixel(centerOf("rest")), plain);
@@ -398,6 +400,33 @@ TEST_F(TreemapViewTest, TellsAssistiveProgramsEveryRectangleToPointAt)
     ASSERT_EQ(list->childCount(), 2);
     EXPECT_EQ(list->child(1)->text(QAccessible::Name), QStringLiteral("half"));
     EXPECT_EQ(list->indexOfChild(list->child(1)), 1);
+}
+
+/// A canvas on a screen of which the test sets the scale.
+class CanvasOnAnyScreen final : public TreemapCanvas {
+public:
+    int scale = 1;
+
+protected:
+    [[nodiscard]] int metric(PaintDeviceMetric metric) const override
+    {
+        return metric == PdmDevicePixelRatioScaled ? static_cast<int>(scale * devicePixelRatioFScale())
+                                                   : TreemapCanvas::metric(metric);
+    }
+};
+
+TEST_F(TreemapViewTest, PaintsAgainForAnotherPixelRatio)
+{
+    showTree();
+    CanvasOnAnyScreen canvas;
+    const auto layout = std::make_shared<TreemapLayout>();
+    TreemapEngine::layOut(*model->currentRootNode(), {0, 0, 100, 100}, *layout);
+    canvas.showLayout(layout, {});
+    canvas.grab();
+    EXPECT_EQ(canvas.basePaintCount(), 1);
+    canvas.scale = 2;
+    canvas.grab();
+    EXPECT_EQ(canvas.basePaintCount(), 2);
 }
 
 } // namespace morlaine
