@@ -17,7 +17,7 @@ namespace {
 
 bool hasDisplay = false;
 
-/// The program keeps no log, and neither does Qt on its behalf. It cannot go on without a display, though.
+/// Qt's messages are discarded: the program keeps no log. Without a display it says so and exits.
 void discardMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*message*/)
 {
     if (type == QtFatalMsg && !hasDisplay) {
@@ -26,7 +26,7 @@ void discardMessage(QtMsgType type, const QMessageLogContext& /*context*/, const
     }
 }
 
-/// What Qt must find settled when its application object is made.
+/// Settings that must be in place when Qt's application object is made.
 int& prepareQt(int& argc)
 {
     qInstallMessageHandler(discardMessage);
@@ -40,10 +40,10 @@ MainViewModel::Environment runningDesktop()
             PersistenceManager::shared()};
 }
 
-/// Qt's text fields end the program where a pixel is an index into a table of colours.
+/// Qt's text fields end the program on a screen whose pixels are indices into a colour table.
 void requireTrueColor()
 {
-    constexpr int leastDepth = 15; // bits a pixel
+    constexpr int leastDepth = 15; // bits per pixel
     const QScreen* screen = QGuiApplication::primaryScreen();
     if (screen != nullptr && screen->depth() < leastDepth) {
         std::fputs("Morlaine cannot open its window: the screen has too few colours, 15 bits a pixel are needed.\n",
@@ -60,7 +60,7 @@ MorlaineApp::MorlaineApp(int& argc, char** argv) : m_application(prepareQt(argc)
     LivingBuses::settleOnScreen();
     requireTrueColor();
     QApplication::setApplicationName(QStringLiteral("Morlaine"));
-    // Qt's dialogs would remember folders in a settings file.
+    // Keeps Qt's dialogs from writing a settings file.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
     QApplication::setDesktopFileName(QStringLiteral("com.morlaine.Morlaine"));
     m_mainView = std::make_unique<MainView>(runningDesktop(), FolderChooser::native());
@@ -97,7 +97,7 @@ void MorlaineApp::bringToFront()
 int MorlaineApp::run()
 {
     m_mainView->show();
-    // After the first paint, for which nobody shall wait.
+    // After the first paint, so that it does not delay the window.
     QTimer::singleShot(0, [] { QApplication::setWindowIcon(Symbols::applicationIcon()); });
     return QApplication::exec();
 }

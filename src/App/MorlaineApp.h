@@ -12,7 +12,7 @@ namespace morlaine {
 
 class MainView;
 
-/// The running program: Qt's application object and the one window, which lives as long as it.
+/// The program: Qt's application object and its one window.
 class MorlaineApp {
 public:
     /// `argc` and `argv` must outlive the object.
@@ -21,13 +21,13 @@ public:
     MorlaineApp(const MorlaineApp&) = delete;
     MorlaineApp& operator=(const MorlaineApp&) = delete;
 
-    /// Shows the window; returns the process's exit code once the window is closed.
+    /// Shows the window and runs the event loop. Returns the exit code of the process.
     [[nodiscard]] int run();
 
 private:
     void bringToFront();
 
-    /// Catches what Qt would end the program for: an event for which memory does not suffice is dropped, and told of.
+    /// Drops an event for which memory runs out and reports it; Qt would end the program.
     class Application final : public QApplication {
     public:
         Application(int& argc, char** argv) : QApplication(argc, argv) {}

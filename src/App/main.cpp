@@ -16,7 +16,7 @@ int runMorlaine(int& argc, char** argv)
 int main(int argc, char* argv[])
 {
     morlaine::removeTemporaryFilesOnSignals();
-    // Threads may still be under way, some of them waiting for a share or a bus that will never answer. Nothing waits
-    // for them, and nothing that they use is taken down under them.
+    // Background threads may still run, and some may wait for a share or a bus that never answers. The program does not
+    // wait for them and destroys nothing that they use.
     std::_Exit(runMorlaine(argc, argv));
 }

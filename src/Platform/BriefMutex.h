@@ -5,8 +5,8 @@
 
 namespace morlaine {
 
-/// A mutex for sections that take less time than to fall asleep and to be woken: a thread that finds it taken tries
-/// again for some microseconds before it sleeps.
+/// A mutex for critical sections that are shorter than putting a thread to sleep and waking it. A thread that finds it
+/// locked retries for some microseconds before it sleeps.
 class BriefMutex {
 public:
     void lock()

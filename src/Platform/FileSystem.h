@@ -14,29 +14,29 @@
 
 namespace morlaine {
 
-/// What the file system tells of one item without opening it or following it. A value that the system does not
-/// give is absent; a flag that it does not give is false. An entry of a folder whose allocation is said to be larger
-/// than the whole volume has neither allocated sizes nor a file size: a file system that lies about one lies about all.
+/// The properties of one item, without opening it or following a link. A value that the system does not provide is
+/// absent, a flag is false. If an entry of a folder claims a larger allocation than the whole volume, its sizes are
+/// absent: a file system that reports one wrong size may report others.
 struct ResourceValues {
     std::optional<std::int64_t> fileSize;           // bytes of content; absent for a folder
-    std::optional<std::int64_t> totalAllocatedSize; // bytes on the volume, all that belongs to the item
+    std::optional<std::int64_t> totalAllocatedSize; // bytes on the volume, everything that belongs to the item
     std::optional<std::int64_t> allocatedSize;      // bytes on the volume
     std::optional<std::uint64_t> volumeIdentifier;  // equal for all items of a volume
-    std::optional<bool> isDirectory; // true for packages and for folders on which something is mounted, too
-    bool isPackage = false;          // a folder that people take for one thing, such as an application bundle
+    std::optional<bool> isDirectory;                // also true for packages and for mount points that are folders
+    bool isPackage = false;                         // a folder that is shown as one item, such as an application bundle
     bool isSymbolicLink = false;
-    bool isVolume = false; // a folder or file on which something is mounted
+    bool isVolume = false; // a mount point; a folder or a file
 
     friend bool operator==(const ResourceValues&, const ResourceValues&) = default;
 };
 
-/// The contents of a folder in the order in which the system listed them, the values of each entry fetched. An entry
-/// takes 32 bytes beside its name where its values are like those of its neighbours.
+/// The entries of a folder in the order of the system's listing, each with its values. An entry needs 32 bytes besides
+/// its name, unless its values are unusual.
 class FolderContents {
 public:
     struct Entry {
-        std::string_view name;                // exact bytes, valid while the contents live
-        std::optional<ResourceValues> values; // nothing when the entry could not be measured (it has vanished, say)
+        std::string_view name;                // exact bytes, valid as long as the contents
+        std::optional<ResourceValues> values; // nothing if it could not be measured, for example because it has vanished
     };
 
     [[nodiscard]] std::size_t size() const noexcept { return m_entries.size(); }
@@ -55,17 +55,17 @@ public:
 
     void append(std::string_view name, const std::optional<ResourceValues>& values);
 
-    /// What the contents take in memory, in bytes.
+    /// The memory in use, in bytes.
     [[nodiscard]] std::size_t bytes() const noexcept
     {
         return m_entries.size() * sizeof(Stored) + m_names.size() + m_unusual.size() * sizeof(ResourceValues);
     }
 
-    /// Empty again, ready for another folder; the memory is kept.
+    /// Makes it empty for another folder; keeps the memory.
     void clear() noexcept;
 
 private:
-    /// One entry. An absent number is 0 here.
+    /// One entry. An absent number is stored as 0.
     struct Stored {
         enum Flag : std::uint32_t {
             isMeasured = 0x01,
@@ -77,7 +77,7 @@ private:
             isPackage = 0x40,
             isSymbolicLink = 0x80,
             isVolume = 0x100,
-            isUnusual = 0x200, // the values are in m_unusual, at the place that fileSize tells
+            isUnusual = 0x200, // the values are in m_unusual at the index `fileSize`
         };
 
         std::size_t nameOffset;
@@ -92,16 +92,16 @@ private:
     std::string m_names;
     std::vector<Stored> m_entries;
     std::vector<ResourceValues> m_unusual;
-    std::optional<std::uint64_t> m_volume; // of the first entry that has one
+    std::optional<std::uint64_t> m_volume; // of the first entry with one
 };
 
-/// Called with what has been listed so far, between the parts in which the system lists a large folder. May wait; false
-/// ends the listing, which then has failed.
+/// Called with the entries listed so far, between the system calls that list a large folder. May block. Returning false
+/// ends the listing as failed.
 using ListingPace = std::function<bool(const FolderContents& soFar)>;
 
-/// A folder on the way of a walk. Folders are entered from the one above them, which must outlive them, so that
-/// nothing that happens to the names higher up (one becomes a link, say) leads the walk elsewhere. Several threads may
-/// list different folders of a walk at once, its top first.
+/// A folder in a walk. Subfolders are opened relative to their parent, which must outlive them. So a walk stays in its
+/// tree even if a folder above is renamed or replaced by a link. Several threads may list different folders of a walk
+/// at once, once the top has been listed.
 class Folder {
 public:
     Folder() = default;
@@ -109,16 +109,16 @@ public:
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
-    /// Puts everything in the folder but `.` and `..` into `contents`, which is empty. False when the folder cannot be
-    /// listed to its end, or soon after `stop` was triggered; what `contents` holds then has no meaning. Called once.
+    /// Puts all entries except `.` and `..` into `contents`, which must be empty. Returns false if the folder cannot be
+    /// listed to its end, and soon after `stop` was triggered; `contents` is then unspecified. Call once.
     [[nodiscard]] virtual bool list(FolderContents& contents, const std::stop_token& stop, const ListingPace& pace) = 0;
     [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop) { return list(contents, stop, {}); }
 
-    /// Whether the listing failed because too much was open at once, so that it may succeed later.
+    /// Whether the listing failed for lack of file descriptors, so that it may succeed later.
     [[nodiscard]] virtual bool lackedDescriptors() const noexcept { return false; }
 
-    /// The folder of that name in this one. Never fails: what is not there, is no folder, or has something mounted on
-    /// it cannot be listed.
+    /// The subfolder of that name. Never fails: listing it fails if it does not exist, is not a folder or is a mount
+    /// point.
     [[nodiscard]] virtual std::unique_ptr<Folder> folder(std::string_view name) = 0;
 };
 
@@ -130,22 +130,22 @@ public:
     FileSystem(const FileSystem&) = delete;
     FileSystem& operator=(const FileSystem&) = delete;
 
-    /// The running system's.
+    /// The implementation for this system.
     [[nodiscard]] static std::shared_ptr<const FileSystem> native();
 
-    /// The values of one item; nothing when they cannot be read.
+    /// The values of one item; nothing if they cannot be read.
     [[nodiscard]] virtual std::optional<ResourceValues> resourceValues(const FileUrl& url) const = 0;
 
-    /// The identifier of the volume that holds the item; nothing when it cannot be read.
+    /// The identifier of the volume that contains the item; nothing if it cannot be read.
     [[nodiscard]] virtual std::optional<std::uint64_t> volumeIdentifier(const FileUrl& url) const = 0;
 
-    /// How many threads are worth having that list folders ahead of a walk.
+    /// How many threads should list folders ahead of a walk.
     [[nodiscard]] virtual std::size_t usefulReaders() const noexcept { return 0; }
 
-    /// The folder at which a walk begins.
+    /// The top folder of a walk.
     [[nodiscard]] virtual std::unique_ptr<Folder> folder(const FileUrl& url) const = 0;
 
-    /// The same location with the symbolic links in its path followed; the location as it is when that fails.
+    /// The same location with symbolic links resolved; unchanged if that fails.
     [[nodiscard]] virtual FileUrl resolvingSymlinks(const FileUrl& url) const = 0;
 };
 

@@ -7,19 +7,18 @@ class QSocketNotifier;
 
 namespace morlaine {
 
-/// Carries work from any thread to the thread that made the queue, which runs it from its event loop in the order
-/// of posting. Belongs to an object of that thread as a member: once the queue is gone,
-/// nothing that was or will be posted runs.
+/// Carries tasks from any thread to the thread that made the queue. Its event loop runs them in the order of posting.
+/// Make the queue a member of an object of that thread: after the queue is destroyed, no posted task runs.
 ///
-/// The posting side touches nothing of Qt and nothing of the owner, so that a thread may go on posting while
-/// the owner is destroyed and while the program ends.
+/// Posting uses neither Qt nor the owner, so that a thread may keep posting while the owner is destroyed and while the
+/// program exits.
 class MainThreadQueue {
     struct Channel;
 
 public:
     using Task = std::function<void()>;
 
-    /// The posting end. Copies may be kept and used by any thread for as long as it likes.
+    /// The posting end. Any thread may keep and use copies for any time.
     class Poster {
     public:
         void post(Task task) const;

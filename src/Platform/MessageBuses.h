@@ -5,17 +5,16 @@
 
 namespace morlaine {
 
-/// Which of the session's message buses answer. Qt waits for a bus without limit, so that one which accepts
-/// connections and then says nothing would keep the window from ever opening.
+/// Which of the session's message buses answer. Qt waits for a bus without limit: one that accepts connections but
+/// never answers would keep the window from opening.
 struct MessageBuses {
-    bool session = true;       // true as well when there is nothing to try
-    bool accessibility = true; // the bus on which assistive programs listen
+    bool session = true;       // also true if there is no bus to try
+    bool accessibility = true; // the bus of assistive programs
 
-    /// Tries the buses that Qt would connect to, and gives up after `patience` in all. Takes a millisecond
-    /// where they live.
+    /// Tries the buses that Qt would connect to, for `patience` in all. Takes about a millisecond if they answer.
     [[nodiscard]] static MessageBuses probe(std::chrono::milliseconds patience);
 
-    /// Whether there is a living bus at the address, or one that cannot be tried.
+    /// Whether the bus at the address answers; also true if it cannot be tried.
     [[nodiscard]] static bool isAlive(std::string_view address, std::chrono::milliseconds patience);
 };
 

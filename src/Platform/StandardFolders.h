@@ -7,18 +7,18 @@
 
 namespace morlaine {
 
-/// The folders in which this user's programs keep their data, the preferred one first. They need not exist.
+/// The folders for application data of this user, the preferred one first. They need not exist.
 [[nodiscard]] std::vector<FileUrl> applicationSupportFolders();
 
-/// The folders that a desktop makes for each user, wherever the user has moved them and whatever language they are
-/// named in. They need not exist; one that the user has none of is absent.
+/// The folders that a desktop creates for each user, at the configured places. They need not exist; a folder that the
+/// user has disabled is absent.
 struct UserFolders {
     FileUrl home;
     std::optional<FileUrl> documents;
     std::optional<FileUrl> downloads;
     std::optional<FileUrl> desktop;
 
-    /// Those of the user who runs the program, as they are configured now.
+    /// The folders of the current user, as configured now.
     [[nodiscard]] static UserFolders current();
 };
 

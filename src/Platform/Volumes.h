@@ -10,15 +10,15 @@
 
 namespace morlaine {
 
-/// A mounted file system that people know as a disk, a share or a stick.
+/// A mounted file system that is a disk, a share or a stick to the user.
 struct MountedVolume {
     FileUrl url;                                   // where it is mounted
-    std::string name;                              // its label, valid UTF-8; empty when it has none
+    std::string name;                              // its label, valid UTF-8; empty if it has none
     std::optional<std::int64_t> totalCapacity;     // bytes
-    std::optional<std::int64_t> availableCapacity; // bytes that this user may still fill
+    std::optional<std::int64_t> availableCapacity; // bytes available to this user
 };
 
-/// The source of the volumes that are mounted now. Any thread.
+/// Lists the mounted volumes. Any thread.
 class Volumes {
 public:
     Volumes() = default;
@@ -26,13 +26,13 @@ public:
     Volumes(const Volumes&) = delete;
     Volumes& operator=(const Volumes&) = delete;
 
-    /// The running system's.
+    /// The implementation for this system.
     [[nodiscard]] static std::shared_ptr<const Volumes> native();
 
-    /// The volumes in the order of the mount table, without those that are not meant for people: kernel and memory
-    /// file systems, images of installed packages, what containers and boot loaders mount for themselves, triggers of
-    /// automatic mounts, and further mounts of a volume that is listed already. Takes a moment at most: a volume that
-    /// does not answer in time (a share whose server is gone, say) is left out.
+    /// The volumes in the order of the mount table. Leaves out kernel and memory file systems, images of installed
+    /// packages, mounts of containers and boot loaders, automount triggers, and further mounts of a listed volume. Also
+    /// leaves out volumes that do not answer in time, such as a share whose server is gone, so that the call takes a
+    /// moment at most.
     [[nodiscard]] virtual std::vector<MountedVolume> mountedVolumes() const = 0;
 };
 

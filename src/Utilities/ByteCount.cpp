@@ -10,7 +10,7 @@ namespace {
 struct Unit {
     std::string_view name;
     std::uint64_t bytes;
-    std::uint64_t steps; // how many steps of the last shown decimal make one unit
+    std::uint64_t steps; // steps of the last shown decimal in one unit
     std::uint64_t decimals;
 };
 

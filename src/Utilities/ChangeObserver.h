@@ -7,9 +7,9 @@
 
 namespace morlaine {
 
-/// Calls `update` once after control has returned to the event loop, however many changes the observed object announced
-/// until then; not at construction. Ends with itself, which is a member of whoever `update` belongs to, or with the
-/// observed object. Main thread only.
+/// Calls `update` once after control has returned to the event loop, however many changes the observed object has
+/// announced by then. Does not call it at construction. Stops when this object or the observed object is destroyed;
+/// make it a member of the object that `update` belongs to. Main thread only.
 class ChangeObserver : public QObject {
 public:
     ChangeObserver(const ObservableObject& observed, std::function<void()> update) : m_update(std::move(update))

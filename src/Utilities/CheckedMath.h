@@ -5,8 +5,8 @@
 
 namespace morlaine {
 
-/// Sum of two sizes or counts. A sum beyond 64 bits ends the program without a message:
-/// a wrapped total would be a lie that nobody notices. Any thread.
+/// The sum of two sizes or counts. A sum beyond 64 bits ends the program without a message: nobody would notice a
+/// wrapped total. Any thread.
 [[nodiscard]] inline std::int64_t checkedAdd(std::int64_t a, std::int64_t b) noexcept
 {
     std::int64_t sum = 0;

@@ -8,8 +8,8 @@ namespace morlaine {
 /// Why a text cannot be decoded.
 struct DecodeError {
     std::string reason;         // what is wrong, in words
-    std::size_t offset = 0;     // where: bytes before the place where the fault was seen
-    bool isOutOfMemory = false; // nothing is wrong with the text then
+    std::size_t offset = 0;     // bytes before the place where the fault was found
+    bool isOutOfMemory = false; // memory ran out; the text may be valid
 
     [[nodiscard]] static DecodeError outOfMemory(std::size_t offset) { return {"out of memory", offset, true}; }
 

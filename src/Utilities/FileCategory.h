@@ -10,7 +10,7 @@
 
 namespace morlaine {
 
-/// The kind of content of a file, judged by its extension alone. A closed set of nine.
+/// The kind of content of a file, judged by its extension alone.
 class FileCategory {
 public:
     enum Case : std::uint8_t { image, video, audio, application, archive, sourceCode, document, system, other };
@@ -22,20 +22,20 @@ public:
     constexpr FileCategory() = default;
     constexpr FileCategory(Case value) : m_case(value) {} // NOLINT(google-explicit-constructor): it is that value
 
-    /// The category of an extension (UTF-8, without its full stop) after full Unicode lower-casing; `other` for
-    /// the empty and for every unlisted one. Allocates only for an extension outside ASCII. Any thread.
+    /// The category of an extension (UTF-8, without the full stop) after full Unicode lower-casing; `other` for an
+    /// empty or unlisted extension. Allocates for an extension outside ASCII, and on the first call. Any thread.
     [[nodiscard]] static FileCategory from(std::string_view ext);
 
-    /// The category of a persisted form; nothing for a text that is none.
+    /// The category with that persisted form; nothing for an unknown text.
     [[nodiscard]] static std::optional<FileCategory> fromRawValue(std::string_view rawValue) noexcept;
 
     /// The persisted form, such as "sourceCode".
     [[nodiscard]] std::string_view rawValue() const noexcept;
 
-    /// The label for people, such as "Source Code".
+    /// The label to show, such as "Source Code".
     [[nodiscard]] std::string_view displayName() const noexcept;
 
-    /// The fill colour wherever the category is drawn.
+    /// The fill colour of the category, wherever it is drawn.
     [[nodiscard]] Color color() const noexcept;
 
     constexpr operator Case() const noexcept { return m_case; } // NOLINT(google-explicit-constructor)

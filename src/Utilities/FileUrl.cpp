@@ -23,7 +23,7 @@ std::string_view withoutTrailingSlashes(std::string_view path)
     return path;
 }
 
-/// Characters that stand for themselves in the path of a url: unreserved, sub-delimiters, ':', '@' and '/'.
+/// Characters that need no encoding in the path of a url: unreserved, sub-delimiters, ':', '@' and '/'.
 constexpr std::array<bool, 256> plainCharacters = [] {
     std::array<bool, 256> plain{};
     for (const char c :

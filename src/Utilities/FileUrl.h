@@ -13,8 +13,8 @@ namespace morlaine {
 /// `file:///…`. A value.
 class FileUrl {
 public:
-    /// The location of `path`. A relative path is taken from the current working directory; everything behind a
-    /// NUL is dropped, since no path goes on there.
+    /// The location of `path`. A relative path is taken from the current working directory. A NUL and everything behind
+    /// it are dropped, since no path contains one.
     [[nodiscard]] static FileUrl fromPath(std::string_view path);
 
     /// Reads the text form, `file:///…` or `file://localhost/…`; nothing for another scheme or host, a broken
@@ -24,17 +24,17 @@ public:
     /// The location of `component` inside this folder. Requires one file name: not empty, without slash and NUL.
     [[nodiscard]] FileUrl appending(std::string_view component) const;
 
-    /// Makes the bytes of a folder's location the start of those of what it holds: one slash at the end.
+    /// Turns the bytes of a folder's location into the prefix of its children's: leaves exactly one slash at the end.
     static void openFolder(std::string& bytes);
 
-    /// All bytes of the location, with the slashes that may trail them. Lasts as long as this url.
+    /// All bytes of the location, trailing slashes included. The reference is valid as long as this url.
     [[nodiscard]] const std::string& bytes() const noexcept { return m_bytes; }
 
-    /// The path in its exact bytes, without the slashes that may trail it.
+    /// The exact bytes of the path without trailing slashes.
     [[nodiscard]] std::string path() const;
 
-    /// The exact bytes of the part behind the last slash that does not trail the path; empty for `/`.
-    /// Lasts as long as this url. The second form takes the bytes of a location.
+    /// The exact bytes of the last component, trailing slashes ignored; empty for `/`. The view is valid as long as
+    /// this url. The second form takes the bytes of a location.
     [[nodiscard]] std::string_view lastPathComponent() const noexcept { return lastPathComponent(m_bytes); }
     [[nodiscard]] static std::string_view lastPathComponent(std::string_view bytes) noexcept;
 
@@ -44,16 +44,16 @@ public:
     /// The part behind the last full stop of a file name, case kept; none for `.bashrc`, `name.` and `name`.
     [[nodiscard]] static std::string_view pathExtension(std::string_view component) noexcept;
 
-    /// The text form. Bytes that may not stand in a path of a url are percent-encoded.
+    /// The text form. Bytes that are not allowed in the path of a url are percent-encoded.
     [[nodiscard]] std::string absoluteString() const;
 
     /// Appends the text form of path bytes (slashes stay) to `text`.
     static void appendPercentEncoded(std::string_view bytes, std::string& text);
 
-    /// The bytes that a text form stands for; nothing for a broken escape, a NUL, `?` or `#`.
+    /// The bytes that a text form encodes; nothing for a broken escape, a NUL, `?` or `#`.
     [[nodiscard]] static std::optional<std::string> percentDecoded(std::string_view text);
 
-    /// The same location without empty, `.` and `..` components and trailing slashes. Links are not looked at.
+    /// The same location without empty, `.` and `..` components and trailing slashes. Symbolic links are not resolved.
     [[nodiscard]] FileUrl standardized() const;
 
     /// Equal when the text forms are equal. A trailing slash makes a difference.

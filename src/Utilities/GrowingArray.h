@@ -11,8 +11,8 @@
 
 namespace morlaine {
 
-/// A sequence of plain values that grows without a second copy of itself: large blocks are moved by the system's page
-/// tables, and room that was not yet used takes no memory. Throws std::bad_alloc, and is then as it was before.
+/// A sequence of plain values that grows by realloc: the system moves large blocks by remapping pages instead of
+/// copying them, and unused capacity takes no memory. Throws std::bad_alloc and then stays unchanged.
 template <typename Value>
 class GrowingArray {
     static_assert(std::is_trivially_copyable_v<Value> && std::is_trivially_destructible_v<Value>);
@@ -54,7 +54,7 @@ public:
     }
     void pop_back() noexcept { --m_size; }
 
-    /// `values` lie elsewhere.
+    /// `values` must not lie in this array.
     void append(std::span<const Value> values)
     {
         if (!values.empty()) {
@@ -64,7 +64,7 @@ public:
         }
     }
 
-    /// What is added holds anything.
+    /// New elements have unspecified values.
     void resize(std::size_t size)
     {
         if (size > m_size) {
@@ -73,7 +73,7 @@ public:
         m_size = size;
     }
 
-    /// Empty, in the memory of `other`: what the system has given once costs no page faults again.
+    /// An empty array in the memory of `other`, whose pages are already mapped.
     template <typename Other>
     [[nodiscard]] static GrowingArray inMemoryOf(GrowingArray<Other>&& other) noexcept
     {
@@ -84,7 +84,7 @@ public:
         return values;
     }
 
-    /// Gives back the room that is not used.
+    /// Gives back unused capacity.
     void shrinkToFit() noexcept
     {
         if (m_size < m_capacity && m_size > 0) {

@@ -4,7 +4,7 @@
 
 namespace morlaine {
 
-/// The digit, in upper case, of a value from 0 to 15.
+/// The upper-case digit of a value from 0 to 15.
 [[nodiscard]] constexpr char hexDigit(unsigned value)
 {
     return std::string_view("0123456789ABCDEF")[value];

@@ -14,30 +14,30 @@
 
 namespace morlaine {
 
-/// A number that is written as an integer but needs more than 64 bits with sign.
+/// A number written as an integer that does not fit 64 bits with sign.
 struct HugeInteger {
     double nearest;
 };
 
-/// A value that is neither an object nor an array. Texts last as long as the event.
+/// A value that is neither an object nor an array. Texts are valid during the event only.
 using JsonScalar = std::variant<std::nullptr_t, bool, std::int64_t, HugeInteger, double, std::string_view>;
 
-/// What a scalar is called in a fault.
+/// The name of the scalar's type in an error message.
 [[nodiscard]] std::string_view typeName(const JsonScalar& scalar) noexcept;
 
-/// The number that a JSON text means; nothing when no double comes near it.
+/// The number that a JSON text stands for; nothing when it is outside the range of double.
 [[nodiscard]] std::optional<JsonScalar> numberFromText(std::string_view text) noexcept;
 
-/// Turns the parser's many events into few, and passes over the values of unknown members, whatever they hold: any JSON
-/// in UTF-8, but for numbers beyond 1e308 (0e400 is one of them), which the parser itself may refuse.
+/// Reduces the parser's many events to few, and skips the values of unknown members. These may be any JSON in UTF-8,
+/// except for numbers beyond 1e308 (such as 0e400), which the parser itself may reject.
 ///
-/// `Reader` derives from this and has the private members (with this class as a friend) `bool isAtUnknownMember()`,
-/// `void key(std::string_view)`, and `bool scalar(const JsonScalar&)`, `bool beginObject()`, `bool endObject()`,
-/// `bool beginArray()`, `bool endArray()`, which return `refuse(why)` to end the parse.
+/// `Reader` derives from this class, makes it a friend and has the private members `bool isAtUnknownMember()`, `void
+/// key(std::string_view)`, `bool scalar(const JsonScalar&)`, `bool beginObject()`, `bool endObject()`, `bool
+/// beginArray()` and `bool endArray()`. These return `refuse(why)` to end the parse.
 template <typename Reader>
 class JsonEvents {
 public:
-    /// Why an event was refused; empty as long as none was.
+    /// Why an event was refused; empty if none was.
     [[nodiscard]] const std::string& fault() const { return m_fault; }
 
     bool Null() { return value(nullptr); }
@@ -83,7 +83,7 @@ protected:
 private:
     [[nodiscard]] Reader& reader() { return static_cast<Reader&>(*this); }
 
-    /// The parser hands over all numbers as texts.
+    /// Never called: the parser hands over all numbers as texts.
     [[nodiscard]] bool refuseOther() { return refuse("a number came without its text"); }
 
     [[nodiscard]] bool isIgnored() { return m_ignoredDepth > 0 || reader().isAtUnknownMember(); }
@@ -102,7 +102,7 @@ private:
         return ends;
     }
 
-    std::size_t m_ignoredDepth = 0; // open brackets below an unknown member
+    std::size_t m_ignoredDepth = 0; // open brackets inside an unknown member
     std::string m_fault;
 };
 

@@ -17,12 +17,13 @@
 
 namespace morlaine {
 
-/// The parser keeps the string that it reads, and a little for each open bracket, on one stack that may grow so far.
+/// The parser keeps the current string, and a few bytes for each open bracket, on one stack. This is its limit in
+/// bytes.
 constexpr std::size_t largestParserStack = std::size_t{256} * 1024 * 1024;
 
 struct ParserStackExhausted {};
 
-/// What the parser's stack grows by.
+/// The allocator of the parser's stack.
 class BoundedAllocator {
 public:
     static constexpr bool kNeedFree = true;
@@ -44,7 +45,7 @@ public:
     static void Free(void* memory) { std::free(memory); }
 };
 
-/// Reads a device in large pieces. A NUL stands for the end of the text; `isAtEnd` tells whether it was one.
+/// Reads a device in large pieces. A NUL marks the end of the text; `isAtEnd` tells it from a NUL inside the text.
 class BufferedInput {
 public:
     using Ch = char;
@@ -66,7 +67,7 @@ public:
     [[nodiscard]] bool isAtEnd() const { return m_next == m_end; }
     [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
 
-    // The parser names these for streams that are written in place; this one never is.
+    // The parser requires these for parsing in place, which is not used.
     char* PutBegin() { std::abort(); }
     void Put(char) { std::abort(); }
     std::size_t PutEnd(char*) { std::abort(); }
@@ -92,15 +93,16 @@ private:
 
 using JsonParser = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, BoundedAllocator>;
 
-/// Parses the one JSON value that `source` (open for reading) holds from here to its end, and hands its events to
-/// `handler`, RapidJSON's kind with `const std::string& fault() const` beside: the reason for which an event was
-/// refused. Nothing when all went well. Neither deep nesting nor a long string costs more than a bounded amount of
-/// memory here, and nothing of the machine stack; where memory runs out all the same, that is a fault like others.
-/// Whether texts are UTF-8 is left to the handler, which is faster at it.
+/// Parses one JSON value from the current position of `source` (open for reading) to its end. Sends the events to
+/// `handler`, a RapidJSON handler that also has `const std::string& fault() const`: why it refused an event. Returns
+/// nothing on success.
+///
+/// Nesting and long strings take bounded memory and no machine stack. Running out of memory is reported like other
+/// errors. The handler checks whether texts are UTF-8, which it does faster than the parser.
 template <typename Handler>
 [[nodiscard]] std::optional<DecodeError> parseJson(QIODevice& source, Handler& handler)
 {
-    // Numbers come as texts: the parser's own conversion is undefined for some that are zero.
+    // Numbers come as texts: the parser's own conversion has undefined behaviour for some zeros with an exponent.
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
     std::unique_ptr<BufferedInput> input;
     rapidjson::ParseResult result;

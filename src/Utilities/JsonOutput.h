@@ -7,7 +7,7 @@
 
 namespace morlaine {
 
-/// Collects characters and hands them to a device in large pieces; after a failure it swallows the rest.
+/// Collects characters and writes them to a device in large pieces. After a failure it discards the rest.
 class BufferedOutput {
 public:
     using Ch = char;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view finalSigma = "ς";
 
-/// Appends what is right for ASCII alone; false when `text` holds anything else.
+/// Appends the lower-case form of ASCII text. False if the text is not ASCII; what was appended is then wrong.
 bool appendLowercasedAscii(std::string_view text, std::string& result)
 {
     const std::size_t start = result.size();
@@ -42,7 +42,7 @@ void appendLowercased(std::string_view text, std::string& result)
     icu::CaseMap::utf8ToLower("", 0, icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())), sink,
                               nullptr, failure);
     if (U_FAILURE(failure)) {
-        throw std::bad_alloc(); // the one thing that fails here
+        throw std::bad_alloc(); // the only way it can fail
     }
     for (std::size_t sigma = start; (sigma = result.find(finalSigma, sigma)) != std::string::npos;) {
         result.replace(sigma, finalSigma.size(), "σ");

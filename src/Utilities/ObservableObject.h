@@ -6,7 +6,7 @@
 
 namespace morlaine {
 
-/// An object with published properties, which it announces to change before they do. Belongs to the main thread.
+/// An object that announces each change of its published properties before it happens. Belongs to the main thread.
 class ObservableObject : public QObject {
     Q_OBJECT
 
@@ -14,7 +14,7 @@ public:
     using QObject::QObject;
 
 Q_SIGNALS:
-    /// A published property is about to change. Nobody acts on this at once: see ChangeObserver.
+    /// A published property is about to change. Do not read properties in the slot; use a ChangeObserver.
     void objectWillChange();
 
 protected:

@@ -2,7 +2,7 @@
 
 namespace morlaine {
 
-/// A rectangle in points: `x` grows to the right and `y` downwards from its top left corner.
+/// A rectangle in points: `x` and `y` of its top left corner; `x` grows to the right, `y` downwards.
 struct Rect {
     double x = 0;
     double y = 0;

@@ -16,7 +16,8 @@ namespace {
 using namespace std::chrono;
 using Moment = sys_time<seconds>;
 
-/// The whole seconds in a number of them, at most six thousand years: a date from a file can be any number.
+/// The number rounded down to whole seconds, and limited to about six thousand years: a date from a file can be any
+/// number.
 seconds wholeSeconds(double count)
 {
     constexpr double most = 2e11;
@@ -30,7 +31,7 @@ Moment momentOf(Date date)
 }
 
 /// A month ends on the same day at the same time, or on the last day of a month that lacks that day. ICU's
-/// ucal_getFieldDifference counts alike, in as many lines and 20 µs a call.
+/// ucal_getFieldDifference gives the same results, but takes as many lines and 20 µs a call.
 std::int64_t wholeMonths(Moment earlier, Moment later)
 {
     const sys_days firstDay = floor<days>(earlier);
@@ -68,7 +69,7 @@ Distance distanceFrom(Moment earlier, seconds apart)
     return {apart.count(), UDAT_REL_UNIT_SECOND};
 }
 
-/// ICU tells the past from the future by the sign, that of zero too.
+/// ICU tells past from future by the sign of the number, including the sign of zero.
 std::string formatted(double signedCount, URelativeDateTimeUnit unit)
 {
     UErrorCode status = U_ZERO_ERROR;

@@ -32,14 +32,14 @@ bool isInvisible(char32_t c)
     case U_SURROGATE:
         return true;
     case U_FORMAT_CHAR:
-        return !has(c, UCHAR_PREPENDED_CONCATENATION_MARK); // these are seen: signs that enclose a number
+        return !has(c, UCHAR_PREPENDED_CONCATENATION_MARK); // visible: signs that enclose a number
     default:
         return c == objectReplacement || has(c, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) ||
                has(c, UCHAR_NONCHARACTER_CODE_POINT);
     }
 }
 
-/// Whether a letter takes another shape beside its neighbours, as Arabic and Mongolian ones do.
+/// Whether the shape of a letter depends on its neighbours, as in Arabic and Mongolian.
 bool joins(char32_t c, bool forwards)
 {
     const int type = u_getIntPropertyValue(static_cast<UChar32>(c), UCHAR_JOINING_TYPE);
@@ -58,10 +58,10 @@ bool isRightToLeft(char32_t c)
     return direction == U_RIGHT_TO_LEFT || direction == U_RIGHT_TO_LEFT_ARABIC || direction == U_ARABIC_NUMBER;
 }
 
-/// The characters around one, 0 where there is none.
+/// The characters around a position; 0 where there is none.
 struct Surroundings {
-    char32_t base = 0;   // the last one that is neither a mark nor a modifier of the one before
-    char32_t before = 0; // the last one
+    char32_t base = 0;   // the last one that is neither a combining mark nor an emoji modifier
+    char32_t before = 0; // the previous one
     char32_t after = 0;
 
     void passOver(char32_t c)
@@ -74,7 +74,7 @@ struct Surroundings {
     }
 };
 
-/// Whether an invisible character changes how its neighbours look, in a way that writing needs.
+/// Whether an invisible character changes the look of its neighbours in a way that writing needs.
 bool isNeeded(char32_t c, const Surroundings& around)
 {
     if (c == zeroWidthNonJoiner) {
@@ -124,7 +124,7 @@ bool runsRightToLeft(QStringView text)
     return position < text.size();
 }
 
-/// Calls `visit(shown, exact)` for each character of `text` and for each mark that is put behind a slash.
+/// Calls `visit(shown, exact)` for each character of `text` and for each mark that is inserted behind a slash.
 template <typename Visit>
 void visitCharacters(QStringView text, bool isPath, Visit visit)
 {

@@ -10,7 +10,7 @@ namespace morlaine {
 
 namespace {
 
-/// How many bytes at the start are ASCII, counted in steps of eight.
+/// The length of the ASCII prefix, rounded down to a multiple of eight.
 std::size_t asciiPrefixLength(std::string_view bytes) noexcept
 {
     std::size_t length = 0;
@@ -43,7 +43,7 @@ bool isValidUtf8(std::string_view bytes) noexcept
 
 QString textOfUtf8(std::string_view bytes)
 {
-    // QString::fromUtf8 takes U+FEFF at the start for a mark of the encoding, and drops it.
+    // QString::fromUtf8 would drop U+FEFF at the start as a byte order mark.
     QStringDecoder decoder(QStringDecoder::Utf8,
                            QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     return decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));

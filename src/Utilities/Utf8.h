@@ -7,14 +7,13 @@
 
 namespace morlaine {
 
-/// Whether the bytes are well-formed UTF-8. Quickest for ASCII. Any thread.
+/// Whether the bytes are well-formed UTF-8. Fastest for ASCII. Any thread.
 [[nodiscard]] bool isValidUtf8(std::string_view bytes) noexcept;
 
-/// The text that the bytes are, with U+FFFD for what is not UTF-8. U+FEFF at the start is a character like any other.
-/// Any thread.
+/// Decodes UTF-8, with U+FFFD for invalid bytes. U+FEFF at the start is kept as a character. Any thread.
 [[nodiscard]] QString textOfUtf8(std::string_view bytes);
 
-/// The same as UTF-8. Any thread.
+/// The bytes as valid UTF-8, with U+FFFD for invalid ones. Any thread.
 [[nodiscard]] std::string validUtf8(std::string_view bytes);
 
 } // namespace morlaine

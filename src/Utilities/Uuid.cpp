@@ -103,7 +103,7 @@ std::string Uuid::toString() const
 
 std::size_t std::hash<morlaine::Uuid>::operator()(const morlaine::Uuid& id) const noexcept
 {
-    // Ids are random, but those read from a file need not be: both halves are mixed.
+    // Ids are random, but ids read from a file need not be: both halves are mixed.
     std::array<std::uint64_t, 2> words{};
     std::memcpy(words.data(), id.bytes().data(), id.bytes().size());
     return static_cast<std::size_t>((words[0] ^ (words[1] * 0x9E3779B97F4A7C15U)) * 0xBF58476D1CE4E5B9U);

@@ -10,7 +10,7 @@
 
 namespace morlaine {
 
-/// A 128-bit identity. A default-constructed value is all zero and identifies nothing.
+/// A 128-bit identifier. A default-constructed value is all zero and identifies nothing.
 class Uuid {
 public:
     static constexpr std::size_t textLength = 36;
@@ -19,8 +19,8 @@ public:
     constexpr Uuid() = default;
     constexpr explicit Uuid(const std::array<std::uint8_t, 16>& bytes) : m_bytes(bytes) {}
 
-    /// A fresh random value (version 4). Each thread draws from a generator of its own that was seeded once
-    /// from the operating system, so that a value costs no system call. Any thread.
+    /// A fresh random value (version 4). Each thread has its own generator, seeded once from the operating system, so
+    /// that a value costs no system call. Any thread.
     [[nodiscard]] static Uuid random();
 
     /// Reads the canonical form, 8-4-4-4-12 hexadecimal digits of either case; nothing for any other text.

@@ -11,7 +11,7 @@ CategorySizes categorySizes(const FileNode& root)
 {
     const std::optional<CategorySizes> sizes = root.tree().categorySizes(root.position());
     if (!sizes) {
-        std::abort(); // as any sum beyond 64 bits
+        std::abort(); // like every sum beyond 64 bits
     }
     return *sizes;
 }

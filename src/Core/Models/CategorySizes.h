@@ -9,15 +9,15 @@ namespace morlaine {
 
 class FileNode;
 
-/// Bytes for each category, indexed by the category itself, in the order of `FileCategory::allCases`.
+/// Bytes by category, in the order of `FileCategory::allCases`.
 using CategorySizes = std::array<std::int64_t, FileCategory::allCases.size()>;
 
-/// The sizes of all files of a tree by category. A folder's own size does not count, and one without a list adds
-/// nothing; whatever is no folder counts with its own size alone. A sum beyond 64 bits ends the program. Costs nothing
-/// for the root of a tree, one pass for a part of it. Any thread.
+/// The sizes of all files of a tree by category. A folder counts through its children only; a file counts with its own
+/// size, even if it has a list. A sum beyond 64 bits ends the program. Constant time for the root of a tree, one pass
+/// for an inner node. Any thread.
 [[nodiscard]] CategorySizes categorySizes(const FileNode& root);
 
-/// Adds those of one more tree to `dict`.
+/// Adds the sizes of one more tree to `dict`.
 void sumCategorySizes(const FileNode& node, CategorySizes& dict);
 
 } // namespace morlaine

@@ -18,10 +18,10 @@ namespace {
 
 constexpr std::size_t bufferSize = std::size_t{1024} * 1024;
 
-/// A node is read once the buffer holds so much text, or all the rest.
+/// A node is parsed once the buffer holds this much text, or all the rest.
 constexpr std::size_t roomForNode = std::size_t{128} * 1024;
 
-/// Zeros behind the text, which end every comparison with something that is expected.
+/// Zero bytes behind the text. Comparisons may read into them and then fail.
 constexpr std::size_t padding = 64;
 
 enum CharacterKind : std::uint8_t { plain, percent, quote, backslash, slash, notInUrl, refused, notAscii };
@@ -53,7 +53,7 @@ constexpr std::array<std::int8_t, 256> hexValues = [] {
     return values;
 }();
 
-/// The text of a device, a large piece at a time.
+/// A sliding window over the text of a device.
 class Window {
 public:
     explicit Window(QIODevice& source) : m_source(source), m_buffer(bufferSize + padding) {}
@@ -62,7 +62,7 @@ public:
     [[nodiscard]] const char* end() const { return m_end; }
     void passTo(const char* place) { m_next = place; }
 
-    /// Makes room for a node; false when the device cannot be read.
+    /// Makes sure that the window holds a whole node. False when the device cannot be read.
     [[nodiscard]] bool fill()
     {
         if (m_isAtEnd || static_cast<std::size_t>(m_end - m_next) >= roomForNode) {
@@ -115,8 +115,8 @@ public:
 
 private:
     struct OpenList {
-        std::size_t urlLength;     // of `m_url` in the list above
-        std::int64_t childrenSize; // sum of what has been read of it
+        std::size_t urlLength;     // length of `m_url` in the enclosing list
+        std::int64_t childrenSize; // sum of the children read so far
     };
 
     [[nodiscard]] bool begin()
@@ -127,7 +127,7 @@ private:
         return isFilled;
     }
 
-    /// Passes over `text`, if that comes next. It is shorter than the padding.
+    /// Skips `text` if it comes next. It must be shorter than the padding.
     template <std::size_t size>
     [[nodiscard]] bool expect(const char (&text)[size])
     {
@@ -141,7 +141,7 @@ private:
 
     [[nodiscard]] std::size_t textLeft() const { return static_cast<std::size_t>(m_window.end() - m_place); }
 
-    /// A node, or the end of the list that is open.
+    /// Reads a node, or the end of the open list.
     [[nodiscard]] bool listItem()
     {
         if (*m_place == ']') {
@@ -171,7 +171,7 @@ private:
         return expect("\"}") || (expect(R"(","children":[)") && openList());
     }
 
-    /// The other reader tells why the sums of such a tree cannot be made.
+    /// False for sums beyond 64 bits; the other reader reports them.
     [[nodiscard]] bool addSize()
     {
         const auto add = [this](std::int64_t& sum) { return !__builtin_add_overflow(sum, m_fields.size, &sum); };
@@ -197,6 +197,7 @@ private:
     [[nodiscard]] bool uuid()
     {
         std::array<std::uint8_t, 16> bytes{};
+        static_assert(2 * bytes.size() + 4 <= padding); // a truncated text is read into the padding
         const char* place = m_place;
         int all = 0;
         for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -214,7 +215,7 @@ private:
         return all >= 0;
     }
 
-    /// The url of the root must be in the form in which it is written, so that whatever is inside begins with it.
+    /// The root's url must be in the form in which it is written, so that it is a prefix of the urls inside.
     [[nodiscard]] bool rootUrl()
     {
         const char* const start = m_place;
@@ -230,7 +231,7 @@ private:
         while (m_urlText.size() > fileSystemRoot.size() && m_urlText.ends_with('/')) {
             m_urlText.remove_suffix(1);
         }
-        m_component = {}; // no name is empty and in this form
+        m_component = {}; // never equal to a name
         return true;
     }
 
@@ -288,7 +289,7 @@ private:
         }
     }
 
-    /// A name with escapes of the kinds that are written.
+    /// A name with escapes of the kinds that FileNodeWriter writes.
     [[nodiscard]] bool escapedName(const char* start)
     {
         m_unescapedName.assign(start, m_place);
@@ -321,7 +322,7 @@ private:
         }
     }
 
-    /// What needs more digits, or a sign, is left to the other reader.
+    /// Longer and negative numbers are left to the other reader.
     [[nodiscard]] bool size()
     {
         const char* const start = m_place;
@@ -342,6 +343,7 @@ private:
     [[nodiscard]] bool category()
     {
         constexpr std::size_t longest = 16;
+        static_assert(longest <= padding);
         const std::string_view text(m_place, longest);
         const auto found = FileCategory::fromRawValue(text.substr(0, text.find('"')));
         if (!found) {
@@ -355,15 +357,15 @@ private:
     Window m_window;
     const char* m_place = m_window.next();
     TreeBuilder m_builder{TreeBuilder::Source::given};
-    std::string m_url; // with which the urls in the list that is open begin
+    std::string m_url; // prefix of the urls in the open list
     std::vector<OpenList> m_openLists;
     bool m_isAtListStart = false;
-    std::int64_t m_filesSize = 0; // sum of the files that have been read
+    std::int64_t m_filesSize = 0; // sum of the files read so far
 
-    // The node that is being read. The texts lie in the window, or in one of the strings.
+    // The current node. The views point into the window or into one of the strings.
     TreeBuilder::Fields m_fields;
     std::optional<FileUrl> m_rootUrl;
-    std::string_view m_urlText; // of the root's url, or of its last component
+    std::string_view m_urlText; // the root's url, or the last component of another
     std::string_view m_component;
     std::string_view m_name;
     std::string m_decodedComponent;

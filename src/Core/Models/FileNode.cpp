@@ -11,10 +11,10 @@ namespace {
 
 using Position = Tree::Position;
 
-/// A url of a node's own says nothing for the node that is looked at: as the root of its tree it always has one.
+/// `hasOwnUrl` is not compared: the root of a tree always has one, the same node elsewhere may not.
 constexpr std::uint8_t comparedKinds = TreeArrays::category | TreeArrays::isFolder | TreeArrays::hasList;
 
-/// The arrays of one node with all that it holds.
+/// The slices of a tree's arrays that belong to one node and everything inside it.
 class Part {
 public:
     explicit Part(const FileNode& node)
@@ -30,20 +30,20 @@ public:
     [[nodiscard]] std::string_view sizes() const { return bytes(m_nodes.sizes, 0); }
     [[nodiscard]] std::string_view innerKinds() const { return bytes(m_nodes.kinds, 1); }
 
-    /// With the marks that end them, so that the same bytes are the same names.
+    /// Includes the terminators, so that equal bytes mean equal names.
     [[nodiscard]] std::string_view names() const
     {
         const std::size_t start = m_nodes.nameStarts[m_first];
         return {m_nodes.names.data() + start, m_nodes.nameStarts[m_first + m_length] - start};
     }
 
-    /// How many nodes there are, and of each by its place how far it reaches: with the order of the nodes that says who
-    /// holds whom.
+    /// The number of nodes, and the number of nodes in the subtree at `place`. With the order of the nodes these
+    /// determine the structure.
     [[nodiscard]] Position length() const { return m_length; }
     [[nodiscard]] Position lengthAt(Position place) const { return m_nodes.ends[m_first + place] - m_first - place; }
 
-    /// Calls `visit(place, ownUrl)` for inner nodes whose url is not their folder's and their name, in order. The urls
-    /// of all others follow from what is compared beside.
+    /// Calls `visit(place, ownUrl)` in order for inner nodes that have a url of their own. All other urls follow from
+    /// names.
     template <typename Visit>
     void eachInnerUrl(Visit visit) const
     {
@@ -63,7 +63,7 @@ public:
         return true;
     }
 
-    /// For parts whose kinds are equal, which say where the urls are.
+    /// Requires equal kinds: these say which nodes have urls of their own.
     [[nodiscard]] bool hasSameInnerUrls(const Part& other) const
     {
         auto next = other.m_nodes.ownUrls.upper_bound(other.m_first);

@@ -17,19 +17,19 @@
 
 namespace morlaine {
 
-/// One file, package, symbolic link or folder of a scanned tree, a folder together with all that it holds.
+/// One file, package, symbolic link or folder of a scanned tree, with everything inside it.
 ///
-/// A value to its users: immutable, compared and hashed field by field. Inside a handle: the tree, which all its nodes
-/// share, and a position in it. Copying a node, whatever hangs below it, is one counter increment, and every copy keeps
-/// the whole tree. Nodes may be copied, read and dropped on any thread. Nothing here recurses, however deep the tree. A
-/// moved-from node may only be destroyed or assigned to.
+/// To its users an immutable value, compared and hashed field by field. Inside it is a handle: a reference to the
+/// shared tree and a position in it. Copying a node increments one counter, however large the folder; every copy keeps
+/// the whole tree alive. Nodes may be copied, read and destroyed on any thread. Nothing here recurses. A moved-from
+/// node may only be destroyed or assigned to.
 class FileNode {
 public:
     class Children;
 
-    /// A tree of its own. `name` is made valid UTF-8 (U+FFFD for what is not). `children` are copied with all that they
-    /// hold and kept in the order given; a node without a list (a file) differs from one with an empty list. To make a
-    /// tree of many nodes use TreeBuilder. Throws TreeTooLarge.
+    /// Makes a new tree. `name` is made valid UTF-8 (U+FFFD for invalid bytes). `children` are copied with everything
+    /// inside them and keep their order; a node without a list (a file) differs from one with an empty list. Use
+    /// TreeBuilder to make a tree of many nodes. Throws TreeTooLarge.
     FileNode(const Uuid& id, const FileUrl& url, std::string_view name, std::int64_t size, bool isDirectory,
              FileCategory fileCategory, std::optional<std::vector<FileNode>> children);
 
@@ -57,68 +57,68 @@ public:
         }
     }
 
-    /// The node at `position` of a tree that somebody holds.
+    /// The node at `position` of a tree that another node keeps alive.
     [[nodiscard]] static FileNode at(const Tree& tree, Tree::Position position) noexcept
     {
         tree.retain();
         return {&tree, position};
     }
 
-    /// The tree that the node is in, and its place there. They last as long as any node of the tree.
+    /// The node's tree and its position there. The reference is valid as long as any node of the tree exists.
     [[nodiscard]] const Tree& tree() const noexcept { return *m_tree; }
     [[nodiscard]] Tree::Position position() const noexcept { return m_position; }
 
     /// Identity: two nodes are the same item of the same scan when their ids are equal.
     [[nodiscard]] const Uuid& id() const noexcept { return m_tree->idOf(m_position); }
 
-    /// The exact location. Made when asked for.
+    /// The exact location. Built on each call.
     [[nodiscard]] FileUrl url() const { return m_tree->urlOf(m_position); }
 
-    /// The name for people, valid UTF-8. The view lasts as long as any node of the tree.
+    /// The name to show, valid UTF-8. The view is valid as long as any node of the tree exists.
     [[nodiscard]] std::string_view name() const noexcept { return m_tree->nameOf(m_position); }
 
-    /// Bytes: of a file the smaller of its length and what is allocated for it, of a package the sum of its files, of a
+    /// In bytes: of a file the smaller of its length and its allocated size, of a package the sum of its files, of a
     /// folder the sum of its children.
     [[nodiscard]] std::int64_t size() const noexcept { return m_tree->sizeOf(m_position); }
 
     [[nodiscard]] bool isDirectory() const noexcept { return m_tree->isDirectory(m_position); }
     [[nodiscard]] FileCategory fileCategory() const noexcept { return m_tree->categoryOf(m_position); }
 
-    /// What a folder holds, or nothing for a node that has no list. Lasts as long as any node of the tree.
+    /// The children, or nothing for a node without a list. Valid as long as any node of the tree exists.
     [[nodiscard]] std::optional<Children> children() const noexcept;
 
-    /// The children, or none: for walks that treat a missing list like an empty one.
+    /// The children; empty for a node without a list.
     [[nodiscard]] Children childrenOrNone() const noexcept;
 
-    /// `size` as people read it.
+    /// `size` in words, such as "1.2 MB".
     [[nodiscard]] std::string formattedSize() const;
 
-    /// The extension of the url's last component, case kept, exact bytes; empty when there is none.
+    /// The extension of the url's last component in its exact bytes; empty if it has none.
     [[nodiscard]] std::string fileExtension() const;
 
-    /// How many nodes of this tree are no folders, the node itself included. Costs nothing for the root of its tree,
-    /// one pass for others.
+    /// The number of files in this node, itself included; everything but a folder is a file. Constant time for the root
+    /// of the tree, one pass for others.
     [[nodiscard]] std::int64_t fileCount() const noexcept { return m_tree->countsOf(m_position).first; }
 
-    /// How many nodes of this tree are folders, the node itself included. Costs nothing for the root of its tree, one
-    /// pass for others.
+    /// The number of folders in this node, itself included. Constant time for the root of the tree, one pass for
+    /// others.
     [[nodiscard]] std::int64_t directoryCount() const noexcept { return m_tree->countsOf(m_position).second; }
 
-    /// Compares all seven fields, the children element by element. The same place of the same tree is equal at once.
+    /// Compares all seven fields, children included. Comparing a node with its copy is constant time.
     friend bool operator==(const FileNode& a, const FileNode& b);
 
 private:
     friend class TreeBuilder;
 
-    /// Takes over a reference.
+    /// Takes over a reference of the tree.
     FileNode(const Tree* tree, Tree::Position position) noexcept : m_tree(tree), m_position(position) {}
 
     const Tree* m_tree;
     Tree::Position m_position;
 };
 
-/// The children of a node, in order. A light range that makes a node of each child when it is asked for. Lasts as long
-/// as any node of the tree.
+/// The children of a node, in order. A light range that makes each node on access. Valid as long as any node of the
+/// tree exists.
 class FileNode::Children {
 public:
     class Iterator {
@@ -146,7 +146,7 @@ public:
         Tree::Position m_position = 0;
     };
 
-    /// What stands in `tree` from `first` up to `end`.
+    /// The siblings in `tree` from position `first` up to `end`.
     Children(const Tree& tree, Tree::Position first, Tree::Position end) : m_tree(&tree), m_first(first), m_end(end) {}
 
     [[nodiscard]] Iterator begin() const noexcept { return {m_tree, m_first}; }
@@ -154,7 +154,7 @@ public:
     [[nodiscard]] bool empty() const noexcept { return m_first == m_end; }
     [[nodiscard]] FileNode front() const noexcept { return *begin(); }
 
-    /// These two go through the children.
+    /// These two iterate over the children.
     [[nodiscard]] std::size_t size() const noexcept;
     [[nodiscard]] FileNode operator[](std::size_t index) const noexcept;
 

@@ -12,7 +12,7 @@ enum class JsonKey : std::uint8_t { id, url, name, size, isDirectory, fileCatego
 inline constexpr std::array<std::string_view, 7> jsonKeyNames{"id",          "url",          "name",    "size",
                                                               "isDirectory", "fileCategory", "children"};
 
-/// Every member but the last must be there.
+/// All members but the last are required.
 inline constexpr std::uint8_t requiredKeyCount = 6;
 
 [[nodiscard]] constexpr std::string_view nameOf(JsonKey key)

@@ -11,16 +11,16 @@ namespace morlaine {
 
 namespace {
 
-/// An object whose end has not been read yet.
+/// An open object.
 struct Level {
     TreeBuilder::Fields fields;
-    std::int64_t childrenSize = 0; // sum of what has been read of the children
+    std::int64_t childrenSize = 0; // sum of the children read so far
     JsonKey key = JsonKey::unknown;
     std::uint8_t seenKeys = 0;
     std::uint8_t seenSinceAdded = 0;
     bool isInChildren = false;
-    bool isAdded = false;               // to the tree, which happens before its children
-    TreeBuilder::Position position = 0; // once it is added
+    bool isAdded = false;               // to the tree, before its children are
+    TreeBuilder::Position position = 0; // valid once it is added
 };
 
 constexpr std::uint8_t bitOf(JsonKey key)
@@ -28,8 +28,8 @@ constexpr std::uint8_t bitOf(JsonKey key)
     return static_cast<std::uint8_t>(1U << static_cast<unsigned>(key));
 }
 
-/// Adds a node to the tree when its children begin or at its end, and gives a node whose keys come behind its children
-/// its fields once more.
+/// Adds a node to the tree at the start of its children, or at its end if it has none. Keys behind the children amend
+/// the node.
 class NodeReader : public JsonEvents<NodeReader> {
 public:
     [[nodiscard]] FileNode takeRoot() { return m_builder.finish(); }
@@ -54,9 +54,9 @@ private:
 
     void amend(Level& level);
 
-    std::vector<Level> m_levels;  // of all objects that are open
-    std::int64_t m_filesSize = 0; // sum of the files that have been read
-    std::string m_url;            // all bytes, and name: of the last object that had such a key
+    std::vector<Level> m_levels;  // of all open objects
+    std::int64_t m_filesSize = 0; // sum of the files read so far
+    std::string m_url;            // all bytes; this and the name are those of the object that was read last
     std::string m_name;
     TreeBuilder m_builder{TreeBuilder::Source::given};
 };
@@ -161,8 +161,8 @@ bool NodeReader::endObject()
     return true;
 }
 
-/// Adds the size of the node that ends to the sums that are made of a tree: those of a folder's children and of all
-/// files. False for a size that no scan yields, on which making these sums later would end the program.
+/// Adds the size of the finished node to the sums of its folder and of all files. False for a negative size and for a
+/// sum beyond 64 bits: making the same sum later would end the program.
 bool NodeReader::addSize()
 {
     const TreeBuilder::Fields& finished = level().fields;
@@ -178,7 +178,7 @@ void NodeReader::add(Level& level)
     level.seenSinceAdded = 0;
 }
 
-/// Gives a node that is added the fields that have come since.
+/// Updates an added node with the fields that followed its children.
 void NodeReader::amend(Level& level)
 {
     constexpr std::uint8_t fieldKeys = bitOf(JsonKey::children) - 1;

@@ -15,7 +15,7 @@ namespace morlaine {
 
 namespace {
 
-/// Collects text and hands it to a device in large pieces; after a failure it swallows the rest.
+/// Collects text and writes it to a device in large pieces. After a failure it discards the rest.
 class TextOutput {
 public:
     explicit TextOutput(QIODevice& sink) : m_sink(sink) {}
@@ -31,7 +31,7 @@ public:
         copy(text);
     }
 
-    /// Whether all that was appended has been taken.
+    /// Whether everything appended so far was written.
     [[nodiscard]] bool flush()
     {
         const auto length = static_cast<qint64>(m_length);
@@ -53,7 +53,7 @@ private:
     bool m_hasFailed = false;
 };
 
-/// Makes the text of a folder's url the start of those of what it holds.
+/// Turns the text of a folder's url into the prefix of the urls inside.
 void openFolder(std::string& url)
 {
     constexpr std::string_view fileSystemRoot = "file:///";
@@ -65,7 +65,7 @@ void openFolder(std::string& url)
     }
 }
 
-/// Goes through the arrays of a tree. The url of the folder whose list is open is kept as text.
+/// Writes a tree from its arrays. Keeps the url of the open folder as text.
 class TreeWriter {
 public:
     using Position = Tree::Position;
@@ -93,8 +93,8 @@ public:
 private:
     struct OpenList {
         Position node;
-        std::size_t folderLength; // of the folder above in `m_url`
-        bool hasOwnStart;         // its url does not begin with that folder's
+        std::size_t folderLength; // length of the enclosing folder's url in `m_url`
+        bool hasOwnStart;         // its url does not begin with that of the enclosing folder
     };
 
     void writeFields(Position node, bool isTop)
@@ -139,7 +139,7 @@ private:
         m_folderLength = m_url.size();
     }
 
-    /// Ends all lists that end before `node`.
+    /// Closes all lists that end before `node`.
     void closeLists(Position node)
     {
         while (!m_openLists.empty() && m_tree.endOf(m_openLists.back().node) <= node) {
@@ -183,10 +183,10 @@ private:
 
     const Tree& m_tree;
     TextOutput m_output;
-    std::string m_url;              // of the folder whose list is open, or of something in it
-    std::size_t m_folderLength = 0; // of that folder's part in `m_url`
-    std::string m_ownUrl;           // of a node that does not begin with that
-    bool m_hasOwnStart = false;     // whether the node that was written last is such a one
+    std::string m_url;              // url of the open folder, or of an item in it
+    std::size_t m_folderLength = 0; // length of the folder's part of `m_url`
+    std::string m_ownUrl;           // url of a node that does not begin with that part
+    bool m_hasOwnStart = false;     // whether this is true of the node written last
     std::vector<OpenList> m_openLists;
 };
 

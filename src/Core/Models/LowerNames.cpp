@@ -14,7 +14,7 @@ namespace morlaine {
 
 namespace {
 
-/// Whether a byte, or which of many, can be changed by lower-casing or is a slash.
+/// Whether a byte (or each of sixteen) is a slash or may be changed by lower-casing.
 template <typename Bytes>
 auto isWorthALook(const Bytes& bytes) noexcept
 {
@@ -22,7 +22,7 @@ auto isWorthALook(const Bytes& bytes) noexcept
     return (bytes < -1) | ((bytes >= 'A') & (bytes <= 'Z')) | (bytes == '/');
 }
 
-/// The place of the first such byte from `begin` on; the end where there is none.
+/// The index of the first such byte from `begin` on; the size if there is none.
 std::size_t placeWorthALook(const GrowingArray<char>& names, std::size_t begin) noexcept
 {
     while (names.size() - begin >= SixteenBytes::count) {
@@ -78,8 +78,7 @@ void LowerNames::addChanged(Position node, std::string_view lowerName)
     m_starts.push_back(static_cast<std::uint32_t>(m_text.size()));
 }
 
-/// As a rule a name ends in its extension, in lower case too; then whoever finds the extension has found it in the
-/// name.
+/// Usually the lower-case name ends in the lower-case extension, so that searching the name also finds the extension.
 void LowerNames::noteExtension(const TreeArrays& tree, Position node, std::string_view lowerName)
 {
     const std::string_view extension = FileUrl::pathExtension(tree.lastComponent(node));

@@ -12,7 +12,7 @@ namespace {
 
 using Position = TreeArrays::Position;
 
-/// The seed differs from run to run, so that no file can hold ids that all fall together.
+/// The seed differs from run to run, so that no file can be crafted to make all ids collide.
 std::uint64_t hashOf(const Uuid& id, std::uint64_t seed) noexcept
 {
     std::array<std::uint64_t, 2> words{};
@@ -22,7 +22,7 @@ std::uint64_t hashOf(const Uuid& id, std::uint64_t seed) noexcept
     return hash ^ (hash >> 29);
 }
 
-/// A set of hashes that may take one for another, but misses none.
+/// A set of hashes with false positives but no false negatives.
 class HashMarks {
 public:
     explicit HashMarks(std::size_t leastBits)
@@ -31,7 +31,7 @@ public:
     {
     }
 
-    /// Whether it was there before.
+    /// Returns whether the hash may already have been inserted.
     bool insert(std::uint64_t hash)
     {
         std::uint64_t& word = m_words[(hash & (m_bits - 1)) / 64];
@@ -56,7 +56,7 @@ struct Suspect {
     Position node;
 };
 
-/// Every node whose id another one may have too, and some others.
+/// All nodes whose id occurs more than once, and some others.
 std::vector<Suspect> suspects(const GrowingArray<Uuid>& ids)
 {
     const std::uint64_t seed = QHashSeed::globalSeed();
@@ -72,7 +72,7 @@ std::vector<Suspect> suspects(const GrowingArray<Uuid>& ids)
     if (repeated.empty()) {
         return found;
     }
-    // Other bits of the hash than before, which tell apart what only fell together.
+    // Uses other bits of the hash than before, which removes most false positives.
     HashMarks marks(std::min(repeated.size() * 256, ids.size() * 16));
     for (const std::uint64_t hash : repeated) {
         marks.insert(hash >> 32);

@@ -7,8 +7,8 @@
 
 namespace morlaine {
 
-/// The nodes whose id an earlier node has already, each with the first that has it, in the order of the tree. Quick as
-/// long as there are few of them.
+/// The nodes whose id an earlier node already has, each with the first node of that id, in the order of the tree. Fast
+/// as long as there are few of them.
 [[nodiscard]] std::vector<std::pair<TreeArrays::Position, TreeArrays::Position>>
 repeatedIds(const GrowingArray<Uuid>& ids);
 

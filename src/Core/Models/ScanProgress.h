@@ -5,7 +5,7 @@
 
 namespace morlaine {
 
-/// One snapshot of how far a scan has come.
+/// A snapshot of the progress of a scan.
 struct ScanProgress {
     std::string currentPath; // exact bytes
     std::int64_t filesCount = 0;

@@ -20,7 +20,7 @@ std::optional<CategorySizes> Tree::categorySizes(Position node) const
     return node == 0 ? m_categorySizes : sumOfFiles(node);
 }
 
-/// Only a folder counts what it holds.
+/// The children of a file, which only a foreign tree can have, are not counted.
 std::optional<CategorySizes> Tree::sumOfFiles(Position node) const
 {
     CategorySizes sums{};

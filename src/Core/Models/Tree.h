@@ -14,14 +14,13 @@
 
 namespace morlaine {
 
-/// A whole tree of files and folders in a handful of arrays, immutable. What a node is known by and how nodes follow
-/// each other is told at `TreeArrays`: going through the arrays is walking the tree. Whoever holds a `FileNode` of the
-/// tree keeps it alive. Any thread.
+/// A whole tree of files and folders in a few arrays, immutable. TreeArrays describes the layout: walking the tree
+/// means going through the arrays. Each FileNode keeps its tree alive. Any thread.
 class Tree {
 public:
     using Position = TreeArrays::Position;
 
-    /// How many nodes there are.
+    /// The number of nodes.
     [[nodiscard]] Position size() const noexcept { return m_nodes.size(); }
 
     [[nodiscard]] const Uuid& idOf(Position node) const noexcept { return m_nodes.ids[node]; }
@@ -34,35 +33,35 @@ public:
     }
     [[nodiscard]] std::string_view nameOf(Position node) const noexcept { return m_nodes.name(node); }
 
-    /// The folder that holds the node; of the root the root.
+    /// The folder that contains the node; the root is its own parent.
     [[nodiscard]] Position parentOf(Position node) const noexcept { return m_nodes.parents[node]; }
 
-    /// One behind the last node that the node holds, however deep: where its next sibling stands, if it has one. What
-    /// it holds begins right behind the node.
+    /// One behind the last node inside `node`, however deep: the position of its next sibling, if it has one. The
+    /// contents of `node` begin at `node + 1`.
     [[nodiscard]] Position endOf(Position node) const noexcept { return m_nodes.ends[node]; }
 
     [[nodiscard]] FileUrl urlOf(Position node) const;
-    /// Whether the url is not one of the folder's with one component more, as is the root's.
+    /// Whether the url is not that of the parent with one more component. True for the root.
     [[nodiscard]] bool hasUrlOutsideFolder(Position node) const noexcept { return m_nodes.hasLocationOfItsOwn(node); }
 
-    /// The last component of the url in its exact bytes.
+    /// The exact bytes of the last component of the url.
     [[nodiscard]] std::string_view lastComponentOf(Position node) const noexcept { return m_nodes.lastComponent(node); }
 
-    /// The sums of what `node` holds; nothing where one is beyond 64 bits. Kept for the root.
+    /// The sizes of the files in `node` by category; nothing where a sum exceeds 64 bits. Cached for the root.
     [[nodiscard]] std::optional<CategorySizes> categorySizes(Position node = 0) const;
 
-    /// The number of files and of folders in `node`, itself included. Only a folder counts what it holds. Kept for the
-    /// root, one pass for any other.
+    /// The number of files and of folders in `node`, itself included. Children of a file are not counted. Cached for
+    /// the root, one pass for other nodes.
     [[nodiscard]] std::pair<std::int64_t, std::int64_t> countsOf(Position node) const noexcept
     {
         return node == 0 ? m_counts : countsInside(node);
     }
 
-    /// The arrays themselves, and what a search needs beside.
+    /// The arrays themselves, and the lower-case names that a search needs.
     [[nodiscard]] const TreeArrays& arrays() const noexcept { return m_nodes; }
     [[nodiscard]] const LowerNames& lowerNames() const noexcept { return m_lowerNames; }
 
-    /// Pairs of nodes with the same id: the later one and the first one. None in a tree that was scanned.
+    /// Pairs of nodes with the same id: the later one and the first one. Empty for a scanned tree.
     [[nodiscard]] std::span<const std::pair<Position, Position>> repeatedIds() const noexcept { return m_repeatedIds; }
 
     Tree(const Tree&) = delete;

@@ -12,26 +12,26 @@
 
 namespace morlaine {
 
-/// A tree that no `Position` or no place in `TreeArrays::names` can count.
+/// The tree has more nodes than `Position` can count, or more bytes of names than fit `TreeArrays::names`.
 class TreeTooLarge : public std::length_error {
 public:
     TreeTooLarge() : std::length_error("There are too many files to show.") {}
 };
 
-/// The nodes of a tree, finished or being built, one element of each array a node. A node is known by its position: a
-/// folder comes before what it holds, which follows it without a gap (pre-order), so the root's position is 0.
+/// The nodes of a tree, finished or being built; each array has one element per node. A position identifies a node.
+/// Nodes stand in pre-order: a folder is followed by its contents without a gap, and the root's position is 0.
 struct TreeArrays {
     using Position = std::uint32_t;
 
-    /// Where a node lies that is not found in its folder under its name.
+    /// The location of a node that does not follow from its folder and name.
     struct OwnUrl {
-        std::string bytes; // exact: one file name in the folder, or a whole location with trailing slashes
+        std::string bytes; // exact: one file name in the folder, or a whole location with its trailing slashes
         bool isComponent;
 
         friend bool operator==(const OwnUrl&, const OwnUrl&) = default;
     };
 
-    /// What the bits of a kind mean; the lowest four are the category.
+    /// The bits of a kind; the lowest four are the category.
     enum Kind : std::uint8_t {
         category = 0x0F,
         isFolder = 0x10,
@@ -40,16 +40,16 @@ struct TreeArrays {
         hasOtherLowerName = 0x80
     };
 
-    static constexpr char nameEnd = '\xFF'; // in no UTF-8
+    static constexpr char nameEnd = '\xFF'; // never part of UTF-8
 
     GrowingArray<Uuid> ids;
     GrowingArray<std::int64_t> sizes;
-    GrowingArray<Position> parents; // the root's is its own position
+    GrowingArray<Position> parents; // the root's parent is 0
     GrowingArray<Position> ends;    // one behind the last node inside
     GrowingArray<std::uint8_t> kinds;
-    GrowingArray<std::uint32_t> nameStarts; // in `names`; one more than nodes
-    GrowingArray<char> names;               // valid UTF-8, `nameEnd` before the first and behind each
-    std::map<Position, OwnUrl> ownUrls;     // of nodes with `hasOwnUrl`, of which the root is one
+    GrowingArray<std::uint32_t> nameStarts; // offsets in `names`; one more than there are nodes
+    GrowingArray<char> names;               // valid UTF-8, with `nameEnd` before the first and behind each
+    std::map<Position, OwnUrl> ownUrls;     // of nodes with `hasOwnUrl`; the root is always one
 
     [[nodiscard]] Position size() const noexcept { return static_cast<Position>(ids.size()); }
     [[nodiscard]] bool has(Position node, Kind kind) const noexcept { return (kinds[node] & kind) != 0; }
@@ -58,10 +58,10 @@ struct TreeArrays {
         return {names.data() + nameStarts[node], nameStarts[node + 1] - nameStarts[node] - 1};
     }
 
-    /// The last component of the node's location in exact bytes.
+    /// The exact bytes of the last component of the node's location.
     [[nodiscard]] std::string_view lastComponent(Position node) const noexcept;
 
-    /// Whether the node's location is not in its folder, as is the root's.
+    /// Whether the node's location does not lie directly in its folder. True for the root.
     [[nodiscard]] bool hasLocationOfItsOwn(Position node) const noexcept
     {
         return has(node, hasOwnUrl) && !ownUrls.find(node)->second.isComponent;

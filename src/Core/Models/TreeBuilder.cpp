@@ -151,7 +151,7 @@ void TreeBuilder::amend(Position node, const Fields& fields, std::string_view by
     } else {
         m_namesAgain.try_emplace(node, m_nodes.name(node));
     }
-    // The bytes as a location of the node's own hold for its children, whatever the node is called until the end.
+    // With all bytes as its own location, the children's locations stay right while the node's name is not final.
     setOwnUrl(node, bytes, false);
     m_openFolderNode = noNode;
     std::size_t number = 0;
@@ -168,7 +168,7 @@ void TreeBuilder::setOwnUrl(Position node, std::string_view bytes, bool isCompon
     setKind(m_nodes.kinds[node], TreeArrays::hasOwnUrl, true);
 }
 
-/// The path of the folder is made only for a location that is longer, so that it takes no more time than reading that.
+/// Builds the path of the folder only for a longer location, so that it costs no more than reading that location did.
 void TreeBuilder::place(Position node, std::string_view bytes)
 {
     const Position folder = m_nodes.parents[node];
@@ -213,7 +213,7 @@ void TreeBuilder::nameAgain()
         if (names.size() + name.size() + 1 > m_limits.nameBytes) {
             throw TreeTooLarge();
         }
-        // The start of the next name is still needed as the end of this one.
+        // `nameStarts[node]` is still needed as the end of the previous name.
         const auto start = static_cast<std::uint32_t>(names.size());
         names.append(std::span(name.data(), name.size()));
         names.push_back(TreeArrays::nameEnd);

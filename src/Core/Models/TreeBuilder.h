@@ -13,22 +13,22 @@
 
 namespace morlaine {
 
-/// Makes one tree: nodes are added in pre-order, each to the list that is open. The first is the root. Used once, on
-/// one thread. Throws TreeTooLarge and std::bad_alloc, and may only be destroyed after that.
+/// Builds one tree. Nodes are added in pre-order, each to the list that is open; the first one is the root. Use once,
+/// on one thread. Throws TreeTooLarge and std::bad_alloc; afterwards it may only be destroyed.
 class TreeBuilder {
 public:
     using Position = TreeArrays::Position;
 
-    /// A tree that is measured gets fresh ids, and its lists are sorted when they are closed: largest first, those of
-    /// equal size in the order in which they were added. One that is given keeps all as it is.
+    /// A `measured` tree gets fresh ids, and its lists are sorted when they are closed: largest first, equal sizes in
+    /// the order in which they were added. A `given` tree keeps ids and order.
     enum class Source : std::uint8_t { measured, given };
 
     struct Limits {
         std::uint64_t nodes = 0xFFFFFFFF;
-        std::uint64_t nameBytes = 0xFFFFFFFF; // one for each name included
+        std::uint64_t nameBytes = 0xFFFFFFFF; // including one terminator per name
     };
 
-    /// The fields of a node that have no length of their own.
+    /// The fields of fixed size.
     struct Fields {
         Uuid id;
         std::int64_t size = 0;
@@ -38,43 +38,43 @@ public:
 
     explicit TreeBuilder(Source source, Limits limits = {.nodes = 0xFFFFFFFF, .nameBytes = 0xFFFFFFFF});
 
-    /// Adds a node at the location `bytes` (all bytes of a url). `name` is made valid UTF-8.
+    /// Adds a node with the location `bytes` (all bytes of a url). `name` is made valid UTF-8.
     Position add(const Fields& fields, std::string_view bytes, std::string_view name);
 
-    /// Adds a node whose location is `component` (exact bytes of one file name) in the folder whose list is open. The
-    /// second form takes the valid text of those bytes for its name.
+    /// Adds a node whose location is `component` (the exact bytes of one file name) in the folder whose list is open.
+    /// The first form derives the name from it; in the second, `name` must be its valid UTF-8 form.
     Position addComponent(const Fields& fields, std::string_view component);
     Position addComponent(const Fields& fields, std::string_view component, std::string_view name);
 
-    /// Adds a copy of a node with all that it holds.
+    /// Adds a copy of a node with everything inside it.
     void addCopy(const FileNode& node);
 
-    /// The node last added gets a list, to which nodes are added from here on.
+    /// Opens a list for the node that was added last; further nodes are added to it.
     void openList();
-    /// The sizes of what is in it are final.
+    /// Requires that the sizes of all nodes in the list are final.
     void closeList();
 
-    /// Drops what has been added to the list that is open, or closed and was the last: `node` has none again.
+    /// Removes the list of `node`, which must be open or have been closed last, and all nodes in it.
     void dropList(Position node);
 
     void setSize(Position node, std::int64_t size) { m_nodes.sizes[node] = size; }
 
-    /// Gives a node its fields again after its list was closed. What the list holds stays where it is. Without a
-    /// `name` it keeps the one it has.
+    /// Replaces the fields of a node whose list was closed. The nodes in the list keep their locations. Without a
+    /// `name` the node keeps its name.
     void amend(Position node, const Fields& fields, std::string_view bytes, const std::optional<std::string>& name);
 
     [[nodiscard]] const TreeArrays& nodes() const noexcept { return m_nodes; }
 
-    /// All bytes with which the locations of what the node holds begin.
+    /// The bytes with which the locations of a folder's contents begin.
     [[nodiscard]] const std::string& startOfLocationsIn(Position folder);
 
-    /// The root of the finished tree.
+    /// Finishes the tree and returns its root.
     [[nodiscard]] FileNode finish();
 
 private:
     struct OpenList {
         Position node;
-        std::size_t pathLength; // of `startOfLocationsIn`
+        std::size_t pathLength; // length of `startOfLocationsIn`
     };
 
     Position append(const Fields& fields, std::string_view name);
@@ -85,9 +85,9 @@ private:
     TreeArrays m_nodes;
     TreeOrder m_order;
     std::vector<OpenList> m_openLists;
-    std::string m_openFolder; // what `startOfLocationsIn` has said last, and for which node
+    std::string m_openFolder; // the last result of `startOfLocationsIn`, which was for `m_openFolderNode`
     Position m_openFolderNode;
-    std::map<Position, std::string> m_namesAgain; // of amended nodes, which keep a url of their own until the end
+    std::map<Position, std::string> m_namesAgain; // of amended nodes, which have a url of their own until `finish`
     Source m_source;
     Limits m_limits;
 };

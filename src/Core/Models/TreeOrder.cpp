@@ -10,7 +10,7 @@ namespace {
 
 using Position = TreeArrays::Position;
 
-/// The memory of wider folders is not kept for others.
+/// The buffer for larger folders is freed instead of reused.
 constexpr std::size_t mostChildrenToKeep = 65'536;
 
 /// In the memory of `spare`, which becomes that of the values as they stood.

@@ -6,17 +6,16 @@
 
 namespace morlaine {
 
-/// The final order of a tree that is being built: the children of each folder largest first, those of equal size as
-/// they stood. Beside the tree this takes four bytes a node, and sixteen bytes a child while a folder is sorted.
+/// Sorts a tree that is being built: the children of each folder largest first, equal sizes in their previous order.
+/// Needs four bytes a node, and sixteen bytes for each child of the folder that is being sorted.
 class TreeOrder {
 public:
     using Position = TreeArrays::Position;
 
-    /// Sorts what is in `folder`, which is complete with all its sizes.
+    /// Sorts the children of `folder`, whose contents and sizes must be final.
     void sortList(const TreeArrays& tree, Position folder);
 
-    /// Moves all nodes to their places, once each list has been sorted. Takes the memory of the largest array once
-    /// more.
+    /// Moves all nodes to their final positions, after each list was sorted. Needs a second copy of the largest array.
     void apply(TreeArrays& tree);
 
 private:
@@ -30,8 +29,8 @@ private:
         }
     };
 
-    GrowingArray<Position> m_offsets; // of each node's place from its folder's
-    GrowingArray<Child> m_children;   // of the folder that is sorted
+    GrowingArray<Position> m_offsets; // of each node from its folder
+    GrowingArray<Child> m_children;   // of the folder that is being sorted
 };
 
 } // namespace morlaine

@@ -13,20 +13,21 @@ namespace morlaine::TreemapEngine {
 
 namespace {
 
-// What follows relies on how doubles are rounded. No product in it feeds a sum, so that no compiler can fuse the two.
+// The results depend on how doubles are rounded. No sum has a product as an operand, so that no compiler can fuse the
+// two.
 static_assert(std::numeric_limits<double>::is_iec559);
 
-constexpr double margin = 3;        // points between the edge of a folder and what it holds
-constexpr double smallestRoom = 12; // points that a folder must exceed, both ways, to show what it holds
+constexpr double margin = 3;        // points between the edge of a folder and its contents
+constexpr double smallestRoom = 12; // points; a folder shows its contents only if it is larger both ways
 
 struct LayoutItem {
     Tree::Position node;
     double area; // square points: positive, zero or infinite, never NaN
 };
 
-/// All that the shape of a row of items depends on. Rounded products and quotients of numbers that are not negative
-/// still grow and shrink with their operands, so that among the aspect ratios of a row the largest is that of its
-/// smallest or its largest area, to the last bit; and where any of them is NaN, one of these two is.
+/// Everything that the shape of a row depends on. Rounding keeps products and quotients of non-negative numbers
+/// monotonic. So the largest aspect ratio of a row is, to the last bit, that of its smallest or its largest area, and
+/// if any ratio is NaN, one of these two is.
 struct Row {
     std::size_t length = 0;
     double sum = 0;
@@ -38,7 +39,7 @@ struct Row {
         return {length + 1, sum + area, std::min(smallest, area), std::max(largest, area)};
     }
 
-    /// The worst aspect ratio of the row along a side; NaN as soon as one ratio is.
+    /// The worst aspect ratio of the row along a side; NaN if any ratio is NaN.
     [[nodiscard]] double worst(double side) const
     {
         if (sum == 0) {
@@ -52,7 +53,7 @@ struct Row {
     }
 };
 
-/// As many of the items, at least one, as do not make the row worse.
+/// Takes items, at least one, as long as they do not make the worst aspect ratio larger.
 Row nextRow(std::span<const LayoutItem> items, double side)
 {
     Row row = Row().with(items.front().area);
@@ -60,7 +61,7 @@ Row nextRow(std::span<const LayoutItem> items, double side)
     for (const LayoutItem& item : items.subspan(1)) {
         const Row longer = row.with(item.area);
         const double longerWorst = longer.worst(side);
-        // Not the same as `>`: a NaN ends the row.
+        // Not the same as `>`: NaN ends the row.
         if (!(longerWorst <= worst)) {
             break;
         }
@@ -80,12 +81,12 @@ bool isWorthFilling(const Rect& room)
     return room.width > smallestRoom && room.height > smallestRoom;
 }
 
-/// The children of one folder on their way into a rectangle, row after row.
+/// The children of one folder while they are placed in a rectangle, row after row.
 struct Level {
-    std::size_t begin; // of its items among those of all levels
-    Rect free;         // what the rows up to the present one leave
+    std::size_t begin; // index of the first item among the items of all levels
+    Rect free;         // what previous rows have left
 
-    // The present row: what of it is not placed yet, where it lies, and how much of it is taken.
+    // The current row: its unplaced items, where it lies, and how much of it is used.
     std::size_t next = 0;
     std::size_t rowEnd = 0;
     bool isColumn = false;
@@ -95,7 +96,7 @@ struct Level {
     double offset = 0;
 };
 
-/// One layout on its way. The items of all levels, outermost first, are in one array.
+/// One run of the layout. `m_items` holds the items of all levels, outermost first.
 class Run {
 public:
     Run(const Tree& tree, std::int64_t maxDepth, std::int64_t firstDepth, TreemapLayout& layout)
@@ -148,7 +149,7 @@ private:
         }
     }
 
-    /// Takes a column from the left of a free rectangle that is wide, a strip from the top of one that is tall.
+    /// A row is a column at the left of a wide free rectangle, or a strip at the top of a tall one.
     bool startRow(Level& level) const
     {
         Rect& free = level.free;
@@ -168,7 +169,8 @@ private:
         return true;
     }
 
-    /// Up to the end of the row or a folder whose children come first, on a level of their own.
+    /// Places items up to the end of the row, or up to a folder whose children come first; those form a level of their
+    /// own.
     void placeRow(Level& level)
     {
         const std::size_t depth = m_levels.size() - 1;

@@ -8,23 +8,23 @@
 #include <cstdint>
 #include <vector>
 
-/// The squarified layout of a folder. Pure: the same node and rectangle give the same doubles everywhere. Any thread.
+/// The squarified layout of a folder. A pure function: equal input gives equal doubles on every machine. Any thread.
 namespace morlaine::TreemapEngine {
 
-/// Divides `rect` among the children of `node` in proportion to their sizes and in their order, and the rectangle of
-/// each folder, a margin less, among that folder's children, as long as there is room and `maxDepth` is not reached.
+/// Divides `rect` among the children of `node`, in proportion to their sizes and in their order. Divides the rectangle
+/// of each folder, less a margin, among its children in turn, as long as there is room and `maxDepth` is not reached.
 /// `currentDepth` is the depth of the first level.
 ///
-/// Each rectangle comes before those nested in it and these before its next sibling. A child without a positive size
-/// gets none; nor does one for which rounding has left no room at the end of its level. Nothing at all comes of a node
-/// without children and of a rectangle whose width or height is not positive. Sizes of one folder that add up to more
-/// than 64 bits end the program.
+/// Each rectangle comes before the ones nested in it, and these before its next sibling. A child gets no rectangle if
+/// its size is not positive, or if rounding has left no room at the end of its level. The result is empty for a node
+/// without children and for a rectangle whose width or height is not positive. A sum of sizes beyond 64 bits ends the
+/// program.
 ///
-/// Takes time in proportion to the children that are laid out, whatever their sizes. Does not recurse.
+/// The time is proportional to the number of children that are laid out. Does not recurse.
 [[nodiscard]] std::vector<TreemapRect> computeLayout(const FileNode& node, const Rect& rect, std::int64_t maxDepth = 4,
                                                      std::int64_t currentDepth = 0);
 
-/// The same into a layout, whose memory is used again. Depths in it begin at 0.
+/// The same into `layout`, whose memory is reused. Depths begin at 0.
 void layOut(const FileNode& node, const Rect& rect, TreemapLayout& layout, std::int64_t maxDepth = 4,
             std::int64_t currentDepth = 0);
 

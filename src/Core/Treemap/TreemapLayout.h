@@ -18,9 +18,8 @@
 
 namespace morlaine {
 
-/// The rectangles of a treemap, folders before what lies in them, in little memory, which the next layout uses again.
-/// To its readers a range of TreemapRect, each made when asked for. Keeps the tree that was laid out. Different threads
-/// may read it at once.
+/// The rectangles of a treemap, each folder before its contents, in a compact form; the next layout reuses the memory.
+/// Iterates as a range of TreemapRect, made on access. Keeps the tree alive. Any number of threads may read it at once.
 class TreemapLayout {
 public:
     struct Item {
@@ -31,7 +30,7 @@ public:
         std::uint32_t depth : 27 = 0;   // 0 for the children of the folder that was laid out
     };
 
-    /// The edges of what encloses some rectangles.
+    /// The edges of the smallest rectangle around some items.
     struct Bounds {
         double left = std::numeric_limits<double>::infinity();
         double top = std::numeric_limits<double>::infinity();
@@ -39,21 +38,22 @@ public:
         double bottom = -std::numeric_limits<double>::infinity();
     };
 
-    /// Neighbours in the layout lie close to each other, so that most blocks need no look at their items.
+    /// Neighbours in the layout are close to each other, so that readers can skip most blocks without looking at their
+    /// items.
     static constexpr std::size_t blockSize = 64;
 
     class Iterator;
 
-    /// Keeps a layout as it is for another thread, from construction to destruction.
+    /// Protects a layout from changes while another thread reads it, from construction to destruction.
     class Reading;
 
     TreemapLayout() = default;
 
-    /// Begins a layout of other nodes of the tree of `folder`.
+    /// Begins a new layout of nodes of the tree of `folder`.
     void restart(const FileNode& folder);
     void clear();
 
-    /// Whether a `Reading` is left, so that nothing may be changed.
+    /// Whether a `Reading` exists, so that nothing may be changed.
     [[nodiscard]] bool isBeingRead() const noexcept { return m_readings.load(std::memory_order_acquire) != 0; }
 
     void add(Tree::Position node, const Rect& rect, std::size_t depth);
@@ -66,15 +66,15 @@ public:
 
     [[nodiscard]] std::span<const Item> items() const noexcept { return {m_items.begin(), m_items.end()}; }
 
-    /// What encloses the first `blockSize` items, the next ones, and so on.
+    /// The bounds of each block of `blockSize` items.
     [[nodiscard]] std::span<const Bounds> blocks() const noexcept { return {m_blocks.begin(), m_blocks.end()}; }
     [[nodiscard]] std::span<const Item> itemsOfBlock(std::size_t block) const noexcept;
 
-    /// The tree that all nodes are in. Only while there are rectangles.
+    /// The tree of all nodes. Requires that there are rectangles.
     [[nodiscard]] const Tree& tree() const noexcept { return m_folder->tree(); }
 
-    /// The index of the first file at a point, else of the first folder there, which is the outermost one. Left and top
-    /// edges belong to a rectangle, right and bottom edges do not.
+    /// The index of the first file at a point, else of the first (outermost) folder there. Left and top edges belong to
+    /// a rectangle, right and bottom edges do not.
     [[nodiscard]] std::optional<std::size_t> hitTest(double x, double y) const noexcept;
 
     /// The index of the last rectangle at a point, which is the innermost one.

@@ -6,7 +6,7 @@
 
 namespace morlaine {
 
-/// Whether the user wants programs to be light or dark, as far as the desktop tells. Main thread only.
+/// Whether the user prefers light or dark programs, according to the desktop. Main thread only.
 class Appearance {
 public:
     enum class Preference { none, dark, light };
@@ -17,18 +17,18 @@ public:
     Appearance(const Appearance&) = delete;
     Appearance& operator=(const Appearance&) = delete;
 
-    /// The running desktop's, which has been asked but need not have answered yet.
+    /// The implementation for this system. It has asked the desktop, which need not have answered yet.
     [[nodiscard]] static std::unique_ptr<Appearance> native();
 
-    /// What is known now: none until the desktop has answered, and where it has no answer.
+    /// The current preference; `none` until the desktop has answered, or if it has no preference.
     [[nodiscard]] virtual Preference preference() const = 0;
 
-    /// Waits until the desktop has answered, at most for `patience`, while other events than the user's input run.
-    /// Returns at once where there is nobody to ask.
+    /// Waits for the desktop's answer, at most for `patience`; meanwhile handles events other than user input. Returns
+    /// at once if there is nobody to ask.
     virtual void waitForAnswer(std::chrono::milliseconds patience) = 0;
 
-    /// Calls `observer` from the event loop after each change, the first answer included if it is not none. One
-    /// observer, which replaces the one before.
+    /// Calls `observer` from the event loop after each change, also after a first answer other than `none`. There is
+    /// one observer; it replaces the previous one.
     virtual void observe(Observer observer) = 0;
 };
 

@@ -8,7 +8,7 @@
 
 namespace morlaine {
 
-/// What other programs of the desktop ask of this one: to come to the front, or to open what the user picked in a file
+/// Requests from other programs of the desktop: to come to the front, or to open items that the user picked in a file
 /// manager. Main thread only.
 class ApplicationService {
 public:
@@ -22,8 +22,8 @@ public:
     ApplicationService(const ApplicationService&) = delete;
     ApplicationService& operator=(const ApplicationService&) = delete;
 
-    /// Answers on the desktop's session bus for as long as the object lives and calls `handlers` from the event loop.
-    /// Does nothing where there is no bus, or where another instance of the program answers already.
+    /// Serves requests on the session bus as long as the object exists, and calls `handlers` from the event loop. Does
+    /// nothing if there is no bus, or if another instance of the program serves them.
     [[nodiscard]] static std::unique_ptr<ApplicationService> native(Handlers handlers);
 };
 

@@ -11,12 +11,12 @@ class QWidget;
 
 namespace morlaine {
 
-/// The desktop's dialog in which people choose one folder. Main thread only.
+/// The desktop's dialog for choosing a folder. Main thread only.
 class FolderChooser {
 public:
     struct Texts {
-        std::optional<std::string> title; // of the dialog; the desktop's own when absent
-        std::string prompt;               // on the button that confirms
+        std::optional<std::string> title; // of the dialog; a default title if absent
+        std::string prompt;               // label of the button that confirms
     };
 
     FolderChooser() = default;
@@ -24,12 +24,12 @@ public:
     FolderChooser(const FolderChooser&) = delete;
     FolderChooser& operator=(const FolderChooser&) = delete;
 
-    /// The running desktop's.
+    /// The implementation for this system.
     [[nodiscard]] static std::unique_ptr<FolderChooser> native();
 
-    /// Opens the dialog above `window`, which takes no input until it is closed, and returns at once. `onChosen` is
-    /// called from the event loop with the folder that was chosen, or never. A second call while the dialog is open
-    /// brings it to the front; closing the window closes it.
+    /// Opens the dialog, modal to `window`, and returns at once. Calls `onChosen` from the event loop with the chosen
+    /// folder, or never. A second call while the dialog is open brings it to the front. Closing the window closes the
+    /// dialog.
     virtual void choose(QWidget& window, const Texts& texts, std::function<void(const FileUrl&)> onChosen) = 0;
 };
 

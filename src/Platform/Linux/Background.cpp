@@ -16,10 +16,10 @@ namespace morlaine {
 
 namespace {
 
-/// The names of the work that runs.
+/// The names of the running work.
 class Registry {
 public:
-    /// Never destroyed, since threads outlive the static objects at the end of the program.
+    /// Never destroyed: threads outlive static objects at exit.
     static Registry& shared()
     {
         static auto* const registry = new Registry;
@@ -64,13 +64,13 @@ void nameThisThread(const std::string& name)
     ::pthread_setname_np(::pthread_self(), name.substr(0, longest).c_str());
 }
 
-/// Both calls mean the calling thread, not the process.
+/// Both calls affect the calling thread only, not the process.
 void yieldToEverythingElse()
 {
     constexpr int lowest = 19;
     ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), lowest);
     constexpr int ofProcess = 1;
-    constexpr int lowestOfBestEffort = 2 << 13 | 7; // the idle class would starve beside a scan
+    constexpr int lowestOfBestEffort = 2 << 13 | 7; // the idle class would starve next to a scan
     ::syscall(SYS_ioprio_set, ofProcess, 0, lowestOfBestEffort);
 }
 
@@ -78,7 +78,7 @@ void run(const std::function<void()>& work) noexcept
 {
     try {
         work();
-    } catch (...) { // the work is over
+    } catch (...) { // ends the work
     }
 }
 
@@ -96,7 +96,7 @@ std::error_code Background::start(const std::string& name, Priority priority, st
                 yieldToEverythingElse();
             }
             run(work);
-            work = nullptr; // before anybody is told that it has ended
+            work = nullptr; // before it counts as ended
             registry.remove(id);
         }).detach();
     } catch (const std::system_error& error) {

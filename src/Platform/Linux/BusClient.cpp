@@ -21,7 +21,7 @@ using namespace std::chrono_literals;
 using namespace std::string_view_literals;
 
 constexpr char byteOrder = std::endian::native == std::endian::little ? 'l' : 'B';
-constexpr std::size_t prologueLength = 16; // of a message, up to its header fields
+constexpr std::size_t prologueLength = 16; // length of a message up to its header fields
 constexpr std::size_t longestMessage = 1U << 20U;
 constexpr std::size_t wordLength = 4;
 constexpr std::size_t structAlignment = 8;
@@ -53,7 +53,7 @@ void appendField(std::string& fields, Field field, char type, std::string_view t
     fields += '\0';
 }
 
-/// Reads the values of a message one after the other; nothing is left once one of them does not fit.
+/// Reads the values of a message one after another. If one does not fit, the rest is skipped.
 class Values {
 public:
     explicit Values(std::string_view bytes) : m_bytes(bytes) {}
@@ -108,9 +108,9 @@ private:
     std::size_t m_offset = 0;
 };
 
-/// A whole message, in place.
+/// A whole message; the views point into the received bytes.
 struct Message {
-    std::size_t length; // with everything
+    std::size_t length; // of the whole message
     MessageType type;
     std::string_view fields;
     std::string_view body;
@@ -141,13 +141,13 @@ Parsing parse(std::string_view bytes, Message& message)
     return Parsing::complete;
 }
 
-/// The number of the call that a message replies to; 0 when it replies to none.
+/// The serial number of the call that a message replies to; 0 if it is no reply.
 std::uint32_t replySerialIn(std::string_view fields)
 {
     Values values(fields);
     while (!values.isAtEnd()) {
         values.alignTo(structAlignment);
-        const std::optional<std::string_view> head = values.bytes(4); // the field and the signature of its value
+        const std::optional<std::string_view> head = values.bytes(4); // the field's code and the signature of its value
         if (!head) {
             break;
         }
@@ -159,7 +159,7 @@ std::uint32_t replySerialIn(std::string_view fields)
     return 0;
 }
 
-/// The part up to the separator, which is taken off along with it.
+/// Removes the part up to the separator, and the separator, from `rest`; returns the part.
 std::string_view nextPart(std::string_view& rest, char separator)
 {
     const std::size_t end = std::min(rest.find(separator), rest.size());
@@ -185,7 +185,7 @@ std::string unescaped(std::string_view value)
     return result;
 }
 
-/// The name of the socket as the system takes it, an abstract one beginning with a zero byte.
+/// The name of the socket as the system expects it; that of an abstract socket begins with a NUL.
 std::optional<std::string> socketNameIn(std::string_view address)
 {
     if (nextPart(address, ':') != "unix") {
@@ -208,7 +208,7 @@ std::optional<std::string> socketNameIn(std::string_view address)
     return std::nullopt;
 }
 
-/// An open descriptor once the socket has accepted. A living bus whose queue of connections is full is given time.
+/// Returns an open descriptor if the socket accepts. Retries until the deadline if the queue of connections is full.
 FileDescriptor connectTo(const std::string& name, BusClient::Clock::time_point deadline)
 {
     sockaddr_un address{};
@@ -272,7 +272,7 @@ void BusClient::connect(std::string_view addresses)
 void BusClient::authenticate()
 {
     const std::string user = hexadecimal(std::to_string(::geteuid()));
-    // Nothing has to wait for the answer before it: all goes in one piece.
+    // None of these needs the answer to the one before, so that all are sent at once.
     if (!send("\0AUTH EXTERNAL "sv) || !send(user) || !send("\r\nBEGIN\r\n") || !send(request(hello))) {
         return;
     }

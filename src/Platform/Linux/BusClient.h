@@ -10,16 +10,16 @@
 
 namespace morlaine {
 
-/// A connection to a message bus that gives up at a deadline, for a question or two before Qt connects:
-/// Qt waits for a bus without limit. Any thread, one at a time.
+/// A connection to a message bus with a deadline. It asks a question or two before Qt connects, which would wait for a
+/// bus without limit. Any thread, one at a time.
 class BusClient {
 public:
     using Clock = std::chrono::steady_clock;
 
     enum class State {
-        connected, // authenticated, and named by the bus
-        dead,      // refused, silent until the deadline, or no bus
-        untried,   // the address names transports that are none of this class's
+        connected, // authenticated, and the bus has assigned a name
+        dead,      // refused, silent until the deadline, or not a bus
+        untried,   // the address uses a transport that this class does not support
     };
 
     struct Call {
@@ -31,15 +31,15 @@ public:
 
     struct Reply {
         bool isError;
-        std::string body; // as it came
+        std::string body; // unparsed
     };
 
-    /// Connects to the first of the addresses, in the notation of `DBUS_SESSION_BUS_ADDRESS`, that accepts.
+    /// Connects to the first of the addresses (in the notation of `DBUS_SESSION_BUS_ADDRESS`) that accepts.
     BusClient(std::string_view addresses, Clock::time_point deadline);
 
     [[nodiscard]] State state() const { return m_state; }
 
-    /// Calls a method that takes nothing, and starts no service for it. Nothing when no reply came in time.
+    /// Calls a method without arguments, and does not start a service for it. Nothing if no reply came in time.
     [[nodiscard]] std::optional<Reply> call(const Call& call);
 
 private:
@@ -54,11 +54,11 @@ private:
     Clock::time_point m_deadline;
     State m_state = State::untried;
     FileDescriptor m_socket;
-    std::string m_received; // and not yet used
+    std::string m_received; // bytes that are not consumed yet
     std::uint32_t m_lastSerial = 0;
 };
 
-/// The text that is the one value of a reply.
+/// The text in a reply that consists of one string.
 [[nodiscard]] std::optional<std::string> textIn(const BusClient::Reply& reply);
 
 } // namespace morlaine

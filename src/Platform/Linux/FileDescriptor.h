@@ -30,7 +30,7 @@ public:
     [[nodiscard]] bool isOpen() const noexcept { return m_descriptor >= 0; }
     [[nodiscard]] int get() const noexcept { return m_descriptor; }
 
-    /// Hands the descriptor over to the caller.
+    /// Transfers ownership to the caller.
     [[nodiscard]] int release() noexcept { return std::exchange(m_descriptor, -1); }
 
 private:

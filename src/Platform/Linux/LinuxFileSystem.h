@@ -4,9 +4,9 @@
 
 namespace morlaine {
 
-/// The file system through Linux's own calls: one statx for each item (a few more for what may be a package), folders
-/// read with large getdents64 calls and measured relative to their descriptor. Nothing is ever opened but folders, and
-/// no link is followed below the folder at which a walk begins.
+/// The file system by Linux system calls: one statx for each item (a few more for possible packages), folders listed by
+/// large getdents64 calls, entries measured relative to the folder's descriptor. Opens nothing but folders, and follows
+/// no link below the top of a walk.
 class LinuxFileSystem final : public FileSystem {
 public:
     [[nodiscard]] std::optional<ResourceValues> resourceValues(const FileUrl& url) const override;

@@ -22,7 +22,7 @@ constexpr std::size_t mostOpenFolders = 16;
 constexpr std::size_t listingBufferSize = std::size_t{32} * 1024;
 constexpr int openFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-/// Without crossing the border of a mount and without following links, by the kernel's own means.
+/// The kernel refuses to cross a mount point or to follow a link.
 FileDescriptor openByOpenat2(int folder, const char* name)
 {
     open_how how = {};
@@ -31,7 +31,7 @@ FileDescriptor openByOpenat2(int folder, const char* name)
     return FileDescriptor(static_cast<int>(::syscall(SYS_openat2, folder, name, &how, sizeof how)));
 }
 
-/// The same for kernels that have no such means: what is mounted in the same file system goes unnoticed.
+/// For kernels without openat2. Does not notice a mount of the same file system.
 FileDescriptor openOnSameDevice(int folder, const char* name)
 {
     FileDescriptor opened(::openat(folder, name, openFlags));
@@ -87,7 +87,7 @@ std::unique_ptr<Folder> LinuxFolder::folder(std::string_view name)
     return std::make_unique<LinuxFolder>(*this, name);
 }
 
-/// Null when the folder cannot be opened, or another has taken its place. `failure` is why, an errno.
+/// Null if the folder cannot be opened, or if another one has taken its place; `failure` is then the errno.
 LinuxFolder::Handle LinuxFolder::open(int& failure)
 {
     std::vector<LinuxFolder*> closed;
@@ -117,7 +117,7 @@ FileDescriptor LinuxFolder::openForListing()
     return descriptor;
 }
 
-/// The nearest folder on the way up that is open, or null, and those below it that are not, innermost first.
+/// The nearest open folder on the way up, or null; `closed` gets the closed ones below it, innermost first.
 LinuxFolder::Handle LinuxFolder::openOrAbove(std::vector<LinuxFolder*>& closed)
 {
     const std::lock_guard lock(m_state.mutex);
@@ -132,7 +132,7 @@ LinuxFolder::Handle LinuxFolder::openOrAbove(std::vector<LinuxFolder*>& closed)
     return nullptr;
 }
 
-/// When descriptors run out, those of the walk itself are the ones to give up.
+/// If descriptors run out, closes other folders of this walk and tries again.
 FileDescriptor LinuxFolder::openFrom(const Handle& above)
 {
     for (;;) {
@@ -168,7 +168,7 @@ FileDescriptor LinuxFolder::openWithin(const FileDescriptor& folder, const char*
     return openOnSameDevice(folder.get(), name);
 }
 
-/// Null when it is not the folder that was set aside. Another thread may have opened it again meanwhile.
+/// Null if it is not the folder that was closed before. Another thread may have reopened the folder meanwhile.
 LinuxFolder::Handle LinuxFolder::keep(FileDescriptor descriptor)
 {
     const std::lock_guard lock(m_state.mutex);
@@ -199,7 +199,7 @@ bool LinuxFolder::setOneAside()
     return true;
 }
 
-/// The longest unused of the open folders.
+/// Closes the least recently used folder. Requires `this` to be that one.
 void LinuxFolder::setAside()
 {
     m_isSetAside = true;
@@ -208,7 +208,8 @@ void LinuxFolder::setAside()
     m_state.openFolders.pop_front();
 }
 
-/// Saves the way back from the start of a very deep walk. A folder that was moved meanwhile has another parent.
+/// Avoids reopening a very deep path from its top. If the folder was moved meanwhile, ".." is another folder, which
+/// `keep` refuses.
 void LinuxFolder::reopenParent(const FileDescriptor& from)
 {
     if (m_parent == nullptr || !m_parent->m_isSetAside) {
@@ -219,7 +220,7 @@ void LinuxFolder::reopenParent(const FileDescriptor& from)
     }
 }
 
-/// Asks nobody but this machine, so that it never waits.
+/// Does not ask a file server, so that it never blocks.
 std::optional<LinuxFolder::Identity> LinuxFolder::identityOf(const FileDescriptor& descriptor)
 {
     struct statx status;

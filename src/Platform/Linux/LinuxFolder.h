@@ -19,21 +19,21 @@ namespace morlaine {
 
 class LinuxFolder;
 
-/// What all folders of one walk share. Any thread.
+/// State shared by all folders of one walk. Any thread.
 struct WalkState {
-    BriefMutex mutex;                     // for the next, and for the descriptors of all folders
-    std::deque<LinuxFolder*> openFolders; // longest unused first
-    std::atomic<bool> hasOpenat2 = true;  // until the kernel, or a filter of system calls, says otherwise
-    std::optional<WalkedVolume> volume;   // known when the top is first opened, which comes before everything
+    BriefMutex mutex;                     // protects `openFolders` and the descriptors of all folders
+    std::deque<LinuxFolder*> openFolders; // least recently used first
+    std::atomic<bool> hasOpenat2 = true;  // until a call fails with ENOSYS or EPERM
+    std::optional<WalkedVolume> volume;   // set when the top is first opened, before any other folder
 };
 
-/// A folder of a walk. It is opened when it is listed, relative to the one above it, unless something has been mounted
-/// there, and stays open where folders are in it. Only those used last do (fewer when descriptors run out); one that
-/// was closed is found again through ".." of a folder in it, or from the start of the walk, and cannot be listed when
-/// another stands there.
+/// A folder of a walk. Opened when it is listed, relative to its parent; fails if it has become a mount point. It stays
+/// open if it has subfolders, but only the most recently used folders do (fewer if descriptors run out). A closed one is
+/// reopened through ".." of a folder inside it, or from the top of the walk; this fails if another folder has taken its
+/// place.
 class LinuxFolder final : public Folder {
 public:
-    /// The folder at the absolute `path`, at which a walk begins.
+    /// The top folder of a walk, at the absolute `path`.
     explicit LinuxFolder(std::string path);
     LinuxFolder(LinuxFolder& parent, std::string_view name);
     ~LinuxFolder() override;
@@ -48,7 +48,7 @@ private:
         std::uint64_t inode = 0;
         friend bool operator==(const Identity&, const Identity&) = default;
     };
-    using Handle = std::shared_ptr<const FileDescriptor>; // open as long as a thread uses it
+    using Handle = std::shared_ptr<const FileDescriptor>; // stays open while a thread uses it
 
     [[nodiscard]] static std::optional<Identity> identityOf(const FileDescriptor& descriptor);
 
@@ -66,13 +66,13 @@ private:
     void reopenParent(const FileDescriptor& from);
 
     LinuxFolder* const m_parent;
-    const std::string m_name;                    // the whole path where there is no parent
-    const std::unique_ptr<WalkState> m_ownState; // of the top
+    const std::string m_name;                    // the whole path for the top
+    const std::unique_ptr<WalkState> m_ownState; // of the top only
     WalkState& m_state;
     Handle m_descriptor;
-    std::optional<Identity> m_identity; // known once the folder has been set aside
+    std::optional<Identity> m_identity; // known once the folder has been closed
     std::atomic<bool> m_isSetAside = false;
-    bool m_wasKept = false; // open, at least for a while, for the folders in it
+    bool m_wasKept = false; // was left open for its subfolders
     bool m_lackedDescriptors = false;
 };
 

@@ -30,7 +30,7 @@ std::optional<std::int64_t> bytesOf(fsblkcnt_t blocks, unsigned long blockSize)
     return __builtin_mul_overflow(blocks, blockSize, &bytes) ? std::nullopt : std::optional(bytes);
 }
 
-/// The block device that a device file stands for, links followed.
+/// The device number of a block device file, links followed.
 std::optional<dev_t> blockDevice(const char* path)
 {
     struct stat status {};
@@ -38,8 +38,8 @@ std::optional<dev_t> blockDevice(const char* path)
     return isBlockDevice ? std::optional(status.st_rdev) : std::nullopt;
 }
 
-/// Asks about several mounts and forgets those that do not answer in time. The background work holds what it touches,
-/// so that a call which never returns keeps nobody waiting.
+/// Queries several mounts and gives up those that do not answer in time. The background work owns everything that it
+/// touches, so that a call that never returns does not block anybody.
 class CapacityRound {
 public:
     CapacityRound(std::shared_ptr<const MountQueries> queries, std::size_t count)
@@ -67,7 +67,7 @@ public:
         }
     }
 
-    /// What is known when all have answered or the time is over.
+    /// The answers that are known when all have arrived or at `end`.
     [[nodiscard]] std::vector<std::optional<Capacity>> answersUntil(std::chrono::steady_clock::time_point end)
     {
         std::unique_lock lock(m_answers->mutex);
@@ -108,8 +108,8 @@ std::string LinuxMountQueries::mountInfo() const
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// Qt's own class for this takes the path as text, in which a name that is not UTF-8 is lost, and looks through
-// the mount table and the folders above the path on its own.
+// QStorageInfo takes the path as text, which breaks names that are not UTF-8. It also searches the mount table and the
+// parent folders.
 std::optional<Capacity> LinuxMountQueries::capacity(const std::string& mountPoint) const
 {
     struct stat status {};
@@ -121,7 +121,7 @@ std::optional<Capacity> LinuxMountQueries::capacity(const std::string& mountPoin
     return Capacity{bytesOf(values.f_blocks, values.f_frsize), bytesOf(values.f_bavail, values.f_frsize)};
 }
 
-// libblkid finds a label by reading the device, which takes root, or by its own cache, which only root fills.
+// libblkid reads labels from the device, which takes root, or from its cache, which only root fills.
 std::string LinuxMountQueries::label(const std::string& source) const
 {
     const std::optional<dev_t> device = source.starts_with("/dev/") ? blockDevice(source.c_str()) : std::nullopt;

@@ -8,7 +8,7 @@
 
 namespace morlaine {
 
-/// What there is to ask about mounts. Any thread, several at a time.
+/// Queries about mounts, a seam for tests. Any thread, several at a time.
 class MountQueries {
 public:
     struct Capacity {
@@ -21,18 +21,18 @@ public:
     MountQueries(const MountQueries&) = delete;
     MountQueries& operator=(const MountQueries&) = delete;
 
-    /// The mount table in the form of /proc/self/mountinfo; empty when it cannot be read. Answers at once.
+    /// The mount table in the format of /proc/self/mountinfo; empty if it cannot be read. Never blocks.
     [[nodiscard]] virtual std::string mountInfo() const = 0;
 
-    /// The capacity of the file system mounted there; nothing when that fails or the mount point is no folder. May take
-    /// for ever.
+    /// The capacity of the file system at a mount point; nothing if the query fails or the mount point is not a folder.
+    /// May block forever.
     [[nodiscard]] virtual std::optional<Capacity> capacity(const std::string& mountPoint) const = 0;
 
-    /// The label of the device file, in the bytes that the disk has; empty when there is none. Answers at once.
+    /// The label of a device file, in the bytes on the disk; empty if it has none. Never blocks.
     [[nodiscard]] virtual std::string label(const std::string& source) const = 0;
 };
 
-/// The kernel's answers.
+/// The kernel's and udev's answers.
 class LinuxMountQueries final : public MountQueries {
 public:
     [[nodiscard]] std::string mountInfo() const override;
@@ -40,12 +40,12 @@ public:
     [[nodiscard]] std::string label(const std::string& source) const override;
 };
 
-/// The name behind a link in /dev/disk/by-label, where bytes that may not stand in a file name are written `\x20`.
+/// Decodes the name of a link in /dev/disk/by-label, in which udev writes special bytes as `\x20`.
 [[nodiscard]] std::string decodedLabel(std::string_view linkName);
 
 class LinuxVolumes final : public Volumes {
 public:
-    /// All volumes that may not answer at once together have until `patience` is over.
+    /// The volumes that may block have `patience` in all to answer.
     LinuxVolumes(std::shared_ptr<const MountQueries> queries, std::chrono::milliseconds patience);
 
     [[nodiscard]] std::vector<MountedVolume> mountedVolumes() const override;

@@ -17,7 +17,7 @@ struct MainThreadQueue::Channel {
     Channel() : wakeUp(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK | EFD_SEMAPHORE))
     {
         if (wakeUp < 0) {
-            std::abort(); // out of descriptors before anything was opened
+            std::abort(); // out of descriptors
         }
     }
     ~Channel() { ::close(wakeUp); }
@@ -38,7 +38,7 @@ void MainThreadQueue::Poster::post(Task task) const
     }
     m_channel->tasks.push_back(std::move(task));
     const std::uint64_t one = 1;
-    // The counter holds one for each task that waits; it cannot fill up before the memory does.
+    // The counter holds the number of waiting tasks and cannot overflow.
     [[maybe_unused]] const auto written = ::write(m_channel->wakeUp, &one, sizeof one);
 }
 
@@ -52,7 +52,7 @@ MainThreadQueue::MainThreadQueue()
 
 MainThreadQueue::~MainThreadQueue()
 {
-    // Destroyed behind the lock: a task may own something that posts when it goes.
+    // Destroyed after the lock is released: a task may own an object that posts in its destructor.
     std::deque<Task> abandoned;
     const std::lock_guard lock(m_channel->mutex);
     m_channel->isOpen = false;
@@ -71,11 +71,11 @@ bool MainThreadQueue::runNext(const std::shared_ptr<Channel>& channel)
         task = std::move(channel->tasks.front());
         channel->tasks.pop_front();
     }
-    task(); // may run an event loop of its own, or destroy the queue
+    task(); // may run a nested event loop, or destroy the queue
     return true;
 }
 
-/// Runs what waits by now. What comes meanwhile has its turn behind the loop's other events.
+/// Runs the tasks that wait now. Tasks posted meanwhile run after the event loop's other events.
 void MainThreadQueue::runWaiting(const std::shared_ptr<Channel>& channel)
 {
     std::size_t waiting = 0;

@@ -20,7 +20,7 @@ constexpr int statxFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT;
 constexpr unsigned statxMask = STATX_TYPE | STATX_SIZE | STATX_BLOCKS;
 constexpr std::uint64_t blockSize = 512;
 
-/// Extensions under which people see one thing and not a folder, in lower case.
+/// Lower-case extensions of folders that are shown as one item.
 constexpr std::array<std::string_view, 9> packageExtensions{"app",      "appex",       "bundle", "kext", "plugin",
                                                             "prefpane", "qlgenerator", "saver",  "xpc"};
 
@@ -33,7 +33,7 @@ bool hasPackageExtension(std::string_view path)
     });
 }
 
-/// A link in the place of `Contents` may lead anywhere, so it is looked at first.
+/// Checks `Contents` itself first: a link there could lead anywhere.
 bool holdsBundleInformation(int folder, const char* name)
 {
     struct statx status;
@@ -43,7 +43,7 @@ bool holdsBundleInformation(int folder, const char* name)
            ::statx(folder, information.c_str(), statxFlags, STATX_TYPE, &status) == 0;
 }
 
-/// What a file system claims may be more than a size can hold.
+/// Saturates: a file system may report more than a size can hold.
 std::uint64_t product(std::uint64_t count, std::uint64_t unit, std::uint64_t most)
 {
     return unit != 0 && count > most / unit ? most : count * unit;
@@ -60,7 +60,7 @@ std::uint64_t deviceOf(const struct statx& status)
     return makedev(status.stx_dev_major, status.stx_dev_minor);
 }
 
-/// For kernels that do not mark mount points: a folder on another device than the one it stands in.
+/// For kernels that do not mark mount points: whether a folder is on another device than its parent.
 bool isOnOtherDeviceThanParent(int folder, const char* name, const struct statx& status)
 {
     struct statx parent;
@@ -129,7 +129,7 @@ std::optional<PathStart> startOfPath(std::string_view path)
     while (start.rest.size() >= PATH_MAX) {
         const std::size_t slash = start.rest.rfind('/', PATH_MAX - 2);
         if (slash == std::string_view::npos || slash == 0) {
-            return std::nullopt; // a component that no file system can hold
+            return std::nullopt; // a component longer than any file system supports
         }
         const std::string piece(start.rest.substr(0, slash));
         start.folder = FileDescriptor(::openat(start.anchor(), piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));

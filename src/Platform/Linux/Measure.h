@@ -10,34 +10,34 @@
 
 namespace morlaine {
 
-/// What is known of the volume on which a walk goes.
+/// The volume of a walk.
 struct WalkedVolume {
     std::optional<std::uint64_t> identifier;
-    std::uint64_t capacity = std::numeric_limits<std::uint64_t>::max(); // bytes, free and used; the most when unknown
+    std::uint64_t capacity = std::numeric_limits<std::uint64_t>::max(); // bytes, free and used; the maximum if unknown
 };
 
-/// The values of the item `name` (NUL-terminated) relative to the open folder `folder`, by one statx. A file counts
-/// as part of `volume` where that has an identifier: file systems that are stacked on others may give each file the
-/// device of the one it comes from, and a file that really is on another volume is a mount point.
+/// The values of the item `name` (NUL-terminated) relative to the open folder `folder`. A file gets the identifier of
+/// `volume`, if that is known: stacked file systems may report the device of a lower layer for each file, and a file
+/// that really is on another volume is a mount point.
 [[nodiscard]] std::optional<ResourceValues> measure(int folder, const char* name, const WalkedVolume& volume);
 
-/// The number under which all items of an open folder's volume are known.
+/// The identifier that all items of an open folder's volume have.
 [[nodiscard]] std::optional<std::uint64_t> volumeOf(int descriptor);
 
-/// The volume of an open folder at which a walk begins. File systems that are stacked on others tell the capacity of
-/// one of them only, so theirs is unknown.
+/// The volume of an open folder, the top of a walk. The capacity of a stacked file system is unknown: it reports that
+/// of one layer only.
 [[nodiscard]] WalkedVolume walkedVolume(int descriptor);
 
-/// A path that the kernel may find too long, taken as far as it is needed.
+/// A path whose beginning is opened if it is too long for one system call.
 struct PathStart {
-    FileDescriptor folder; // closed when `rest` is the whole path
-    std::string_view rest; // what remains to be named, short enough for one call
+    FileDescriptor folder; // closed if `rest` is the whole path
+    std::string_view rest; // the rest of the path, short enough for one call
 
     [[nodiscard]] int anchor() const noexcept;
 };
 
-/// Opens the folders at the beginning of an overlong absolute path, of which `path` stays the owner. Nothing when one
-/// of them cannot be opened.
+/// Opens folders at the beginning of an overlong absolute path. The result points into `path`. Nothing if one of the
+/// folders cannot be opened.
 [[nodiscard]] std::optional<PathStart> startOfPath(std::string_view path);
 
 } // namespace morlaine

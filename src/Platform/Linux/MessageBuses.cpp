@@ -22,7 +22,7 @@ std::string variable(const char* name)
     return value == nullptr ? std::string() : std::string(value);
 }
 
-/// Where Qt looks for the session bus; empty where it would ask for one to be started.
+/// Where Qt looks for the session bus; empty if Qt would ask for one to be started.
 std::string sessionAddress()
 {
     const std::string address = variable("DBUS_SESSION_BUS_ADDRESS");
@@ -36,7 +36,7 @@ bool isAliveUntil(std::string_view address, Clock::time_point deadline)
     return BusClient(address, deadline).state() != BusClient::State::dead;
 }
 
-/// What the session names as the bus of assistive programs, if it names one, has to be alive.
+/// If the session bus names an accessibility bus, that one has to be alive.
 bool isAccessibilityAlive(BusClient& session, Clock::time_point deadline)
 {
     const std::optional<BusClient::Reply> reply = session.call(accessibilityAddress);
@@ -55,7 +55,7 @@ MessageBuses MessageBuses::probe(std::chrono::milliseconds patience)
     MessageBuses buses;
     BusClient session(sessionAddress(), deadline);
     buses.session = session.state() != BusClient::State::dead;
-    const std::string preset = variable("AT_SPI_BUS_ADDRESS"); // comes before what the session names
+    const std::string preset = variable("AT_SPI_BUS_ADDRESS"); // takes precedence over the address from the session bus
     if (!preset.empty()) {
         buses.accessibility = isAliveUntil(preset, deadline);
     } else if (session.state() == BusClient::State::connected) {

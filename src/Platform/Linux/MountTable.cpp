@@ -25,8 +25,8 @@ struct Entry {
     std::string_view source;
 };
 
-/// Of the kernel, in memory, triggers of automatic mounts, and the images of installed packages. libmount's own list of
-/// pseudo file systems also holds some that people call volumes: fuse, overlay, virtiofs, vboxsf.
+/// Kernel and memory file systems, automount triggers, and images of installed packages. libmount's own list of pseudo
+/// file systems also contains some that people call volumes: fuse, overlay, virtiofs, vboxsf.
 constexpr std::array<std::string_view, 32> systemTypes = {
     "autofs",     "binder",    "binfmt_misc", "bpf",      "cgroup",     "cgroup2", "configfs",  "debugfs",
     "devpts",     "devtmpfs",  "efivarfs",    "erofs",    "functionfs", "fusectl", "hugetlbfs", "mqueue",
@@ -39,10 +39,10 @@ constexpr std::array<std::string_view, 4> systemFuseTypes = {
     "fuse.snapfuse",
     "fuse.squashfuse",
 };
-/// What a container sees as its whole system; elsewhere these are the containers' inner mounts.
+/// The root file system of a container; elsewhere these are mounts of the containers themselves.
 constexpr std::array<std::string_view, 3> layeredTypes = {"aufs", "fuse.fuse-overlayfs", "overlay"};
 
-/// /etc for the single files that containers have mounted there.
+/// Includes /etc because containers have single files mounted there.
 constexpr std::array<std::string_view, 7> systemFolders = {"/boot", "/dev", "/efi", "/etc", "/proc", "/run", "/sys"};
 
 std::string_view textOf(const char* text)
@@ -55,13 +55,13 @@ bool contains(std::span<const std::string_view> names, std::string_view name)
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-/// Whether `path` is `folder` or lies in it.
+/// Whether `path` is `folder` or lies inside it.
 bool isWithin(std::string_view path, std::string_view folder)
 {
     return folder == "/" || (path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/'));
 }
 
-/// The texts of the result lie in `table`.
+/// The views in the result point into `table`.
 std::vector<Entry> entriesOf(libmnt_table& table)
 {
     std::vector<Entry> entries;
@@ -81,7 +81,7 @@ std::vector<Entry> entriesOf(libmnt_table& table)
     return entries;
 }
 
-/// Null when memory runs out. libmount parses the text alone: it asks nothing of the mounts themselves, which may hang.
+/// Null if memory runs out. libmount only parses the text: it does not touch the mounts themselves, which may hang.
 TablePointer parsed(std::string_view mountInfo)
 {
     std::string text(mountInfo);
@@ -92,7 +92,7 @@ TablePointer parsed(std::string_view mountInfo)
     return isParsed ? std::move(table) : TablePointer(nullptr, &mnt_unref_table);
 }
 
-/// The mounts as they are stacked: each hangs on another, at its mount point or somewhere inside.
+/// How mounts are stacked: each is mounted on another one, at its mount point or somewhere inside it.
 class Stack {
 public:
     explicit Stack(const std::vector<Entry>& entries)
@@ -103,7 +103,7 @@ public:
         }
     }
 
-    /// Whether another mount took the place of this one, or of something on the way to it.
+    /// Whether another mount covers this one, or a folder on the way to it.
     [[nodiscard]] bool isHidden(const Entry& entry) const
     {
         const auto takesItsPlace = [&entry](const Entry* other) {
@@ -125,12 +125,11 @@ private:
                                                       : isWithin(entry.mountPoint, sibling.mountPoint);
     }
 
-    /// What was mounted on the same parent at the same place or above it was mounted later, or else this mount would
-    /// hang on that one.
+    /// A mount on the same parent at the same place or above is newer: otherwise this one would be mounted on it.
     [[nodiscard]] bool isOutOfReach(const Entry& mount) const
     {
         const Entry* entry = &mount;
-        // No table is deeper than it is long, unless it is broken. The first mount of all hangs on itself.
+        // No chain is longer than the table, unless the table is broken. The first mount is its own parent.
         for (std::size_t steps = 0; steps < m_byId.size() && entry->parent != entry->id; ++steps) {
             const std::span<const Entry* const> siblings = onTopOf(entry->parent);
             if (std::ranges::any_of(siblings, [entry](const Entry* other) { return isCutOff(*entry, *other); })) {
@@ -165,7 +164,7 @@ bool isPlaceForPeople(std::string_view mountPoint)
            std::ranges::none_of(systemFolders, [&](std::string_view folder) { return isWithin(mountPoint, folder); });
 }
 
-/// Whether asking for a path here may have to wait for something that is not this machine's kernel or disk.
+/// Whether asking for a path here may have to wait for more than this machine's kernel and disks.
 bool mayHang(const Entry& entry)
 {
     const bool isOnDisk = entry.source.starts_with("/dev/") && !entry.type.starts_with("fuse");

@@ -6,17 +6,17 @@
 
 namespace morlaine {
 
-/// A mount that people would call a volume.
+/// A mount that is a volume to the user.
 struct Mount {
     std::string mountPoint; // exact bytes
-    std::string source;     // what is mounted there: a device file, a server's share, a pool
-    bool answersAtOnce;     // it lies on this machine's own disks, and so does the way to it
+    std::string source;     // what is mounted: a device file, a server's share, a pool
+    bool answersAtOnce;     // the mount and the way to it are on local disks
 };
 
-/// The mounts that people would call volumes, in the order of the table; `mountInfo` is a text in the form of
-/// /proc/self/mountinfo, of which broken lines are passed over. What is mounted over, belongs to the kernel, to
-/// packages, containers or the boot loader, or is hidden is left out. A file system that is mounted in several places
-/// is listed once, at "/" if it is there, else where the table has it first.
+/// The mounts that are volumes to the user, in the order of the table. `mountInfo` is in the format of
+/// /proc/self/mountinfo; broken lines are skipped. Leaves out mounts that are covered by others, hidden, or belong to
+/// the kernel, packages, containers or the boot loader. A file system with several mounts is listed once: at "/" if it
+/// is there, else at its first place in the table.
 [[nodiscard]] std::vector<Mount> mountsForPeople(std::string_view mountInfo);
 
 } // namespace morlaine

@@ -29,7 +29,7 @@ constexpr std::string_view temporaryStart = ".morlaine-";
 constexpr std::string_view temporaryEnd = ".tmp";
 constexpr std::string_view randomPart = "-XXXXXX";
 
-/// Where the names of the temporary files for `target` begin.
+/// The prefix of the paths of temporary files for `target`.
 std::string temporaryPrefix(const std::string& target)
 {
     const std::size_t name = target.rfind('/') + 1;
@@ -80,7 +80,7 @@ std::string folderOf(const std::string& path)
     return path.substr(0, path.rfind('/') + 1);
 }
 
-/// The kernel's own stamps change a few hundred times a second, which leaves quick saves without an order.
+/// The kernel's clock for time stamps ticks a few hundred times a second, too slow to order quick saves.
 void stampExactly(int descriptor)
 {
     timespec times[2] = {{0, UTIME_OMIT}, {}};
@@ -136,8 +136,8 @@ AtomicFile::AtomicFile(const FileUrl& target) : m_target(target.path())
     }
 }
 
-/// Another program that looks for abandoned files may take the new one for such until it is locked. False when that
-/// has happened, so that another must be made.
+/// Until the new file is locked, another program may remove it as abandoned. False in that case; the caller then makes
+/// another.
 bool AtomicFile::openTemporary()
 {
     m_temporary = temporaryPrefix(m_target).append(randomPart).append(temporaryEnd);

@@ -23,7 +23,7 @@ std::string homeFolder()
     return user != nullptr && user->pw_dir != nullptr && *user->pw_dir == '/' ? user->pw_dir : "/";
 }
 
-/// What the variable says, or `usual` where it says nothing; a relative path does not count.
+/// The value of the variable; `usual` if it is unset or a relative path.
 std::string baseFolder(const char* variable, const std::string& usual)
 {
     const QByteArray folder = qgetenv(variable);
@@ -43,8 +43,8 @@ std::vector<FileUrl> applicationSupportFolders()
     return {FileUrl::fromPath(baseFolder("XDG_DATA_HOME", homeFolder() + "/.local/share"))};
 }
 
-// Qt knows these folders too, but as text, in which a name that is not UTF-8 is lost; and it takes a folder
-// that the user does not want for the home folder.
+// QStandardPaths returns these as text, which breaks names that are not UTF-8. It also returns the home folder for a
+// folder that the user has disabled.
 UserFolders UserFolders::current()
 {
     const std::string home = homeFolder();

@@ -26,7 +26,7 @@ void passOn(int signal)
     errno = error;
 }
 
-/// A thread of its own can take locks, which a signal handler cannot, and does not depend on the main thread.
+/// Runs on its own thread: it may take locks, which a signal handler may not, and does not depend on the main thread.
 void awaitSignal()
 {
     unsigned char signal = 0;

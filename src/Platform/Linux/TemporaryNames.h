@@ -6,19 +6,19 @@
 
 namespace morlaine {
 
-/// The temporary files that this program is writing, for removing them when a signal ends it. Any thread.
+/// The temporary files that this program is writing. They are removed when a signal ends it. Any thread.
 class TemporaryNames {
 public:
-    /// Never destroyed, since threads outlive `main`.
+    /// Never destroyed: threads outlive `main`.
     [[nodiscard]] static TemporaryNames& shared();
 
-    /// Makes a file for reading and writing after the pattern in `path` (see mkostemps), which becomes its path.
-    /// Returns its descriptor, below 0 when it cannot be made.
+    /// Makes a file for reading and writing. `path` is a pattern (see mkostemps) and becomes the file's path. Returns
+    /// the descriptor, or a negative number on failure.
     [[nodiscard]] int make(std::string& path, int suffixLength);
 
     void forget(const std::string& path);
 
-    /// Removes the files. From then on none can be made: the caller must end the program.
+    /// Removes the files and blocks the creation of others. The caller must end the program.
     void removeForGood();
 
 private:

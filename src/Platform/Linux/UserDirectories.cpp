@@ -9,7 +9,7 @@ namespace {
 constexpr std::string_view blanks = " \t";
 constexpr std::string_view homeVariable = "$HOME";
 
-/// Whether `text` goes on with `prefix`, which is then taken off.
+/// Removes `prefix` from `text`; false if `text` does not begin with it.
 bool skip(std::string_view& text, std::string_view prefix)
 {
     const bool isThere = text.starts_with(prefix);
@@ -27,7 +27,7 @@ std::string_view withoutTrailingSlashes(std::string_view path)
     return path.substr(0, path.find_last_not_of('/') + 1);
 }
 
-/// The text up to the closing quote; a backslash makes the character behind it stand for itself.
+/// The text up to the closing quote. A backslash quotes the character behind it.
 std::string unquoted(std::string_view text)
 {
     std::string result;
@@ -38,8 +38,8 @@ std::string unquoted(std::string_view text)
     return result;
 }
 
-/// The path that a line such as `XDG_DESKTOP_DIR="$HOME/Desktop"` gives `key`; nothing for any other line. Absolute
-/// paths and such in the home folder are all that these files may hold.
+/// The path that a line such as `XDG_DESKTOP_DIR="$HOME/Desktop"` assigns to `key`; nothing for any other line. These
+/// files may only contain absolute paths and paths in the home folder.
 std::optional<std::string> pathInLine(std::string_view line, std::string_view key, std::string_view home)
 {
     skipBlanks(line);

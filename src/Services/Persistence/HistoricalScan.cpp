@@ -120,7 +120,7 @@ private:
         return refuse("unexpected type of " + where + ", found " + std::string(found));
     }
 
-    /// Puts the value of the current member in its place; false when it is of the wrong kind.
+    /// Assigns the value of the current member; false if its type is wrong.
     [[nodiscard]] bool assign(HistoricalScan& scan, const JsonScalar& value) const
     {
         const auto* text = std::get_if<std::string_view>(&value);

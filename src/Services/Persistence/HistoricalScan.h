@@ -28,10 +28,10 @@ struct HistoricalScan {
     friend bool operator==(const HistoricalScan&, const HistoricalScan&) = default;
 };
 
-/// Writes the list as an indented JSON array to `sink` (open for writing). False when the sink takes no more.
+/// Writes the list as an indented JSON array to `sink` (open for writing). False when writing fails.
 [[nodiscard]] bool encodeHistory(std::span<const HistoricalScan> history, QIODevice& sink);
 
-/// Reads such an array from `source` (open for reading) to its end; any fault fails it as a whole.
+/// Reads such an array from `source` (open for reading) to its end. Any error rejects it as a whole.
 [[nodiscard]] std::variant<std::vector<HistoricalScan>, DecodeError> decodeHistory(QIODevice& source);
 
 } // namespace morlaine

@@ -31,8 +31,8 @@ FileUrl preferredApplicationSupport()
     return folders.front();
 }
 
-/// What `decode` makes of the file; nothing when it cannot be read or decoded. Throws std::bad_alloc, since a file for
-/// which memory does not suffice must not be taken for a broken one.
+/// Reads and decodes a file; nothing when it cannot be read or decoded. Throws std::bad_alloc: running out of memory
+/// does not mean that the file is broken.
 template <typename Value>
 std::optional<Value> decodedFile(const FileUrl& url, std::variant<Value, DecodeError> (*decode)(QIODevice&))
 {
@@ -64,8 +64,8 @@ PersistenceManager::PersistenceManager(const FileUrl& applicationSupport)
     tidyUp();
 }
 
-/// Removes what programs that were killed have left, and takes back the newest list that is whole when a crash of the
-/// machine has left the last one broken.
+/// Removes temporary files of programs that were killed. If a crash of the machine has broken the list, restores the
+/// newest older list that can be read.
 void PersistenceManager::tidyUp() const
 {
     for (const AtomicFile::Abandoned& unfinished : AtomicFile::abandonedIn(m_scansDirectoryURL)) {
@@ -98,7 +98,7 @@ HistoricalScan PersistenceManager::saveScan(const FileNode& rootNode, std::int64
 {
     HistoricalScan scan{Uuid::random(), validUtf8(rootNode.url().path()), Date::now(), rootNode.size(), filesCount,
                         dirsCount};
-    // The temporary file is there before the entry, so that whoever deletes the entry finds the one to remove.
+    // Made before the entry, so that deleting the entry also finds and removes this file.
     const auto file = std::make_shared<AtomicFile>(treeUrl(scan.id));
     std::vector<HistoricalScan> history = loadHistory();
     history.push_back(scan);

@@ -10,37 +10,37 @@
 
 namespace morlaine {
 
-/// Keeps finished scans on disk, to be opened again without scanning: a list of them in `history.json` and the tree of
-/// each in `Scans/<ID>.json`, below the user's folder for application data. Everything is readable by this user alone.
+/// Keeps finished scans on disk, so that they open again without scanning: a list in `history.json`, and the tree of
+/// each scan in `Scans/<ID>.json`, below the user's folder for application data. All files are readable by this user
+/// only.
 ///
-/// No operation reports a failure: what cannot be read is not there, and what cannot be written leaves the old file
-/// whole. Where memory does not suffice to read a file, std::bad_alloc is thrown and nothing on disk is changed. The
-/// list is read afresh and written whole by each operation and nothing is kept in memory; of two programs that save at
-/// the same moment, one may lose the other's entry in the list (never a tree, nor the list as such). Main thread only;
-/// the tree files are written on a thread of their own.
+/// No operation reports a failure: an unreadable file counts as missing, and a failed write leaves the old file
+/// unchanged. If memory runs out while a file is read, std::bad_alloc is thrown and nothing on disk changes. Nothing is
+/// cached: each operation reads the list and writes it whole. If two programs save at the same moment, one may lose the
+/// other's entry, but never a tree or the whole list. Main thread only; tree files are written in the background.
 class PersistenceManager {
 public:
-    /// The one store, made on first use. Ends the program where there is no folder for application data at all.
+    /// The default store, made on first use. Ends the program if the user has no folder for application data.
     [[nodiscard]] static PersistenceManager& shared();
 
-    /// A store below another folder for application data.
+    /// A store below the given folder for application data.
     explicit PersistenceManager(const FileUrl& applicationSupport);
     PersistenceManager(const PersistenceManager&) = delete;
     PersistenceManager& operator=(const PersistenceManager&) = delete;
 
-    /// The saved scans, newest first; those of the same date as they stand in the file.
+    /// The saved scans, newest first; scans of the same date in the order of the file.
     [[nodiscard]] std::vector<HistoricalScan> loadHistory() const;
 
-    /// Records a finished scan, and returns its entry while the tree is still being written behind everything else.
+    /// Records a finished scan and returns its entry. The tree is written in the background.
     HistoricalScan saveScan(const FileNode& rootNode, std::int64_t filesCount, std::int64_t dirsCount);
 
-    /// The tree of a saved scan; nothing when its file is missing, not yet complete, or broken.
+    /// The tree of a saved scan; nothing if its file is missing, incomplete or broken.
     [[nodiscard]] std::optional<FileNode> loadScanTree(const Uuid& id) const;
 
-    /// Removes a scan from the list and its tree from the disk.
+    /// Removes a scan from the list, and its tree.
     void deleteScan(const Uuid& id);
 
-    /// Empties the list and removes whatever lies in `Scans`, whoever put it there.
+    /// Empties the list and the folder `Scans`, foreign files included.
     void clearAllHistory();
 
 private:

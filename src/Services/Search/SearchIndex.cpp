@@ -13,7 +13,7 @@ namespace morlaine {
 
 namespace {
 
-/// Qt's conversion to UTF-8 would make a question mark of half a surrogate pair.
+/// Qt's conversion to UTF-8 would turn a lone surrogate into a question mark.
 void replaceLoneSurrogates(QString& text)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -33,7 +33,7 @@ std::string queryFromText(const QString& text)
     return lowercased({trimmed.data(), static_cast<std::size_t>(trimmed.size())});
 }
 
-/// Calls `visit(position)` for each bit that is set, and clears it where that returns false.
+/// Calls `visit(position)` for each set bit, and clears the bit if it returns false.
 template <typename Visit>
 void sift(std::vector<std::uint64_t>& marks, Visit visit)
 {
@@ -62,7 +62,7 @@ std::vector<Tree::Position> positionsOf(std::vector<std::uint64_t>& marks)
     return positions;
 }
 
-/// Nodes with the same id are marked when one of them is.
+/// Marks all nodes that share the id of a marked node.
 void markRepeatedIds(const Tree& tree, std::vector<std::uint64_t>& marks)
 {
     const auto bit = [](Tree::Position node) { return std::uint64_t{1} << (node % 64); };

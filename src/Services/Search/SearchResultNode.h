@@ -7,17 +7,17 @@
 
 namespace morlaine {
 
-/// One node of an indexed tree, as a search finds it. A value; keeps the tree alive. Any thread.
+/// One hit of a search. A value; keeps the tree alive. Any thread.
 class SearchResultNode {
 public:
-    /// `node` is `root` or inside it, in the same tree.
+    /// `node` is `root` or a node inside it, in the same tree.
     SearchResultNode(FileNode node, FileNode root) : m_node(std::move(node)), m_root(std::move(root)) {}
 
-    /// The file or folder with all that it holds. Lives as long as this.
+    /// The file or folder that was found. Valid as long as this object.
     [[nodiscard]] const FileNode& node() const noexcept { return m_node; }
 
-    /// Its path built from names, valid UTF-8: for showing. The root's is its location's, any other its folder's, a
-    /// slash and its name. Made when asked for.
+    /// The path to show, built from names, valid UTF-8: for the root its location, for others the path of the folder, a
+    /// slash and the name. Built on each call.
     [[nodiscard]] std::string path() const;
 
     [[nodiscard]] const Uuid& id() const noexcept { return m_node.id(); }

@@ -11,11 +11,11 @@
 
 namespace morlaine {
 
-/// What a search has found; shared by the values made of it. Any thread.
+/// The outcome of a search, shared by the values made from it. Any thread.
 class SearchHits {
 public:
-    /// `positions` are those of the hits, ascending, and `marks` holds a bit for each node of the tree by position,
-    /// least significant first: whether its id is a hit's.
+    /// `positions` are those of the hits, ascending. `marks` has one bit for each node of the tree, least significant
+    /// first: whether its id is that of a hit.
     SearchHits(FileNode root, std::vector<Tree::Position> positions, std::vector<std::uint64_t> marks)
         : m_root(std::move(root))
         , m_positions(std::move(positions))
@@ -27,16 +27,16 @@ public:
     [[nodiscard]] const FileNode& root() const noexcept { return m_root; }
     [[nodiscard]] Tree::Position position(std::size_t index) const noexcept { return m_positions[index]; }
 
-    /// Whether the id of the node at `position` of the root's tree is a hit's.
+    /// Whether the id of the node at `position` is that of a hit.
     [[nodiscard]] bool isMarked(Tree::Position position) const noexcept
     {
         return (m_marks[position / 64] >> (position % 64) & 1) != 0;
     }
 
-    /// The same for at least one of those in `begin`...`end` - 1.
+    /// The same for any of the nodes in `begin`...`end` - 1.
     [[nodiscard]] bool isAnyMarked(Tree::Position begin, Tree::Position end) const noexcept;
 
-    /// The same as `isMarked` for any id. The first time that this is asked, all ids of hits are gathered.
+    /// Whether any id is that of a hit. The first call collects the ids of all hits.
     [[nodiscard]] bool contains(const Uuid& id) const;
 
 private:
@@ -47,7 +47,7 @@ private:
     mutable std::vector<Uuid> m_ids; // sorted
 };
 
-/// The hits of a search in the order of the tree. A value, whose copies share their content. Any thread.
+/// The hits of a search in the order of the tree. A value; copies share their content. Any thread.
 class SearchResults {
 public:
     SearchResults() = default;
@@ -60,7 +60,7 @@ public:
         return {FileNode::at(m_hits->root().tree(), m_hits->position(index)), m_hits->root()};
     }
 
-    /// Whether both are the outcome of one and the same search.
+    /// Whether both come from the same search.
     [[nodiscard]] bool isSameAs(const SearchResults& other) const noexcept { return m_hits == other.m_hits; }
 
 private:
@@ -69,7 +69,7 @@ private:
     std::shared_ptr<const SearchHits> m_hits;
 };
 
-/// The ids of the hits of a search. A value, whose copies share their content. Any thread.
+/// The ids of the hits of a search. A value; copies share their content. Any thread.
 class NodeIDSet {
 public:
     NodeIDSet() = default;
@@ -77,21 +77,20 @@ public:
 
     [[nodiscard]] bool empty() const noexcept { return !m_hits || m_hits->size() == 0; }
 
-    /// Whether the id of a node, given by its position in a tree, is among them: one bit for a node of the tree that
-    /// was searched.
+    /// Whether the set contains the id of the node at a position of `tree`. One bit test for the searched tree.
     [[nodiscard]] bool contains(const Tree& tree, Tree::Position node) const
     {
         return m_hits && (&tree == &m_hits->root().tree() ? m_hits->isMarked(node) : m_hits->contains(tree.idOf(node)));
     }
     [[nodiscard]] bool contains(const FileNode& node) const { return contains(node.tree(), node.position()); }
 
-    /// The same for an id alone, by way of a table.
+    /// The same for any id, by binary search.
     [[nodiscard]] bool contains(const Uuid& id) const { return m_hits && m_hits->contains(id); }
 
-    /// Whether the id of at least one node inside a folder, however deep, is among them.
+    /// Whether the set contains the id of any node inside a folder, however deep.
     [[nodiscard]] bool containsAnyInside(const Tree& tree, Tree::Position folder) const;
 
-    /// Whether both come from one and the same search.
+    /// Whether both come from the same search.
     [[nodiscard]] bool isSameAs(const NodeIDSet& other) const noexcept { return m_hits == other.m_hits; }
 
 private:

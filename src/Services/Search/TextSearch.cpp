@@ -12,14 +12,14 @@ namespace morlaine {
 
 namespace {
 
-/// A folder above the node that a search has come to.
+/// A folder on the path to the current node.
 struct Above {
     Tree::Position end;
     std::size_t pathLength;
 };
 
-/// A text to be found in long ones: sixteen bytes at a time, where its first and its last byte are as far apart as in
-/// it. Texts of two bytes are typed often, and the C library looks for those byte by byte.
+/// Finds a text in a long one. Compares sixteen positions at a time with the first and the last byte of the text. The
+/// C library's memmem searches byte by byte for texts of two bytes, which are typed often.
 class Needle {
 public:
     explicit Needle(std::string_view text)
@@ -29,7 +29,7 @@ public:
     {
     }
 
-    /// The first occurrence from `begin` to `end`; `end` where there is none.
+    /// The first occurrence from `begin` to `end`; `end` if there is none.
     [[nodiscard]] const char* find(const char* begin, const char* end) const
     {
         if (m_text.size() == 1) {
@@ -89,7 +89,7 @@ std::vector<std::uint64_t> TextSearch::takeMarks()
     } else {
         findInWholePaths();
     }
-    // The root's own name is not part of its path: it counts for the root alone.
+    // The path of the root is its location, which need not contain its name: the name counts for the root only.
     if (lowerName(m_root).find(m_query) != std::string_view::npos) {
         markRange(m_root, m_root + 1);
     }
@@ -135,7 +135,8 @@ void TextSearch::findInNames()
     eachOccurrence([this](Position node) { return markWithContents(node); });
 }
 
-/// With a slash in the query and none in names, the last one falls on the slash between a node and its folder.
+/// If the query has a slash and no name does, the last slash of the query matches the one between a node and its
+/// folder.
 void TextSearch::findAcrossSlashes()
 {
     const std::size_t slash = m_query.rfind('/');
@@ -154,7 +155,7 @@ void TextSearch::findAcrossSlashes()
     }
 }
 
-/// The plain way, for the tree that a file invented: looks at the end of each path that a node has added.
+/// The general case, for trees from a file whose names contain slashes: checks the end of each node's whole path.
 void TextSearch::findInWholePaths()
 {
     std::string path(m_rootPath);

@@ -9,20 +9,21 @@
 
 namespace morlaine {
 
-/// Marks the nodes of a tree that a text is found in. Used once.
+/// Marks the nodes of a tree whose name, path or extension contains a text. Use once.
 ///
-/// A path contains the text if the path of a folder above does. So only what a node adds to its folder's path is looked
-/// at, the slash and the name, and once it holds the text's end, everything inside the node is marked with it.
+/// If the path of a folder contains the text, so do the paths of its contents. So only the part that a node adds to its
+/// folder's path, a slash and the name, is searched. When it completes a match, the node is marked with everything
+/// inside it.
 class TextSearch {
 public:
-    /// Looks at `root` and all that it holds. `query` and `rootPath` are in lower case; `query` may be empty, which
-    /// `takeAllMarks` alone allows.
+    /// Searches `root` and everything inside it. `query` and `rootPath` are in lower case; `query` must not be empty
+    /// except for `takeAllMarks`.
     TextSearch(const FileNode& root, std::string_view rootPath, std::string_view query);
 
     /// One bit for each node of the whole tree by position, least significant first.
     [[nodiscard]] std::vector<std::uint64_t> takeMarks();
 
-    /// All nodes, whatever the text.
+    /// Marks all nodes.
     [[nodiscard]] std::vector<std::uint64_t> takeAllMarks();
 
 private:
@@ -33,15 +34,15 @@ private:
     void findInWholePaths();
     void findExtensions();
 
-    /// Calls `visit(node)` for nodes below the root in whose name, in lower case, the query is found: in the block of
-    /// names and in that of lower-cased ones, each in order. It goes on at the node that `visit` returns.
+    /// Calls `visit(node)` for nodes below the root whose lower-case name contains the query: first for names that are
+    /// in lower case already, then for lower-cased ones, each in order. Continues at the node that `visit` returns.
     template <typename Visit>
     void eachOccurrence(Visit visit);
 
     [[nodiscard]] std::string_view lowerName(Position node) const;
     [[nodiscard]] bool pathEndsWith(Position node, std::string_view text) const;
 
-    /// Marks a node with all that it holds; returns the next one.
+    /// Marks a node and everything inside it; returns the next node.
     Position markWithContents(Position node);
     void markRange(Position begin, Position end);
 

@@ -4,8 +4,8 @@
 
 namespace morlaine {
 
-/// Tells when the application's font or palette has changed. Qt tells a widget of its own font and palette
-/// only, which need not change with the application's where the widget has set a part of them.
+/// Emits a signal when the application's font or palette has changed. Qt notifies widgets of their own font and palette
+/// only, which may not change with the application's.
 class ApplicationLook final : public QObject {
     Q_OBJECT
 

@@ -27,7 +27,7 @@ QColor textAt(const QStyleOption& option, double opacity)
     return Theme::withOpacity(option.palette.color(QPalette::WindowText), opacity);
 }
 
-/// A rectangle with round corners whose outline, if it has one, lies on whole pixels.
+/// A rounded rectangle whose outline, if any, is aligned to whole pixels.
 void drawRound(QPainter& painter, const QRectF& rect, double radius, const QBrush& fill,
                const QPen& outline = Qt::NoPen)
 {
@@ -40,7 +40,7 @@ void drawRound(QPainter& painter, const QRectF& rect, double radius, const QBrus
     painter.restore();
 }
 
-/// The fill of a button in its state; tinted buttons darken, others move towards their text.
+/// The fill of a button in its state. Tinted buttons darken; others move towards their text colour.
 QColor buttonFill(const QStyleOption& option)
 {
     const QColor fill = option.palette.color(QPalette::Button);
@@ -96,7 +96,7 @@ void drawPanelFrame(QPainter& painter, const QStyleOption& option)
     drawRound(painter, option.rect, 0, Qt::NoBrush, QPen(Theme::separator(option.palette), 1));
 }
 
-/// A bar as thick as the rectangle lets it be, at most six points, in its middle.
+/// A bar in the middle of the rectangle, at most six points thick.
 QRectF pill(const QRect& rect)
 {
     constexpr double thickest = 6;
@@ -116,7 +116,7 @@ void drawProgress(QPainter& painter, const QStyleOptionProgressBar& option)
     const double share = std::clamp((static_cast<double>(option.progress) - option.minimum) / range, 0.0, 1.0);
     QRectF rect = pill(option.rect);
     if (share > 0) {
-        // Never so short that its ends are not round.
+        // At least as wide as high, so that its ends stay round.
         const double width = std::max(rect.width() * share, rect.height());
         rect.setLeft(option.direction == Qt::RightToLeft ? rect.right() - width : rect.left());
         rect.setWidth(width);
@@ -169,7 +169,7 @@ void drawScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QR
     drawRound(painter, rect, std::min(rect.width(), rect.height()) / 2, textAt(option, opacity));
 }
 
-/// Where the slider lies in a groove that takes the whole scroll bar, which has no buttons at its ends.
+/// The slider in a groove that fills the whole scroll bar; there are no arrow buttons.
 QRect sliderRect(const QStyleOptionSlider& option)
 {
     const bool isHorizontal = option.orientation == Qt::Horizontal;

@@ -4,8 +4,8 @@
 
 namespace morlaine {
 
-/// Qt's own style with its relief taken out: flat controls with round corners, slim scroll bars and progress
-/// bars, hairlines between panels. All colours come from the palette of what is drawn.
+/// Qt's Fusion style without relief: flat controls with round corners, thin scroll bars and progress bars, hairlines
+/// between panels. All colours come from the palette.
 class CalmStyle final : public QProxyStyle {
     Q_OBJECT
 

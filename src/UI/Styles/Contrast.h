@@ -6,18 +6,18 @@ namespace morlaine {
 
 inline constexpr double textContrast = 4.5;
 
-/// How far two opaque colours are apart for a reader: 1 (the same) to 21 (black and white). Text wants
-/// `textContrast`, large text and symbols 3.
+/// The contrast of two opaque colours: 1 (equal) to 21 (black and white). Text needs `textContrast`, large text and
+/// symbols need 3.
 [[nodiscard]] double contrastRatio(const QColor& first, const QColor& second);
 
-/// `share` (0...1) of `over` laid on `under`, opaque.
+/// `over` blended on `under` at the opacity `share` (0...1); opaque.
 [[nodiscard]] QColor mixed(const QColor& over, const QColor& under, double share);
 
-/// `text` drawn back towards `background` until `share` of it is left, or less far where the contrast with the
-/// background would fall below `leastContrast`. The text itself where not even that has so much.
+/// `text` blended towards `background` until `share` of it is left, but not below `leastContrast`. Returns `text`
+/// itself if even its contrast is lower.
 [[nodiscard]] QColor receded(const QColor& text, const QColor& background, double share, double leastContrast);
 
-/// `color` drawn towards `text` as far as it takes for the contrast with `background`.
+/// `color` blended towards `text` until its contrast with `background` reaches `leastContrast`.
 [[nodiscard]] QColor strengthened(const QColor& color, const QColor& text, const QColor& background,
                                   double leastContrast);
 

@@ -8,7 +8,7 @@
 
 namespace morlaine {
 
-// The one place where values of the layers below turn into Qt's types.
+// The only conversions from values of the lower layers to Qt's types.
 
 [[nodiscard]] inline QColor toQColor(const Color& color)
 {

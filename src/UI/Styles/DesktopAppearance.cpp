@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr auto patience = 100ms;
 
-/// Qt does not tell where the application's colours come from; without a desktop's they are the style's.
+/// Qt does not say where the application's palette comes from. If the desktop sets none, it is that of the style.
 bool desktopBringsColors()
 {
     const QPalette palette = QApplication::palette();

@@ -6,16 +6,14 @@
 
 namespace morlaine {
 
-/// Gives the application its looks and keeps them in step with the desktop for as long as it lives. Made once, after
-/// the application object and before the first window.
+/// Sets the look of the application and keeps it in step with the desktop. Make it once, after the application object
+/// and before the first window.
 ///
-/// Where the desktop brings colours of its own, these and the desktop's style stand, and Qt follows them.
-/// Where it brings none, the application has Morlaine's style and one of Morlaine's palettes: the dark one where the
-/// user wants programs to be dark, otherwise the light one.
+/// If the desktop provides colours, these and the desktop's style are kept, and Qt follows them. Otherwise the
+/// application gets Morlaine's style and the light palette, or the dark one if the user prefers dark.
 class DesktopAppearance {
 public:
-    /// Waits a moment for the desktop to tell its preference, so that the first window does not change its colours at
-    /// once.
+    /// Waits a moment for the desktop's preference, so that the first window does not change its colours.
     explicit DesktopAppearance(std::unique_ptr<Appearance> appearance = Appearance::native());
 
 private:

@@ -7,7 +7,7 @@ namespace morlaine::Palettes {
 
 namespace {
 
-/// What tells the two palettes apart; all other roles follow from these.
+/// The colours in which the two palettes differ; all other roles are derived from them.
 struct Tints {
     QColor window;
     QColor base;
@@ -51,7 +51,7 @@ void setBackgrounds(QPalette& palette, const Tints& tints)
     palette.setColor(QPalette::Highlight, Theme::accent);
 }
 
-/// The shades that the style draws bevels and frames with.
+/// The shades for bevels and frames.
 void setShades(QPalette& palette, const Tints& tints)
 {
     palette.setColor(QPalette::Light, mixed(Qt::white, tints.button, 0.12));
@@ -73,7 +73,7 @@ void setTexts(QPalette& palette, const Tints& tints)
     palette.setColor(QPalette::LinkVisited, tints.linkVisited);
 }
 
-/// The window is the ground that is nearest to the text in colour; lists and fields stand further off.
+/// The window colour is the background that is closest to the text colour.
 void setDisabledTexts(QPalette& palette, const Tints& tints)
 {
     const auto fade = [&](QPalette::ColorRole role, const QColor& text) {
@@ -84,7 +84,7 @@ void setDisabledTexts(QPalette& palette, const Tints& tints)
     fade(QPalette::PlaceholderText, tints.text);
     fade(QPalette::Link, tints.link);
     fade(QPalette::LinkVisited, tints.linkVisited);
-    // Flat buttons stand on the window, others on their own ground.
+    // Flat buttons lie on the window, others on their own background.
     const QColor button = mixed(tints.button, tints.window, 0.4);
     palette.setColor(QPalette::Disabled, QPalette::Button, button);
     palette.setColor(

@@ -4,7 +4,7 @@
 
 namespace morlaine::Palettes {
 
-// The palettes for desktops that bring none of their own, with every role in every group.
+// The palettes for desktops without one, with every role in every group.
 
 [[nodiscard]] QPalette light();
 [[nodiscard]] QPalette dark();

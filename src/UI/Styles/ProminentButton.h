@@ -5,8 +5,8 @@
 
 namespace morlaine {
 
-/// The one button of a view that stands out: filled with a tint that is dark enough for a white label and symbol. A
-/// symbol it is given must be white.
+/// The main button of a view, filled with a tint that is dark enough for a white label and symbol. Its symbol must be
+/// white.
 class ProminentButton final : public QPushButton {
     Q_OBJECT
 

@@ -35,7 +35,7 @@ void StyledLabel::applyFont()
 
 void StyledLabel::applyColor()
 {
-    // Its own palette holds the receded colour already, so that it asks the application for the one to start from.
+    // Starts from the application's palette: the label's own palette already has the receded colour.
     const QPalette source = QApplication::palette(this);
     QPalette own;
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {

@@ -9,8 +9,8 @@
 
 namespace morlaine {
 
-/// A label in a text style and a system colour, both of which it keeps when the application's font or the appearance
-/// changes. Plain text unless told otherwise.
+/// A label with a text style and a system colour, which follow the application's font and appearance. Plain text by
+/// default.
 class StyledLabel final : public QLabel {
     Q_OBJECT
 

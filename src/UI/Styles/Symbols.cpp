@@ -32,8 +32,8 @@ QSvgRenderer& rendererOf(SymbolName name)
     return *renderer;
 }
 
-/// The symbol's shape on a square of `side` pixels. Small ones are drawn larger and averaged: Qt draws lines
-/// of up to one pixel with a quick method that blurs them or tears them apart.
+/// The shape of the symbol on a square of `side` pixels. Small ones are drawn larger and averaged: Qt's fast path for
+/// lines of up to one pixel blurs or breaks them.
 QImage shape(SymbolName name, int side)
 {
     const int factor = side < 64 ? 4 : 1;

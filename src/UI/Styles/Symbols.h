@@ -16,7 +16,7 @@ class QPainter;
 
 namespace morlaine {
 
-/// The name of a symbol that exists. A literal is checked by the compiler.
+/// The name of an existing symbol. A literal is checked at compile time.
 class SymbolName {
 public:
     static constexpr std::array<std::string_view, 24> all{
@@ -52,7 +52,7 @@ public:
     {
     }
 
-    /// The name in a text that is known only while running. Any other text is a fault of the program and ends it.
+    /// Converts a text that is known at run time only. An unknown name is a programming error and ends the program.
     [[nodiscard]] static constexpr SymbolName named(std::string_view text) { return SymbolName(listed(text)); }
 
     [[nodiscard]] constexpr std::string_view text() const { return m_text; }
@@ -69,31 +69,31 @@ private:
         return *found;
     }
 
-    std::string_view m_text; // in `all`, hence never dangling
+    std::string_view m_text; // points into `all`, so it never dangles
 };
 
-/// The symbol images: drawings of one colour on a square of 24 by 24, scaled to any size and sharp on any screen. Even
-/// sizes look best; 16 is what they were made for. Main thread only.
+/// The symbol images: single-colour drawings on a square of 24 by 24, scaled to any size and sharp on any screen. Even
+/// sizes look best; they are designed for 16. Main thread only.
 namespace Symbols {
 
-/// An icon that takes its colour from the application's palette whenever it is painted, so that it follows the
-/// appearance, and the disabled group's while the control is disabled.
+/// An icon in a colour of the application's palette. The colour is looked up at each paint, so that it follows the
+/// appearance, and that of the disabled group is used for a disabled control.
 [[nodiscard]] QIcon icon(SymbolName name, Theme::SystemColor color = Theme::buttonText);
 
-/// An icon of one colour, faded while the control is disabled.
+/// An icon of a fixed colour, faded for a disabled control.
 [[nodiscard]] QIcon icon(SymbolName name, const QColor& color);
 
-/// Paints the symbol filled with `fill` (a colour or a gradient over its square) as large as fits into the middle of
-/// `rect`.
+/// Paints the symbol centred in `rect`, as large as it fits. `fill` is a colour, or a gradient over the symbol's
+/// square.
 void paint(QPainter& painter, const QRectF& rect, SymbolName name, const QBrush& fill);
 
-/// The symbol as a picture `side` points wide and high for a screen with that many pixels to a point.
+/// The symbol as a pixmap of `side` by `side` points for a screen of that pixel ratio.
 [[nodiscard]] QPixmap pixmap(SymbolName name, int side, double devicePixelRatio, const QBrush& fill);
 
-/// The side in points of a symbol that stands beside text in that font.
+/// The size, in points, of a symbol beside text of that font.
 [[nodiscard]] int sideBeside(const QFont& font);
 
-/// The icon of the application, in the sizes that desktops ask for.
+/// The application's icon in the usual sizes.
 [[nodiscard]] QIcon applicationIcon();
 
 } // namespace Symbols

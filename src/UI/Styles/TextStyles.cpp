@@ -32,7 +32,7 @@ const Row& rowOf(TextStyle style)
     return *std::ranges::find(rows, style, &Row::style);
 }
 
-/// Of fonts given in pixels too.
+/// Also for fonts whose size is given in pixels.
 double pointSizeOf(const QFont& font)
 {
     return font.pointSizeF() > 0 ? font.pointSizeF() : QFontInfo(font).pointSizeF();

@@ -4,7 +4,7 @@
 
 namespace morlaine::Theme {
 
-/// The kinds of translucent backing. The raw values are those that desktops with translucency know.
+/// The kinds of translucent backing. The raw values are those of systems with translucency.
 enum class Material : int { sidebar = 7 };
 enum class BlendingMode : int { behindWindow = 0, withinWindow = 1 };
 
@@ -15,15 +15,15 @@ struct VisualEffectView {
     Material material = Material::sidebar;
     BlendingMode blendingMode = BlendingMode::behindWindow;
 
-    /// A new widget that shows the backing and looks active even while its window is not. `parent` owns it.
+    /// Makes a widget with this backing, which keeps its active look in an inactive window. `parent` owns it.
     [[nodiscard]] VisualEffectWidget* make(QWidget* parent) const;
 
-    /// Makes an existing widget show this backing.
+    /// Changes the backing of an existing widget.
     void update(VisualEffectWidget& widget) const;
 };
 
-/// The backing that a VisualEffectView describes. No translucency that is the same everywhere exists on this desktop,
-/// so that it is filled with the panel's background; it still carries what it was asked to be.
+/// The backing that a VisualEffectView describes. Linux desktops have no common kind of translucency, so that it is
+/// filled with the panel's background. It keeps the description.
 class VisualEffectWidget final : public QWidget {
     Q_OBJECT
 
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] Material material() const { return m_effect.material; }
     [[nodiscard]] BlendingMode blendingMode() const { return m_effect.blendingMode; }
 
-    /// Keeps looking active while the window is not.
+    /// Whether it keeps its active look in an inactive window.
     [[nodiscard]] static constexpr bool isAlwaysActive() { return true; }
 
     void setEffect(VisualEffectView effect);

@@ -116,7 +116,7 @@ int ElidingLabel::heightOf(qsizetype lineCount) const
     return lineHeight() + static_cast<int>(std::max<qsizetype>(lineCount, 1) - 1) * lineSpacing();
 }
 
-/// Lines are painted on whole points. The height that Qt rounds to the nearest one may cut the descenders.
+/// Lines are painted at whole points. Qt rounds the height to the nearest point, which may cut descenders.
 int ElidingLabel::lineHeight() const
 {
     const QFontMetricsF metrics(font());

@@ -8,14 +8,14 @@
 
 namespace morlaine {
 
-/// `text` in at most `maxLines` lines of `width` points. Lines break between words, or anywhere where a word is longer
-/// than a line; what does not fit is left out of the middle of the last line, so that the end, with its extension, is
-/// seen. `text` is one line, as shownText makes it.
+/// Breaks `text` into at most `maxLines` lines of `width` points: between words, or inside a word that is longer than a
+/// line. If it does not fit, the middle of the last line is elided, so that the extension stays visible. `text` must be
+/// a single line, see shownText.
 [[nodiscard]] QStringList elidedLines(const QString& text, const QFont& font, int width, int maxLines);
 
-/// A label for texts of any length, such as names and paths, in a text style and a system colour: it takes the width
-/// that it is given, breaks and elides the text as above and tells the whole text in a tooltip where it had to be
-/// elided. `text` is the whole text, also to assistive technology.
+/// A label for texts of any length, such as names and paths, in a text style and a system colour. It adapts to its
+/// width, breaks and elides the text as above, and shows the whole text in a tooltip if it is elided. `text` is always
+/// the whole text, also for assistive technology.
 class ElidingLabel final : public QLabel {
     Q_OBJECT
 

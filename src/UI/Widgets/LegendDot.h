@@ -6,7 +6,7 @@
 
 namespace morlaine {
 
-/// The colour of a legend's row: a filled circle of 8 by 8 points.
+/// The colour of a legend's row: a circle of 8 by 8 points.
 class LegendDot final : public QWidget {
 public:
     explicit LegendDot(const QColor& color, QWidget* parent = nullptr) : QWidget(parent), m_color(color)

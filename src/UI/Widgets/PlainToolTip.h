@@ -5,8 +5,7 @@
 
 namespace morlaine {
 
-/// `text` such that a tool tip shows it as it stands, though it may look like markup: names of files are what anybody
-/// has made them. Nor does it break lines, which it would in markup.
+/// Escapes `text` for a tool tip: a file name may look like markup. Also prevents line breaks.
 [[nodiscard]] inline QString plainToolTip(const QString& text)
 {
     return Qt::mightBeRichText(text) ? QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped())

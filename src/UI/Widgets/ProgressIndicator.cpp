@@ -13,8 +13,8 @@ namespace {
 
 constexpr int tick = 33;        // milliseconds
 constexpr qint64 turn = 1'400;  // milliseconds
-constexpr double sweep = 100;   // degrees that the moving part covers
-constexpr double thinness = 10; // diameter to width of the stroke
+constexpr double sweep = 100;   // degrees covered by the moving part
+constexpr double thinness = 10; // ratio of diameter to line width
 
 } // namespace
 
@@ -68,7 +68,7 @@ void ProgressIndicator::paintEvent(QPaintEvent* /*event*/)
     painter.setPen(QPen(Theme::withOpacity(color, 0.2), stroke));
     painter.drawEllipse(circle);
 
-    // The painter counts sixteenths of a degree, counterclockwise.
+    // QPainter counts sixteenths of a degree, counterclockwise.
     const double turned = 360.0 * static_cast<double>(m_clock.elapsed() % turn) / static_cast<double>(turn);
     painter.setPen(QPen(color, stroke, Qt::SolidLine, Qt::RoundCap));
     painter.drawArc(circle, qRound((90 - turned) * 16), qRound(-sweep * 16));

@@ -6,8 +6,8 @@
 
 namespace morlaine {
 
-/// A circle that turns calmly while something of unknown length is going on. It turns while it can be seen, and costs
-/// nothing otherwise. Assistive technology knows it as a busy progress bar; give it a name that says what is going on.
+/// A circle that turns while something of unknown duration is going on. It is animated only while it is visible.
+/// Assistive technology sees a busy progress bar; its name should say what is going on.
 class ProgressIndicator final : public QProgressBar {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ protected:
 private:
     const Size m_size;
     QBasicTimer m_timer;
-    QElapsedTimer m_clock; // the picture depends on the time alone, so that a late tick is no jerk
+    QElapsedTimer m_clock; // a late tick does not disturb the movement, since the picture depends on the time only
 };
 
 } // namespace morlaine

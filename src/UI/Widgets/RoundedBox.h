@@ -4,8 +4,8 @@
 
 namespace morlaine {
 
-/// A backing with round corners that sets a group of controls off from its panel: the background of controls at an
-/// opacity (0...1), which follows the appearance.
+/// A background with round corners for a group of controls. Its colour is that of controls at an opacity (0...1) and
+/// follows the appearance.
 class RoundedBox : public QWidget {
     Q_OBJECT
 

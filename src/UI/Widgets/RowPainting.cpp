@@ -7,8 +7,7 @@ namespace morlaine {
 
 namespace {
 
-/// More characters than fit into any line; looking for the place to elide at takes long in the path of a very deep
-/// folder.
+/// More characters than fit into any line. Eliding the path of a very deep folder would take long.
 constexpr qsizetype mostCharacters = 2000;
 
 QString cutForEliding(const QString& text, Qt::TextElideMode elide)

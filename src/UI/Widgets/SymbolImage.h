@@ -6,8 +6,8 @@
 
 namespace morlaine {
 
-/// A symbol in a view, `side` points wide and high, in a system colour or a fixed one. It says nothing to assistive
-/// technology: the text beside it does.
+/// A symbol of `side` by `side` points, in a system colour or a fixed one. It is invisible to assistive technology: the
+/// text beside it is read.
 class SymbolImage final : public QWidget {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ private:
     SymbolName m_name;
     const int m_side;
     const Theme::SystemColor m_systemColor;
-    QColor m_color; // invalid for the system colour
+    QColor m_color; // invalid if a system colour is used
 };
 
 } // namespace morlaine

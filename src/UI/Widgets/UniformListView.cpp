@@ -19,7 +19,7 @@ UniformListView::UniformListView(QWidget* parent) : QListView(parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
 
-/// No more rows than a scroll bar can reach, tens of millions.
+/// Limited to what a scroll bar can reach, tens of millions of rows.
 int UniformListView::rowCount() const
 {
     return model() == nullptr ? 0 : std::min(model()->rowCount(), std::numeric_limits<int>::max() / m_rowHeight);
@@ -82,12 +82,12 @@ void UniformListView::doItemsLayout()
     QStyleOptionViewItem option;
     initViewItemOption(&option);
     m_rowHeight = std::max(1, itemDelegate()->sizeHint(option, {}).height());
-    QAbstractItemView::doItemsLayout(); // NOLINT(bugprone-parent-virtual-call): on purpose
+    QAbstractItemView::doItemsLayout(); // NOLINT(bugprone-parent-virtual-call): skips QListView's layout
 }
 
 void UniformListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles)
 {
-    QAbstractItemView::dataChanged(topLeft, bottomRight, roles); // NOLINT(bugprone-parent-virtual-call): on purpose
+    QAbstractItemView::dataChanged(topLeft, bottomRight, roles); // NOLINT(bugprone-parent-virtual-call): as above
 }
 
 QModelIndex UniformListView::moveCursor(CursorAction action, Qt::KeyboardModifiers /*modifiers*/)
@@ -185,17 +185,17 @@ void UniformListView::updateGeometries()
     bar.setSingleStep(m_rowHeight);
     bar.setPageStep(viewport()->height());
     bar.setRange(0, std::max(0, contentHeight() - viewport()->height()));
-    QAbstractItemView::updateGeometries(); // NOLINT(bugprone-parent-virtual-call): on purpose
+    QAbstractItemView::updateGeometries(); // NOLINT(bugprone-parent-virtual-call): as above
 }
 
 void UniformListView::scrollContentsBy(int dx, int dy)
 {
-    QAbstractItemView::scrollContentsBy(dx, dy); // NOLINT(bugprone-parent-virtual-call): on purpose
+    QAbstractItemView::scrollContentsBy(dx, dy); // NOLINT(bugprone-parent-virtual-call): as above
 }
 
 void UniformListView::resizeEvent(QResizeEvent* event)
 {
-    QAbstractItemView::resizeEvent(event); // NOLINT(bugprone-parent-virtual-call): on purpose
+    QAbstractItemView::resizeEvent(event); // NOLINT(bugprone-parent-virtual-call): as above
 }
 
 QStyleOptionViewItem UniformListView::optionFor(const QModelIndex& index, const QStyleOptionViewItem& base) const

@@ -4,15 +4,15 @@
 
 namespace morlaine {
 
-/// A list of equally high rows, as high as the delegate's size hint says without looking at a row. What it costs
-/// depends on the rows in sight alone: nothing is kept or computed for each row, so that a million of them appear at
-/// once. The model is flat, has one column and changes by resets and `dataChanged`.
+/// A list of rows of equal height, which the delegate's size hint gives without looking at a row. Time and memory
+/// depend on the visible rows only, so that a list of a million rows appears at once. The model is flat, has one column
+/// and changes by resets and `dataChanged`.
 ///
-/// One row at a time is selected, by the left mouse button or by moving the current row with the keyboard; resets and
-/// focus select nothing by themselves. Typing letters does not search: that would make the texts of all rows.
+/// One row at a time is selected, by the left mouse button or by moving the current row with the keyboard. Resets and
+/// focus changes do not select. Typing does not search, since that would build the text of every row.
 ///
-/// It is a QListView since that is what screen readers are told of, but uses nothing of its layout, which goes through
-/// all rows whenever they change.
+/// Its base is QListView because screen readers know that class. It skips QListView's layout, which visits all rows on
+/// every change, by calling QAbstractItemView directly.
 class UniformListView : public QListView {
     Q_OBJECT
 
@@ -27,17 +27,17 @@ public:
     void doItemsLayout() override;
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles = {}) override;
 
-    /// Of all rows together, in points.
+    /// The height of all rows together, in points.
     [[nodiscard]] int contentHeight() const;
 
 Q_SIGNALS:
     /// The up key was pressed in the first row.
     void leftUpwards();
 
-    /// Return was pressed, once for however long it is held.
+    /// Return was pressed; not emitted for auto-repeat.
     void returnPressed();
 
-    /// A context menu was asked for, with the mouse or the keyboard, for the row at `index`.
+    /// A context menu was requested for the row at `index`, by mouse or keyboard.
     void rowMenuRequested(const QModelIndex& index, const QPoint& globalPosition);
 
 protected:

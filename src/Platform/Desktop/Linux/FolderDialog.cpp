@@ -42,7 +42,7 @@ std::string pathOf(const QListWidgetItem& item)
     return item.data(pathRole).toByteArray().toStdString();
 }
 
-/// What people mean by a path that they typed.
+/// Expands `~` at the start of a typed path.
 std::string meantPath(const QString& text, const std::string& home)
 {
     const std::string typed = text.toStdString();
@@ -55,7 +55,7 @@ std::string withSlash(const std::string& path)
     return path.ends_with('/') ? path : path + '/';
 }
 
-/// The folder that a path is in, with its slash; a path that ends in a slash is inside itself.
+/// The path up to its last slash, which is included.
 std::string folderPart(const std::string& path)
 {
     return path.substr(0, path.rfind('/') + 1);
@@ -75,7 +75,7 @@ void sortForPeople(std::vector<std::string>& names)
     std::transform(keyed.begin(), keyed.end(), names.begin(), [](auto& each) { return std::move(each.second); });
 }
 
-/// Hidden folders are offered only to who begins to type one.
+/// Hidden folders are offered only if the typed name begins with a full stop.
 bool isOffered(const std::string& name, const QString& beginning)
 {
     return textOf(name).startsWith(beginning, Qt::CaseInsensitive) &&
@@ -98,7 +98,7 @@ FolderDialog::FolderDialog(const FolderChooser::Texts& texts, const UserFolders&
     layout->addWidget(m_message, 2, 0, 1, 2);
     layout->addWidget(makeButtons(texts.prompt), 3, 0, 1, 2);
     layout->setColumnStretch(1, 1);
-    m_accept->setDefault(true); // among the buttons of the dialog, of which it is one only now
+    m_accept->setDefault(true); // only now is it a button of the dialog
     resize(usualSize);
     enter(m_home);
     m_line->setFocus();
@@ -175,7 +175,7 @@ QWidget* FolderDialog::makeButtons(const std::string& prompt)
     return box;
 }
 
-/// Return enters what is selected in a list. Down leads from the line into the list, as to a completion.
+/// Return enters the selected item of a list. Down moves from the line into the list.
 bool FolderDialog::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress) {
@@ -204,7 +204,7 @@ void FolderDialog::accept()
     }
     m_test.test(chosen, [this, chosen](bool isFolder) {
         if (chosen != path()) {
-            return; // edited meanwhile
+            return; // edited in the meantime
         }
         if (isFolder) {
             QDialog::accept();
@@ -214,7 +214,7 @@ void FolderDialog::accept()
     });
 }
 
-/// Shows a folder and what is in it.
+/// Shows a folder and its subfolders.
 void FolderDialog::enter(const std::string& path)
 {
     showLine(withSlash(path));

@@ -17,21 +17,20 @@ class QPushButton;
 
 namespace morlaine {
 
-/// A dialog in which people choose a folder, for sessions that have none to offer: a line for the path, below it the
-/// folders that the path may go on with, and beside them the user's own. What the line says is what is chosen.
-/// Main thread only.
+/// A dialog for choosing a folder, for sessions without one: a line for the path, a list of the folders that complete
+/// it, and a list of the user's places. The line determines which folder is chosen. Main thread only.
 class FolderDialog final : public QDialog {
     Q_OBJECT
 
 public:
-    /// Begins in the home folder.
+    /// Shows the home folder first.
     FolderDialog(const FolderChooser::Texts& texts, const UserFolders& places, QWidget& window);
 
-    /// The folder that was chosen, once accepted: in its exact bytes when it was taken from the list, even where its
-    /// name is invalid UTF-8.
+    /// The chosen folder, once accepted. A folder taken from the list keeps its exact bytes, even if its name is
+    /// invalid UTF-8.
     [[nodiscard]] FileUrl folder() const;
 
-    /// Closes the dialog when the line names a folder, else says that it does not. The answer may take a moment.
+    /// Closes the dialog if the line names a folder; otherwise shows a message. The check runs in the background.
     void accept() override;
 
 private:
@@ -58,9 +57,9 @@ private:
     QLabel* m_message = nullptr;
     QPushButton* m_accept = nullptr;
 
-    std::string m_shown;              // the path that the line shows, as long as nobody edits it
-    std::string m_listed;             // the folder whose folders are in the list, ending in a slash
-    std::vector<std::string> m_names; // of these, sorted for people
+    std::string m_shown;              // the exact path behind the text of the line, unless the text was edited
+    std::string m_listed;             // the folder whose subfolders are listed, with a slash at its end
+    std::vector<std::string> m_names; // their names, in natural order
     FolderListing m_listing;
     FolderListing m_test;
 };

@@ -9,17 +9,17 @@
 
 namespace morlaine {
 
-/// Asks the file system about folders in the background, since a share may take its time or never answer. Main
-/// thread only; answers come from its event loop, and only to the latest question. None comes once this object is gone.
+/// Queries the file system about folders in the background, since a share may be slow or never answer. Main thread
+/// only. Answers come from the event loop, to the latest query only, and none after this object is destroyed.
 class FolderListing {
 public:
-    /// The names of the folders in a folder, in their exact bytes and in no order; nothing when it cannot be listed.
-    /// Links that lead to folders count.
+    /// The names of the subfolders of a folder, in exact bytes and no particular order; nothing if it cannot be listed.
+    /// Includes links to folders.
     using Names = std::optional<std::vector<std::string>>;
 
     void list(const std::string& path, std::function<void(Names)> onListed);
 
-    /// Whether there is a folder at the path.
+    /// Whether the path names a folder.
     void test(const std::string& path, std::function<void(bool)> onTested);
 
 private:

@@ -40,7 +40,7 @@ void LinuxAppearance::follow(const QDBusConnection& bus)
         answer(Preference::none);
         return;
     }
-    qRegisterMetaType<QDBusVariant>(); // or Qt silently connects to no signal that carries one
+    qRegisterMetaType<QDBusVariant>(); // required to connect to a signal with this parameter
     m_portal = std::make_unique<SettingsPortal>(bus);
     connect(m_portal.get(), &SettingsPortal::SettingChanged, this, &LinuxAppearance::settingChanged);
     ask(QStringLiteral("ReadOne"), [this](const QDBusMessage& reply) {

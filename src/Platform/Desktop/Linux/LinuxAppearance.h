@@ -11,7 +11,7 @@
 
 namespace morlaine {
 
-/// The desktop's settings as sandboxes and desktops of all kinds offer them on the session bus.
+/// The settings portal on the session bus.
 class SettingsPortal final : public QDBusAbstractInterface {
     Q_OBJECT
 
@@ -23,20 +23,20 @@ Q_SIGNALS:
     void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
 };
 
-/// Asks the settings portal and follows it.
+/// Reads the preference from the settings portal and follows its changes.
 class LinuxAppearance final : public QObject, public Appearance {
     Q_OBJECT
 
 public:
-    /// Connects and sends the question without waiting for either. Without a bus the answer is none.
+    /// Connects and sends the query in the background. Without a bus the preference is `none`.
     explicit LinuxAppearance(SessionBus::Connect connect);
 
     [[nodiscard]] Preference preference() const override { return m_preference; }
     void waitForAnswer(std::chrono::milliseconds patience) override;
     void observe(Observer observer) override { m_observer = std::move(observer); }
 
-    /// The preference in a reply or a change, wrapped in as many variants as the portal's version wraps it in. None for
-    /// anything that is not understood.
+    /// The preference in a reply or a signal. Versions of the portal nest the value in one or two variants. `none` for
+    /// any other value.
     [[nodiscard]] static Preference preferenceIn(const QVariant& value);
 
 Q_SIGNALS:
@@ -50,7 +50,7 @@ private:
     void answer(Preference preference);
 
     SessionBus m_bus;
-    std::unique_ptr<SettingsPortal> m_portal; // once there is a bus
+    std::unique_ptr<SettingsPortal> m_portal; // null until the bus is connected
     Observer m_observer;
     Preference m_preference = Preference::none;
     bool m_isAnswered = false;

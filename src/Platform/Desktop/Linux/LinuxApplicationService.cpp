@@ -14,7 +14,7 @@ const QString busName = QStringLiteral("com.morlaine.Morlaine");
 const QString objectPath = QStringLiteral("/com/morlaine/Morlaine");
 const QString interfaceName = QStringLiteral("org.freedesktop.Application");
 
-/// Leaves out urls that do not name files.
+/// Skips urls that do not name files.
 std::vector<FileUrl> fileUrls(const QStringList& texts)
 {
     std::vector<FileUrl> urls;
@@ -26,7 +26,7 @@ std::vector<FileUrl> fileUrls(const QStringList& texts)
     return urls;
 }
 
-/// A Wayland compositor brings a window to the front only for a token that the caller was given with the user's click.
+/// A Wayland compositor raises a window only for a token, which the caller got with the user's click.
 void takeActivationToken(const QVariant& platformData)
 {
     const QByteArray token =
@@ -64,7 +64,7 @@ bool LinuxApplicationService::Object::handleMessage(const QDBusMessage& message,
         takeActivationToken(message.arguments().at(1));
         m_handlers.open(fileUrls(message.arguments().at(0).toStringList()));
     } else {
-        return false; // the program has no actions
+        return false; // there are no actions
     }
     connection.send(message.createReply());
     return true;
@@ -77,7 +77,7 @@ LinuxApplicationService::LinuxApplicationService(Handlers handlers, SessionBus::
     m_bus.connect([this](const QDBusConnection& connection) { serve(connection); });
 }
 
-/// The object is there before the name: whoever starts the program through the bus calls it at once.
+/// Registers the object before the name: a caller that starts the program through the bus calls it at once.
 void LinuxApplicationService::serve(const QDBusConnection& connection)
 {
     QDBusConnection bus = connection;

@@ -7,8 +7,8 @@
 
 namespace morlaine {
 
-/// The object `/com/morlaine/Morlaine` of the name `com.morlaine.Morlaine` with the interface
-/// `org.freedesktop.Application`.
+/// Serves the interface `org.freedesktop.Application` at the object `/com/morlaine/Morlaine` of the bus name
+/// `com.morlaine.Morlaine`.
 class LinuxApplicationService final : public ApplicationService {
 public:
     LinuxApplicationService(Handlers handlers, SessionBus::Connect connect);

@@ -19,7 +19,7 @@ namespace {
 constexpr uint firstVersionWithFolders = 3;
 constexpr std::chrono::seconds patienceWithPortal(2);
 
-/// Closes a dialog along with its window.
+/// Closes a dialog when its window is closed.
 class WindowWatcher final : public QObject {
 public:
     explicit WindowWatcher(QDialog& dialog) : QObject(&dialog), m_dialog(dialog)
@@ -51,7 +51,7 @@ QDBusMessage portalVersion()
     return message;
 }
 
-/// Asks for the unique name of the portal: its signals come under that name.
+/// Queries the unique bus name of the portal, from which its signals come.
 QDBusMessage portalOwner()
 {
     const QString bus = QStringLiteral("org.freedesktop.DBus");
@@ -133,7 +133,7 @@ void LinuxFolderChooser::openOwnDialog(const Request& request)
 
 void LinuxFolderChooser::openPortalDialog(const Request& request, const QString& portal)
 {
-    m_isLookingForPortal = true; // until there is a connection to show its dialog by
+    m_isLookingForPortal = true; // until a connection is available
     m_bus.connect([this, request, portal](const QDBusConnection& bus) {
         m_isLookingForPortal = false;
         if (isWanted(request)) {

@@ -12,7 +12,7 @@ namespace morlaine {
 
 class PortalFolderChooser;
 
-/// The dialog of the desktop's portal; where no portal offers one, a dialog of our own.
+/// Shows the dialog of the desktop's portal, or our own dialog if the portal has none.
 class LinuxFolderChooser final : public FolderChooser {
 public:
     explicit LinuxFolderChooser(SessionBus::Connect connect);
@@ -36,11 +36,11 @@ private:
     void openOwnDialog(const Request& request);
     void open(QDialog& dialog);
 
-    /// Whether somebody still waits for the dialog.
+    /// Whether the window still exists and is visible.
     [[nodiscard]] static bool isWanted(const Request& request);
 
-    QObject m_context;          // of everything that may call back
-    QPointer<QDialog> m_dialog; // the window's child
+    QObject m_context;          // of all callbacks, which end with it
+    QPointer<QDialog> m_dialog; // child of the window
     bool m_isLookingForPortal = false;
     SessionBus m_bus;
 };

@@ -16,7 +16,7 @@
 
 namespace morlaine {
 
-/// The parameter of the action "launch-panel": which panel, and what it is to show.
+/// The parameter of the action "launch-panel": a panel and its arguments.
 struct SettingsPanel {
     QString name;
     QVariantList arguments;
@@ -67,7 +67,7 @@ QDBusMessage showItems(const FileUrl& item)
     QDBusMessage message = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
-    // The second argument is a token for focus, which Qt keeps to itself.
+    // The second argument is an activation token, which Qt does not give to programs.
     message << QStringList(QString::fromStdString(item.absoluteString())) << QString();
     return message;
 }
@@ -150,7 +150,7 @@ void LinuxWorkspace::copyText(std::string_view text)
 {
     auto data = std::make_unique<QMimeData>();
     data->setData(QStringLiteral("text/plain"), QByteArray(text.data(), static_cast<qsizetype>(text.size())));
-    QGuiApplication::clipboard()->setMimeData(data.release()); // the clipboard owns it now
+    QGuiApplication::clipboard()->setMimeData(data.release()); // the clipboard takes ownership
 }
 
 void LinuxWorkspace::openPrivacySettings()

@@ -8,20 +8,19 @@
 
 namespace morlaine {
 
-/// How a desktop's settings are opened where they are about privacy: through the bus, and when that fails or `service`
-/// is empty, by a program.
+/// How a desktop opens its privacy settings: through the bus, or by a program if that fails or `service` is empty.
 struct SettingsRoute {
-    std::string_view desktop; // as XDG_CURRENT_DESKTOP names it
-    std::string_view service; // takes the desktop's action "launch-panel"
+    std::string_view desktop; // its name in XDG_CURRENT_DESKTOP
+    std::string_view service; // the bus name that accepts the action "launch-panel"
     std::string_view program;
-    std::string_view panel; // empty where the settings have none for this
+    std::string_view panel; // empty if the settings have no such panel
 };
 
-/// The route for the first desktop in a list such as "ubuntu:GNOME" that is known.
+/// The route for the first known desktop in a list such as "ubuntu:GNOME".
 [[nodiscard]] std::optional<SettingsRoute> privacySettingsRoute(std::string_view currentDesktop);
 
-/// The services of a desktop that keeps to the common conventions: a file manager on the session bus, Qt's
-/// opener and clipboard.
+/// The services of a desktop that follows the common conventions: a file manager on the session bus, Qt's opener and
+/// clipboard.
 class LinuxWorkspace final : public Workspace {
 public:
     explicit LinuxWorkspace(SessionBus::Connect connect);

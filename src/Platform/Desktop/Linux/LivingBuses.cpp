@@ -23,19 +23,19 @@ constexpr auto patienceOnScreen = 100ms;
 template <typename Reply>
 using Owned = std::unique_ptr<Reply, decltype([](Reply* reply) { std::free(reply); })>;
 
-constexpr const char* nowhere = "disabled:"; // a transport that nobody has: connecting fails at once
+constexpr const char* nowhere = "disabled:"; // an unknown transport: connecting fails at once
 
 void leaveOutAssistivePrograms()
 {
-    qputenv("AT_SPI_BUS_ADDRESS", nowhere); // comes before what the session or the screen name
+    qputenv("AT_SPI_BUS_ADDRESS", nowhere); // takes precedence over other sources
     qputenv("NO_AT_BRIDGE", "1");           // for the libraries of platform themes
 }
 
-/// The address that the X server's root window names, or nothing.
+/// The address in a property of the X server's root window; empty if there is none.
 std::string busOnScreen(xcb_connection_t* connection)
 {
     constexpr std::string_view name = "AT_SPI_BUS";
-    constexpr std::uint32_t longest = 256; // in words
+    constexpr std::uint32_t longest = 256; // in words of 32 bits
     const Owned<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
         connection, xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
     if (!atom || atom->atom == XCB_ATOM_NONE) {

@@ -12,13 +12,13 @@ namespace {
 
 enum class Answer : uint { chosen = 0 };
 
-/// A name for a request that nobody else could guess; the portal takes letters, digits and underscores.
+/// A name for a request that nobody can guess. The portal allows letters, digits and underscores.
 QString freshToken()
 {
     return QStringLiteral("morlaine_") + QUuid::createUuid().toString(QUuid::Id128);
 }
 
-/// The object that the portal makes for a request, known beforehand so that no answer is missed.
+/// The object that the portal will make for a request. It is known in advance, so that no answer is missed.
 QString requestPath(const QDBusConnection& bus, const QString& token)
 {
     QString sender = bus.baseService().mid(1);
@@ -26,7 +26,7 @@ QString requestPath(const QDBusConnection& bus, const QString& token)
     return QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2").arg(sender, token);
 }
 
-/// How the portal is told above which window its dialog belongs; Qt tells this on X11 only.
+/// The portal's notation for the parent window of its dialog; known on X11 only.
 QString identifierOf(const QWidget& window)
 {
     if (QGuiApplication::platformName() != QStringLiteral("xcb")) {
@@ -69,7 +69,7 @@ PortalFolderChooser::PortalFolderChooser(const QDBusConnection& bus, const QStri
     const QString token = freshToken();
     m_request = new PortalRequest(portal, requestPath(bus, token), bus, this);
     connect(m_request, &PortalRequest::Response, this, &PortalFolderChooser::finish);
-    // A portal that ends takes its dialog with it.
+    // If the portal ends, its dialog is gone.
     const auto* portalWatcher = new QDBusServiceWatcher(portal, bus, QDBusServiceWatcher::WatchForUnregistration, this);
     connect(portalWatcher, &QDBusServiceWatcher::serviceUnregistered, this, &QDialog::reject);
     const auto* call =
@@ -89,7 +89,7 @@ void PortalFolderChooser::finishCall(QDBusPendingCallWatcher* call)
     call->deleteLater();
     if (call->isError() && !m_isAnswered) {
         m_isAnswered = true;
-        m_request->close(); // it may only have been slow
+        m_request->close(); // the portal may still show the dialog
         reject();
         Q_EMIT failed();
     }

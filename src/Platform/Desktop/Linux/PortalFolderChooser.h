@@ -13,27 +13,27 @@ class QDBusPendingCallWatcher;
 
 namespace morlaine {
 
-/// A request that the portal works on, as an object on the bus. Its signal is the portal's own.
+/// A request to the portal, an object on the bus. `Response` is the portal's signal.
 class PortalRequest final : public QDBusAbstractInterface {
     Q_OBJECT
 
 public:
     PortalRequest(const QString& portal, const QString& path, const QDBusConnection& bus, QObject* parent);
 
-    /// Takes the request back.
+    /// Cancels the request.
     void close();
 
 Q_SIGNALS:
     void Response(uint response, const QVariantMap& results);
 };
 
-/// Stands for the dialog that the portal shows: nothing is seen of it, but its window takes no input while it is open,
-/// and it is accepted or rejected when the portal's dialog is. Main thread only.
+/// Represents the dialog of the portal. It is invisible, but makes its window modal, and is accepted or rejected with
+/// the portal's dialog. Main thread only.
 class PortalFolderChooser final : public QDialog {
     Q_OBJECT
 
 public:
-    /// Asks the portal, whose unique name on the bus is `portal`, for its dialog at once.
+    /// Sends the request. `portal` is the portal's unique bus name.
     PortalFolderChooser(const QDBusConnection& bus, const QString& portal, const FolderChooser::Texts& texts,
                         QWidget& window);
 
@@ -42,18 +42,18 @@ public:
     PortalFolderChooser(const PortalFolderChooser&) = delete;
     PortalFolderChooser& operator=(const PortalFolderChooser&) = delete;
 
-    /// The folder that was chosen, once accepted.
+    /// The chosen folder, once accepted.
     [[nodiscard]] const std::optional<FileUrl>& folder() const { return m_folder; }
 
 Q_SIGNALS:
-    /// The portal has no dialog to offer; this one has just been rejected.
+    /// The portal could not show a dialog. Emitted after `rejected`.
     void failed();
 
 private:
     void finishCall(QDBusPendingCallWatcher* call);
     void finish(uint response, const QVariantMap& results);
 
-    PortalRequest* m_request = nullptr; // this dialog's child
+    PortalRequest* m_request = nullptr; // child of this dialog
     bool m_isAnswered = false;
     std::optional<FileUrl> m_folder;
 };

@@ -10,22 +10,21 @@
 
 namespace morlaine {
 
-/// The way to the desktop's session bus that keeps no window waiting: a bus that is slow, or is none, may take long to
-/// find out about. Main thread only; what is handed over here runs from its event loop and not after this object is
-/// gone.
+/// Uses the session bus without blocking the window: connecting to a slow or dead bus may take long. Main thread only.
+/// Callbacks run from the event loop, and not after this object is destroyed.
 class SessionBus {
 public:
-    using Connect = std::function<QDBusConnection()>; // called on another thread
+    using Connect = std::function<QDBusConnection()>; // called on a background thread
 
     explicit SessionBus(Connect connect);
 
-    /// The bus of the running session.
+    /// The bus of the current session.
     [[nodiscard]] static QDBusConnection ofSession() { return QDBusConnection::sessionBus(); }
 
-    /// Hands the connection to `use`; one that is not connected when there is no bus.
+    /// Calls `use` with the connection; it is not connected if there is no bus.
     void connect(std::function<void(const QDBusConnection&)> use);
 
-    /// Sends the call and hands its reply, or the error that came instead, to `onReply`.
+    /// Sends a call, then calls `onReply` with the reply or the error.
     void call(const QDBusMessage& message, std::function<void(const QDBusMessage& reply)> onReply);
 
 private:

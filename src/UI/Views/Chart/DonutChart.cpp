@@ -26,7 +26,7 @@ DonutSliceShape shapeOf(const PieSlice& slice, double thickness)
     return {slice.startAngle, slice.endAngle, thickness};
 }
 
-/// `font`, smaller where `text` is wider than `width`.
+/// `font`, reduced until `text` fits `width`.
 QFont fitted(QFont font, const QString& text, double width)
 {
     while (QFontMetricsF(font).horizontalAdvance(text) > width && font.pointSizeF() > smallestText) {
@@ -94,7 +94,7 @@ bool DonutChart::event(QEvent* event)
 
 void DonutChart::mouseMoveEvent(QMouseEvent* event)
 {
-    // A tooltip that is shown already goes on with the slice under the pointer.
+    // A visible tooltip follows the pointer to another slice.
     if (QToolTip::isVisible() && sliceAt(event->position()) != m_tipSlice) {
         showTip(event->pos());
     }
@@ -118,7 +118,7 @@ void DonutChart::paintEvent(QPaintEvent* /*event*/)
 
 void DonutChart::paintTotal(QPainter& painter) const
 {
-    // The square in the hole is as wide as both lines may be, wherever they stand in it.
+    // The square inscribed in the hole limits the width of both lines.
     const double side = (circle().width() - 2 * thickness()) * 0.86;
     const QString caption = QStringLiteral("Total Size");
     const QFont captionFont = fitted(TextStyles::font(TextStyle::caption2), caption, side);

@@ -9,8 +9,8 @@
 
 namespace morlaine {
 
-/// The ring of the file-type chart with the total in its hole. It tells a slice's category and size in a tooltip while
-/// the pointer is over it. 130 points wide and high, less where there is no room.
+/// The ring of the file-type chart with the total in its hole. A tooltip shows category and size of the slice under the
+/// pointer. 130 by 130 points, or less if there is less room.
 class DonutChart final : public QWidget {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ public:
 
     void setSlices(std::vector<PieSlice> slices, std::int64_t total);
 
-    /// The slice at a place of this widget; nothing in the hole, in a gap and outside the ring.
+    /// The slice at a position; null in the hole, in a gap and outside the ring.
     [[nodiscard]] const PieSlice* sliceAt(const QPointF& position) const;
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -37,7 +37,7 @@ private:
 
     std::vector<PieSlice> m_slices;
     QString m_total;
-    const PieSlice* m_tipSlice = nullptr; // in m_slices
+    const PieSlice* m_tipSlice = nullptr; // points into m_slices
 };
 
 } // namespace morlaine

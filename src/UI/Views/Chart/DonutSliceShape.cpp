@@ -22,7 +22,7 @@ QPainterPath DonutSliceShape::path(const QRectF& rect) const
     const double inner = std::max(outer - thickness, 0.0);
     const double sweep = std::clamp(endAngle - startAngle, 0.0, 2 * std::numbers::pi);
 
-    // The painter counts degrees counterclockwise.
+    // QPainter counts degrees counterclockwise.
     constexpr double degrees = 180 / std::numbers::pi;
     const double from = -startAngle * degrees;
     const double turn = -sweep * degrees;

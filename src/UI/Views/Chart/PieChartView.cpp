@@ -22,7 +22,7 @@ namespace {
 constexpr int padding = 10;
 constexpr int betweenDonutAndLegend = 24;
 constexpr int inLegendRow = 6;
-constexpr int narrowestLegend = 96; // leaves the whole donut its place in a pane of the least width
+constexpr int narrowestLegend = 96; // leaves room for the whole ring in a pane of minimum width
 constexpr int symbolSide = 32;
 
 QString title()

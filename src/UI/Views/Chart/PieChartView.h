@@ -18,8 +18,8 @@ class FileNode;
 class MainViewModel;
 struct LegendRow;
 
-/// The panel "Storage by File Type": how the bytes of the whole scan divide among the file categories, wherever the
-/// treemap is zoomed into. A tree is summed once, when it is shown.
+/// The panel "Storage by File Type": the sizes of the file categories in the whole scan, wherever the treemap is zoomed
+/// into. Sums a tree once, when it is first shown.
 class PieChartView final : public RoundedBox {
     Q_OBJECT
 

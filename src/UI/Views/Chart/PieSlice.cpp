@@ -19,7 +19,7 @@ double radians(double degrees)
     return degrees * std::numbers::pi / 180;
 }
 
-/// The categories that hold anything, largest first.
+/// The categories with files, largest first.
 std::vector<std::pair<FileCategory, std::int64_t>> sortedSizes(const FileNode& root)
 {
     const CategorySizes sizes = categorySizes(root);

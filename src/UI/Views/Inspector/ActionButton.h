@@ -6,8 +6,7 @@
 
 namespace morlaine {
 
-/// A push button for a column of actions: icon and label begin at its leading edge, so that they line up below each
-/// other.
+/// A push button in a column of actions. Icon and label are aligned to the leading edge.
 class ActionButton final : public QPushButton {
     Q_OBJECT
 

@@ -10,8 +10,8 @@ namespace morlaine {
 
 class ElidingLabel;
 
-/// A label and its value on one line, the value at the trailing edge. The row's layout does not depend on the value, so
-/// that one that changes moves nothing; a value too long for the line goes on in more lines where these are allowed.
+/// A label and its value on one line, the value at the trailing edge. The layout does not depend on the value, so that
+/// nothing moves when it changes. A long value continues in further lines if these are allowed.
 class DetailRow final : public QWidget {
     Q_OBJECT
 

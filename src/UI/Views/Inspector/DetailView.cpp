@@ -13,7 +13,7 @@ namespace {
 
 constexpr QSize least(240, 120);
 
-/// `panel`, of which the lower part is reached by scrolling where the pane is low. What is behind shows through.
+/// Makes `panel` scroll if the pane is too low. The scroll area is transparent.
 QScrollArea* scrollable(QWidget* panel)
 {
     auto* area = new QScrollArea;

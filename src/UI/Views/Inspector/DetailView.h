@@ -12,21 +12,21 @@ class MainViewModel;
 class NodePanel;
 class ScanningPanel;
 
-/// The inspector: a running scan's progress, else the selected item with its actions, else an invitation to select one.
-/// It keeps no state of its own and scrolls what is higher than itself. Transparent; 240 points are wide enough for it.
+/// The inspector: the progress of a running scan, otherwise the selected item with its actions, otherwise an invitation
+/// to select one. It has no state of its own and scrolls if it is too low. Transparent; needs a width of 240 points.
 class DetailView final : public QStackedWidget {
     Q_OBJECT
 
 public:
     explicit DetailView(MainViewModel& viewModel, QWidget* parent = nullptr);
 
-    /// Whether there is a scan to cancel. The window has one meaning for Escape at a time, and asks.
+    /// Whether the progress of a running scan, with its button, is shown.
     [[nodiscard]] bool isCancelOffered() const;
 
-    /// Cancels the scan that runs, if one does; returns whether one did.
+    /// Cancels a running scan; returns whether there was one.
     bool cancelIfScanning();
 
-    /// What went wrong last, where nothing else is to be shown.
+    /// The last error message, if the inspector shows it.
     [[nodiscard]] std::optional<QString> message() const;
 
     [[nodiscard]] QSize minimumSizeHint() const override;

@@ -9,7 +9,7 @@ namespace morlaine {
 
 class ElidingLabel;
 
-/// The invitation to select something, with what went wrong last below it.
+/// The invitation to select something, with the last error message below it.
 class EmptyPanel final : public QWidget {
     Q_OBJECT
 

@@ -32,7 +32,7 @@ Panel panelFor(bool isScanning, bool hasSelection)
 
 QString formatDuration(double seconds)
 {
-    constexpr double tooLong = 1e15; // beyond it a double does not count single seconds
+    constexpr double tooLong = 1e15; // beyond it a double cannot represent single seconds
     if (!(seconds >= 0 && seconds < tooLong)) {
         return QStringLiteral("00:00");
     }

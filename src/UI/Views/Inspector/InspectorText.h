@@ -10,7 +10,7 @@
 
 namespace morlaine {
 
-/// What the inspector shows of an item, decided without a window.
+/// The texts of the inspector: pure functions that need no window.
 namespace InspectorText {
 
 enum class Panel { scanning, node, empty };
@@ -22,20 +22,20 @@ struct Row {
     friend bool operator==(const Row&, const Row&) = default;
 };
 
-/// A running scan comes first, then what is selected.
+/// A running scan takes precedence over a selection.
 [[nodiscard]] Panel panelFor(bool isScanning, bool hasSelection);
 
-/// Seconds as minutes and seconds, each of two digits at least, without hours: "01:05", "62:05". Fractions are dropped.
-/// "00:00" for an invalid duration: negative, infinite or not a number.
+/// A duration as minutes and seconds, two digits each or more, without hours: "01:05", "62:05". Rounds down. "00:00"
+/// for a negative, infinite or NaN duration.
 [[nodiscard]] QString formatDuration(double seconds);
 
-/// Size, share of the scan (with a root that holds anything), and how many items a folder holds.
+/// Size, share of the scan (if the root has a size), and the item count of a folder.
 [[nodiscard]] std::vector<Row> rowsFor(const FileNode& node, const std::optional<FileNode>& root);
 
-/// How far a scan has come, line by line.
+/// The progress of a scan.
 [[nodiscard]] std::vector<Row> rowsFor(const DiskScanner& scanner);
 
-/// The full path as text, not yet made fit to be shown. Invalid UTF-8 becomes U+FFFD.
+/// The full path, not yet processed by shownPath. Invalid UTF-8 becomes U+FFFD.
 [[nodiscard]] QString fullPath(const FileNode& node);
 
 } // namespace InspectorText

@@ -19,15 +19,15 @@ class MainViewModel;
 class SelectableText;
 class SymbolImage;
 
-/// The details of the selected node and what can be done with it. The actions are those of the model, on the node that
-/// is selected when they are asked for.
+/// The details of the selected node and its actions. An action applies to the node that is selected when the button is
+/// clicked.
 class NodePanel final : public QWidget {
     Q_OBJECT
 
 public:
     explicit NodePanel(MainViewModel& viewModel, QWidget* parent = nullptr);
 
-    /// Shows the selected node; leaves everything as it is where there is none.
+    /// Shows the selected node. Changes nothing if there is none.
     void refresh();
 
 private:
@@ -45,7 +45,7 @@ private:
     QLabel* m_kind = nullptr;
     std::array<DetailRow*, 3> m_rows{};
     SelectableText* m_path = nullptr;
-    std::vector<ActionButton*> m_actions; // one for each that the inspector offers
+    std::vector<ActionButton*> m_actions; // one for each action of the inspector
 };
 
 } // namespace morlaine

@@ -11,7 +11,7 @@ namespace morlaine {
 class DetailRow;
 class DiskScanner;
 
-/// How far a running scan has come, with the button that cancels it.
+/// The progress of a running scan, with the button that cancels it.
 class ScanningPanel final : public QWidget {
     Q_OBJECT
 

@@ -84,7 +84,7 @@ bool SelectableText::event(QEvent* event)
 
 void SelectableText::wheelEvent(QWheelEvent* event)
 {
-    event->ignore(); // it never scrolls, what it stands in does
+    event->ignore(); // leaves scrolling to the area around it
 }
 
 } // namespace morlaine

@@ -6,9 +6,9 @@
 
 namespace morlaine {
 
-/// A path to read, select and copy, as high as it needs to be: it breaks between words and components, or anywhere
-/// where one is longer than a line. It is shown so that it cannot mislead; what is copied is the exact path or part of
-/// it. A selection lasts until the path changes.
+/// A path to read, select and copy, as high as needed: it breaks between words and components, or inside one that is
+/// longer than a line. The shown text cannot mislead (see shownPath); copying yields the exact path or part of it. A
+/// selection is kept until the path changes.
 class SelectableText final : public QTextEdit {
     Q_OBJECT
 

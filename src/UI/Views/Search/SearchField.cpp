@@ -81,7 +81,7 @@ void SearchField::focusAndSelect()
     m_edit->selectAll();
 }
 
-/// The focus moves first, since a button that hides hands it to whatever comes next.
+/// Moves the focus first: Qt would give the focus of the hidden button to the next widget.
 void SearchField::clear()
 {
     m_edit->setFocus(Qt::OtherFocusReason);
@@ -96,7 +96,7 @@ bool SearchField::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
-/// The field itself leaves the key to those around it.
+/// QLineEdit ignores this key and passes it to its parent.
 void SearchField::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Down && m_edit->hasFocus()) {

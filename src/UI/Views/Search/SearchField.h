@@ -7,17 +7,17 @@ class QToolButton;
 
 namespace morlaine {
 
-/// A rounded row with a magnifier, a plain text field, and a button that clears it, shown while there is text.
+/// A rounded row with a magnifier, a text field, and a button that clears it, which is visible while there is text.
 class SearchField final : public QWidget {
     Q_OBJECT
 
 public:
     explicit SearchField(QWidget* parent = nullptr);
 
-    /// Shows another text, which is not announced.
+    /// Replaces the text. Does not emit `edited`.
     void setText(const QString& text);
 
-    /// Puts the keyboard here, with the whole text selected.
+    /// Focuses the field and selects the whole text.
     void focusAndSelect();
 
 Q_SIGNALS:

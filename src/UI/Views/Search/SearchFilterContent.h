@@ -12,7 +12,7 @@
 
 namespace morlaine {
 
-/// A threshold that the search panel offers.
+/// A size threshold in the search panel.
 struct SizeFilter {
     QLatin1StringView name;
     std::optional<std::int64_t> bytes; // nothing for no threshold
@@ -29,16 +29,16 @@ inline constexpr std::array<SizeFilter, 7> sizeFilters{{
     {QLatin1StringView("> 10 GB"), 10'737'418'240},
 }};
 
-/// The threshold at that place of the list. A place outside it is a fault of the program and ends it.
+/// The threshold at that index of the list. An index outside the list is a programming error and ends the program.
 [[nodiscard]] std::optional<std::int64_t> sizeFilterBytes(int index);
 
-/// What stands below the search inputs: an invitation, the word that nothing was found, or the list.
+/// The area below the search inputs: an invitation, a message that nothing was found, or the list.
 enum class SearchContent { idle, nothingFound, results };
 
 [[nodiscard]] SearchContent searchContent(const QString& text, std::optional<FileCategory> category,
                                           std::optional<std::int64_t> minSize, bool hasResults);
 
-/// What the row of a result shows.
+/// The content of a result's row.
 struct SearchResultRow {
     QString name;
     QString path;
@@ -46,7 +46,7 @@ struct SearchResultRow {
     bool isDirectory = false;
     QColor iconColor;
 
-    /// As a screen reader says it.
+    /// The text for screen readers.
     [[nodiscard]] QString accessibleText() const;
 };
 

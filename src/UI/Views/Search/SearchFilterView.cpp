@@ -26,7 +26,7 @@ namespace {
 
 constexpr int margin = 8;
 
-/// The first entry of the picker stands for no category.
+/// The first entry of the picker means no category.
 std::optional<FileCategory> categoryAt(int pickerIndex)
 {
     if (pickerIndex <= 0) {
@@ -43,8 +43,8 @@ int pickerIndexOf(std::optional<FileCategory> category)
                     : 0;
 }
 
-/// Keeps Escape for the open list of a picker. The list would close without taking the key, so that a shortcut of the
-/// window would act on it too.
+/// Closes an open picker on Escape. Qt would close it without consuming the key, and the window's shortcut would run
+/// too.
 class EscapeFilter final : public QObject {
 public:
     explicit EscapeFilter(QComboBox& picker) : QObject(&picker), m_picker(picker)
@@ -66,8 +66,8 @@ private:
     QComboBox& m_picker;
 };
 
-/// A picker may become narrower than its longest entry. Assistive technology takes its entry for its name, and asks for
-/// the label instead, which is not shown.
+/// The picker may be narrower than its longest entry. Screen readers read the current entry as its name; the hidden
+/// label gives it a title.
 void prepare(QComboBox& picker, const QString& title)
 {
     auto* label = new QLabel(title, picker.parentWidget());
@@ -146,7 +146,7 @@ void SearchFilterView::buildSizePicker()
     for (const SizeFilter& filter : sizeFilters) {
         m_sizePicker->addItem(filter.name);
     }
-    // Choosing "Any Size" again lifts a threshold that the model has kept from before this panel.
+    // Also emitted for choosing "Any Size" again, which clears a threshold in the model that this panel does not show.
     connect(m_sizePicker, &QComboBox::activated, this, &SearchFilterView::chooseSize);
 }
 
@@ -192,8 +192,7 @@ void SearchFilterView::refresh()
     updateSelection();
 }
 
-/// What the user enters is in the model before control returns here, so that the model's values are never older than
-/// what stands in the inputs.
+/// User input is written to the model at once, so that the model is never older than the inputs.
 void SearchFilterView::updateInputs()
 {
     m_field->setText(m_viewModel.searchText());
@@ -208,7 +207,7 @@ void SearchFilterView::updateContent()
                                                               m_viewModel.minSizeFilter(), !results.empty())));
 }
 
-/// The list shows a selection only as long as it is the model's.
+/// A selection in the list is cleared when it differs from the model's.
 void SearchFilterView::updateSelection()
 {
     const QModelIndexList selected = m_list->selectionModel()->selectedIndexes();
@@ -247,7 +246,7 @@ void SearchFilterView::selectCurrent()
     select(m_list->currentIndex());
 }
 
-/// The results may be newer than the list.
+/// Refreshes first: the results may be newer than the list.
 void SearchFilterView::selectFirstResult()
 {
     refresh();

@@ -16,11 +16,11 @@ class SearchField;
 class SearchResultsModel;
 class UniformListView;
 
-/// The panel that narrows the tree by text, file type and least size, and lists what the search has found. It searches
-/// nothing itself: it writes the inputs into the model and shows the results that the model publishes.
+/// The panel that filters the tree by text, file type and minimum size, and lists the results. It writes the inputs to
+/// the model and shows the results that the model publishes.
 ///
-/// Text and type live in the model, and a new panel shows them. The place in the list of thresholds lives here and
-/// starts at the first, whatever the model's threshold is.
+/// The model keeps text and type, and a new panel shows them. The panel keeps the selected threshold; a new panel
+/// starts with the first one, whatever the model's threshold is.
 class SearchFilterView final : public QWidget {
     Q_OBJECT
 
@@ -28,10 +28,10 @@ public:
     /// `viewModel` must outlive this.
     explicit SearchFilterView(MainViewModel& viewModel, QWidget* parent = nullptr);
 
-    /// Puts the keyboard into the search field, with its text selected.
+    /// Focuses the search field and selects its text.
     void focusSearchField();
 
-    /// Into `sizeFilters`.
+    /// Index into `sizeFilters`.
     [[nodiscard]] int selectedSizeFilterIndex() const;
 
 private:

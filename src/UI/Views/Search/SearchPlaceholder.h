@@ -8,8 +8,8 @@ namespace morlaine {
 
 class SymbolImage;
 
-/// A symbol, a headline and perhaps a caption in the middle of an area that has no list to show. Fits into any height:
-/// where room is short the symbol goes first.
+/// A symbol, a headline and an optional caption, centred in an area without a list. If the area is too low, the symbol
+/// is hidden first.
 class SearchPlaceholder final : public QWidget {
     Q_OBJECT
 

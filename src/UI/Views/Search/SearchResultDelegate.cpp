@@ -46,7 +46,7 @@ struct RowColors {
     QColor detail;
 };
 
-/// The selection stands out while the keyboard acts on it.
+/// The selected row is highlighted strongly while the list has the focus.
 RowColors colorsOf(const SearchResultRow& row, const QPalette& palette, bool isEmphasized)
 {
     if (isEmphasized) {

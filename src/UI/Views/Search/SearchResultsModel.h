@@ -6,7 +6,7 @@
 
 namespace morlaine {
 
-/// The results of a search as rows, in their order. Shares the results; the texts of a row are made when asked for.
+/// The results of a search as rows, in their order. Shares the results, and builds the texts of a row on access.
 class SearchResultsModel final : public QAbstractListModel {
     Q_OBJECT
 
@@ -15,7 +15,7 @@ public:
     SearchResultsModel(const SearchResultsModel&) = delete;
     SearchResultsModel& operator=(const SearchResultsModel&) = delete;
 
-    /// Does nothing for the results that are shown already.
+    /// Does nothing if these results are shown already.
     void setResults(const SearchResults& results);
 
     /// The result of a row that exists.

@@ -10,8 +10,8 @@
 
 namespace morlaine {
 
-/// One place that can be scanned: a button without a frame that fills the width of the sidebar. Shows a cue at its end
-/// when it is told to, for which there is always room.
+/// A place that can be scanned: a frameless button of the sidebar's width. It can show a cue at its end, for which it
+/// always reserves room.
 class PlaceRow final : public QPushButton {
     Q_OBJECT
 
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    /// The pointer has come or gone, whether or not the row is enabled.
+    /// The pointer has entered or left the row, enabled or not.
     void hoverChanged(bool isUnderPointer);
 
 protected:
@@ -55,7 +55,7 @@ private:
     Uuid m_id;
     QString m_name;
     SymbolName m_symbol;
-    std::optional<Usage> m_usage; // of a volume
+    std::optional<Usage> m_usage; // volumes only
     bool m_isCueShown = false;
 };
 

@@ -11,10 +11,10 @@ class RecentScanDelegate final : public QAbstractItemDelegate {
     Q_OBJECT
 
 public:
-    /// `model` must outlive this.
+    /// `model` must outlive this object.
     explicit RecentScanDelegate(const RecentScansModel& model, QObject* parent = nullptr);
 
-    /// Where in a row at `rowRect` the trash can takes clicks.
+    /// The area of the trash can that takes clicks, in a row at `rowRect`.
     [[nodiscard]] static QRect trashRect(const QRect& rowRect);
 
     /// The row whose trash can is under the pointer; -1 for none.
@@ -22,7 +22,7 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
-    /// The height of every row; `index` is not looked at.
+    /// The height of every row; ignores `index`.
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:

@@ -81,7 +81,7 @@ void RecentScansList::currentChanged(const QModelIndex& current, const QModelInd
     announceRow();
 }
 
-/// Whoever scrolls the list first brings the whole of it into view, and then learns of the row.
+/// Queued: the scroll area first scrolls to the whole list, then to the row.
 void RecentScansList::focusInEvent(QFocusEvent* event)
 {
     UniformListView::focusInEvent(event);
@@ -133,7 +133,7 @@ void RecentScansList::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton || part.row < 0 || pressed != part) {
         return;
     }
-    // A copy, since acting on it may change the rows.
+    // A copy: the handler may change the rows.
     const HistoricalScan scan = m_scans->row(part.row).scan;
     if (part.isTrash) {
         Q_EMIT removeRequested(scan.id);
@@ -197,7 +197,7 @@ void RecentScansList::showRowMenu(const QModelIndex& index, const QPoint& global
     menu->popup(globalPosition);
 }
 
-/// Left to what scrolls the list.
+/// Leaves scrolling to the sidebar.
 void RecentScansList::wheelEvent(QWheelEvent* event)
 {
     event->ignore();

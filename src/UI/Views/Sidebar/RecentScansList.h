@@ -15,19 +15,19 @@ struct HistoricalScan;
 class RecentScanDelegate;
 class RecentScansModel;
 
-/// The earlier scans. As high as all of its rows, so that it scrolls with whatever is around it; keeps the dates
-/// current while it can be seen.
+/// The recent scans. As high as all of its rows, since the whole sidebar scrolls. Updates the dates while it is
+/// visible.
 ///
-/// A click opens a scan, one on the trash can removes it; a second click of a double click does nothing more, since
-/// another row may have moved there. The arrow keys move from row to row, Return opens, and the menu key offers to
-/// remove.
+/// A click opens a scan; a click on the trash can deletes it. The second click of a double click does nothing, since
+/// another row may have moved there. The arrow keys move between rows, Return opens a scan, and the context menu
+/// deletes it.
 class RecentScansList final : public UniformListView {
     Q_OBJECT
 
 public:
     explicit RecentScansList(QWidget* parent = nullptr);
 
-    /// Keeps the current row where its scan is still there.
+    /// Keeps the current row if its scan still exists.
     void setHistory(const std::vector<HistoricalScan>& history);
 
     void doItemsLayout() override;
@@ -36,7 +36,7 @@ Q_SIGNALS:
     void openRequested(const HistoricalScan& scan);
     void removeRequested(const Uuid& id);
 
-    /// The keyboard has come to the row at `rect` (in this widget).
+    /// The keyboard focus has moved to the row at `rect` (in coordinates of this widget).
     void rowEntered(const QRect& rect);
 
 protected:
@@ -53,7 +53,7 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    /// What is at one point.
+    /// What lies at a point.
     struct Part {
         int row = -1;
         bool isTrash = false;

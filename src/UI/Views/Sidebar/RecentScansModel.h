@@ -10,9 +10,9 @@
 
 namespace morlaine {
 
-/// The earlier scans as rows, each with how long ago it was.
+/// The recent scans as rows, each with its age.
 ///
-/// Has no Q_OBJECT, which it needs for nothing: moc (6.4) cannot read a header that begins with certain standard ones.
+/// Has no Q_OBJECT, which it does not need: moc 6.4 cannot parse one of the standard headers.
 class RecentScansModel final : public QAbstractListModel {
 public:
     using QAbstractListModel::QAbstractListModel;
@@ -21,13 +21,13 @@ public:
         HistoricalScan scan;
         QString name; // of the scanned folder
         QString size;
-        QString date; // as seen from the last call of setHistory or updateDates
+        QString date; // relative to the last call of setHistory or updateDates
     };
 
-    /// Resets the rows, unless they show that history already: then false.
+    /// Resets the rows and returns true, unless the history is unchanged.
     bool setHistory(const std::vector<HistoricalScan>& history, Date now);
 
-    /// Announces the rows whose date reads differently by now.
+    /// Updates the dates and announces the rows whose text changes.
     void updateDates(Date now);
 
     [[nodiscard]] const Row& row(int row) const { return m_rows[static_cast<std::size_t>(row)]; }

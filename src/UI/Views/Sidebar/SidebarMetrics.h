@@ -1,9 +1,9 @@
 #pragma once
 
-/// What the rows of the sidebar have in common, in points.
+/// The common metrics of the sidebar's rows, in points.
 namespace morlaine::SidebarMetrics {
 
-inline constexpr int inset = 4;   // between the edge and what frames a row
-inline constexpr int margin = 12; // between the edge and what a row shows
+inline constexpr int inset = 4;   // from the edge to the frame of a row
+inline constexpr int margin = 12; // from the edge to the content of a row
 
 } // namespace morlaine::SidebarMetrics

@@ -11,13 +11,13 @@ namespace morlaine {
 /// "120 GB free of 500 GB".
 [[nodiscard]] QString volumeCaption(const VolumeInfo& volume);
 
-/// Of the bar that shows how full a volume is: red above nine tenths, otherwise blue.
+/// The colour of a volume's usage bar: red above nine tenths, otherwise blue.
 [[nodiscard]] QColor usageColor(double percentUsed);
 
-/// The help text of a place: "Scan Home".
+/// The help text of a place, such as "Scan Home".
 [[nodiscard]] QString scanHelp(const QString& name);
 
-/// The scanned folder's own name; a slash for the root of the file system.
+/// The name of the scanned folder; a slash for the root of the file system.
 [[nodiscard]] QString folderName(const HistoricalScan& scan);
 
 } // namespace morlaine

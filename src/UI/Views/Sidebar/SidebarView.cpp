@@ -19,7 +19,7 @@ constexpr int sectionSpacing = 18;
 constexpr int headerSpacing = 2;
 constexpr int emptyLineIndent = 8;
 
-/// Whether each row still stands for the place at its position. A place that was read again is another.
+/// Whether the rows match the places one by one. A reloaded place has a new id.
 template <typename Place>
 bool areRowsOf(const std::vector<PlaceRow*>& rows, const std::vector<Place>& places)
 {
@@ -150,8 +150,7 @@ void SidebarView::updateFavorites()
     updateTabOrder();
 }
 
-/// From top to bottom, whenever a row was made.
-/// The order is that of the window, into which this comes later.
+/// The tab order belongs to the window, which the sidebar joins after its first rows were made.
 void SidebarView::showEvent(QShowEvent* event)
 {
     QScrollArea::showEvent(event);
@@ -172,14 +171,15 @@ void SidebarView::updateTabOrder()
     append(m_recentScans);
 }
 
-/// Before it is disabled: otherwise the keyboard would go to the next widget, and the sidebar scroll there.
+/// Called before the row is disabled: otherwise the focus would move to the next widget, and the sidebar would scroll
+/// to it.
 void SidebarView::leaveRow(PlaceRow& row)
 {
     m_rowLeft = &row;
     window()->setFocus();
 }
 
-/// Unless the keyboard has gone elsewhere meanwhile.
+/// Unless the focus has moved elsewhere in the meantime.
 void SidebarView::returnToRow()
 {
     if (m_rowLeft != nullptr && window()->focusWidget() == window()) {

@@ -17,13 +17,13 @@ class PlaceRow;
 class RecentScansList;
 class SpaceBreakdownView;
 
-/// The left column: the places that can be scanned, the earlier scans, and what the tree that is shown consists of, all
-/// in one stretch that scrolls as a whole. While a scan runs the places are disabled; the earlier scans stay active.
+/// The left column: the places to scan, the recent scans, and the space breakdown of the shown tree, in one scroll
+/// area. The places are disabled while a scan runs; the recent scans stay active.
 class SidebarView final : public QScrollArea {
     Q_OBJECT
 
 public:
-    /// `viewModel` must outlive this.
+    /// `viewModel` must outlive this object.
     explicit SidebarView(MainViewModel& viewModel, QWidget* parent = nullptr);
 
 protected:
@@ -50,8 +50,8 @@ private:
     std::optional<Uuid> m_hoverFavoriteID; // likewise
     std::vector<PlaceRow*> m_volumeRows;   // owned by the sections
     std::vector<PlaceRow*> m_favoriteRows;
-    QPointer<PlaceRow> m_rowLeft;      // had the keyboard when a scan began
-    std::optional<Uuid> m_shownRootID; // of the tree that the breakdown is of
+    QPointer<PlaceRow> m_rowLeft;      // had the focus when a scan began
+    std::optional<Uuid> m_shownRootID; // root of the tree in the breakdown
     QVBoxLayout* m_volumes;
     QVBoxLayout* m_favorites;
     QWidget* m_noRecentScans;

@@ -7,13 +7,13 @@
 
 namespace morlaine {
 
-/// The bytes of all files of that category in a tree; folders add nothing of their own. Checked.
+/// The sizes of all files of that category in a tree. Checked for overflow.
 [[nodiscard]] std::int64_t sizeOfCategory(FileCategory category, const FileNode& node);
 
 /// Adds them to `size`.
 void calculateCategorySize(const FileNode& node, FileCategory category, std::int64_t& size);
 
-/// How much of a tree falls to one category.
+/// The size of one category in a tree.
 struct CategoryShare {
     FileCategory category;
     std::int64_t size = 0; // bytes, at least 1
@@ -21,7 +21,7 @@ struct CategoryShare {
     friend bool operator==(const CategoryShare&, const CategoryShare&) = default;
 };
 
-/// The categories that hold anything, in their order. One pass over the tree for all of them.
+/// The categories with files, in their order. Passes over the tree once.
 [[nodiscard]] std::vector<CategoryShare> spaceBreakdown(const FileNode& root);
 
 } // namespace morlaine

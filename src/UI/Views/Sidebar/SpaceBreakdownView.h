@@ -6,7 +6,7 @@
 
 namespace morlaine {
 
-/// A row for each category that holds anything: a dot in its colour, its name, its size.
+/// A row for each category with files: a dot of its colour, its name, its size.
 class SpaceBreakdownView final : public QWidget {
     Q_OBJECT
 

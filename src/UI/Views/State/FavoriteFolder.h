@@ -7,12 +7,12 @@
 
 namespace morlaine {
 
-/// One folder that people often look into, as the sidebar lists it. It need not exist.
+/// A favourite folder in the sidebar. It need not exist.
 struct FavoriteFolder {
-    Uuid id; // fresh for each record
+    Uuid id; // new for each record
     FileUrl url;
-    std::string name;     // for people
-    std::string iconName; // of the symbol beside it
+    std::string name;     // the name to show
+    std::string iconName; // the symbol beside it
 };
 
 } // namespace morlaine

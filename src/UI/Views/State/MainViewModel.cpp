@@ -23,7 +23,7 @@ Value takeLast(std::vector<Value>& stack)
     return last;
 }
 
-/// The root of the file system has no last component; it goes by its path.
+/// The root of the file system has no last component; its name is its path.
 std::string nameOfMountPoint(const FileUrl& url)
 {
     const std::string_view lastComponent = url.lastPathComponent();
@@ -39,7 +39,7 @@ std::optional<VolumeInfo> volumeInfo(const MountedVolume& volume)
                       *volume.totalCapacity, volume.availableCapacity.value_or(0)};
 }
 
-/// Stands in the list where there is no volume to show, so that it is never empty.
+/// Shown if there are no volumes, so that the list is never empty.
 VolumeInfo placeholderVolume()
 {
     constexpr std::int64_t gibibyte = std::int64_t{1} << 30;
@@ -105,7 +105,7 @@ void MainViewModel::cancelScan()
     m_scanner->cancelScan();
 }
 
-/// The search inputs other than the text stay, and so does the index.
+/// Keeps the type and size filters, and the index.
 void MainViewModel::resetSession()
 {
     publish(m_currentRootNode, std::nullopt);
@@ -118,7 +118,7 @@ void MainViewModel::resetSession()
     publish(m_highlightIDs, NodeIDSet());
 }
 
-/// Looks at the scanner from time to time until it has stopped, whichever scan it is running by then.
+/// Polls the scanner until it has stopped, even if another scan is running by then.
 void MainViewModel::startWatcher()
 {
     QTimer::singleShot(watchInterval, this, [this] {

@@ -9,10 +9,10 @@ namespace morlaine {
 class FileNode;
 class MainViewModel;
 
-/// What can be done with a node.
+/// An action on a node.
 enum class NodeAction { reveal, open, copyPath, zoomIn };
 
-/// Where this is offered.
+/// Where the action is offered.
 enum class NodeActionPlace { treemapMenu, resultMenu, inspector };
 
 struct OfferedAction {
@@ -23,7 +23,7 @@ struct OfferedAction {
     [[nodiscard]] bool isFor(const FileNode& node) const;
 };
 
-/// In the order and the words of the place.
+/// The actions of that place, in its order and with its labels.
 [[nodiscard]] std::span<const OfferedAction> actionsOffered(NodeActionPlace place);
 
 /// Main thread only.

@@ -8,10 +8,10 @@
 
 namespace morlaine {
 
-/// One mounted volume as the sidebar lists it.
+/// A mounted volume in the sidebar.
 struct VolumeInfo {
-    Uuid id;                    // fresh for each record
-    FileUrl url;                // where it is mounted
+    Uuid id;                    // new for each record
+    FileUrl url;                // the mount point
     std::string name;           // valid UTF-8
     std::int64_t totalSize = 0; // bytes
     std::int64_t freeSize = 0;  // bytes
@@ -19,7 +19,7 @@ struct VolumeInfo {
     [[nodiscard]] std::string formattedFreeSize() const;
     [[nodiscard]] std::string formattedTotalSize() const;
 
-    /// The share in use as a fraction of 1; 0 for a volume without a size.
+    /// The used share, 0...1; 0 for a volume without a size.
     [[nodiscard]] double percentUsed() const;
 };
 

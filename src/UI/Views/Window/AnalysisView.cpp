@@ -14,7 +14,7 @@ namespace morlaine {
 namespace {
 
 constexpr int narrowestPane = 280;
-constexpr int narrowestSearch = 190; // where there is not enough for both
+constexpr int narrowestSearch = 190; // if there is not enough room for both panes
 constexpr int lowestPane = 140;
 constexpr int idealPaneHeight = 200;
 constexpr int highestPane = 360;
@@ -48,8 +48,8 @@ AnalysisView::AnalysisView(MainViewModel& viewModel, QWidget* parent)
     setSizes({highestPane * 4, idealPaneHeight});
 }
 
-/// In the smallest window both side columns leave less room than the two panes want; the search then gives way, whose
-/// texts are elided more gracefully than the chart's.
+/// In the smallest window there is less room than the two panes want. The search then shrinks first, since its texts
+/// elide better than the chart's.
 void AnalysisView::resizeEvent(QResizeEvent* event)
 {
     const int room = width() - m_bottom->handleWidth();

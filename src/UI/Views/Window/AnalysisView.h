@@ -8,12 +8,12 @@ class MainViewModel;
 class PieChartView;
 class SearchFilterView;
 
-/// What fills the middle of the window while a tree is shown: the treemap above the search and the chart.
+/// The middle of the window while a tree is shown: the treemap above the search and the chart.
 class AnalysisView final : public QSplitter {
     Q_OBJECT
 
 public:
-    /// With less, its parts are narrower than they would like. Points.
+    /// Below this width its parts are narrower than they should be. In points.
     static constexpr int comfortableWidth = 566;
 
     explicit AnalysisView(MainViewModel& viewModel, QWidget* parent = nullptr);

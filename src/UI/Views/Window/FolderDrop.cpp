@@ -39,7 +39,7 @@ bool FolderDrop::eventFilter(QObject* watched, QEvent* event)
     }
 }
 
-/// Reads the list of urls itself: Qt's own form of it loses bytes that are not UTF-8.
+/// Parses the list of urls itself: QUrl loses bytes that are invalid UTF-8.
 std::optional<FileUrl> FolderDrop::folderIn(const QMimeData& mime) const
 {
     std::vector<FileUrl> urls;

@@ -15,13 +15,13 @@ class QMimeData;
 
 namespace morlaine {
 
-/// Lets a folder be dropped on a window, and covers the window with a sign while one hovers over it. What is not a
-/// folder is refused.
+/// Accepts a folder that is dropped on a window, and covers the window with a sign while one is dragged over it.
+/// Refuses anything else.
 class FolderDrop final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `isAllowed` is asked whenever something is dragged over the window. `window` owns this widget.
+    /// Calls `isAllowed` on each drag and drop. `window` owns this widget.
     FolderDrop(QWidget& window, std::shared_ptr<const FileSystem> fileSystem, std::function<bool()> isAllowed);
 
 Q_SIGNALS:
@@ -40,7 +40,7 @@ private:
     const std::function<bool()> m_isAllowed;
 };
 
-/// The first of `urls` that is a folder, or a link to one, which is then followed.
+/// The first of `urls` that is a folder or a link to one; a link is resolved.
 [[nodiscard]] std::optional<FileUrl> firstFolder(const std::vector<FileUrl>& urls, const FileSystem& fileSystem);
 
 } // namespace morlaine

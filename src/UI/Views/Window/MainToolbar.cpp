@@ -16,7 +16,7 @@ namespace {
 
 constexpr QSize iconSide(18, 18);
 
-/// The name is for those who cannot see the picture.
+/// The name is the accessible name of the picture.
 QAction* addButton(QToolBar& toolbar, SymbolName symbol, const QString& name)
 {
     QAction* action = toolbar.addAction(Symbols::icon(symbol), name);
@@ -27,7 +27,7 @@ QAction* addButton(QToolBar& toolbar, SymbolName symbol, const QString& name)
     return action;
 }
 
-/// A button that goes while it has the focus would pass it on to its neighbour, and the space bar with it.
+/// If a button with the focus disappeared, its neighbour would get the focus, and with it the space bar.
 void setAvailable(const QToolBar& toolbar, QAction& action, bool isEnabled, bool isVisible)
 {
     if (toolbar.widgetForAction(&action)->hasFocus() && !(isEnabled && isVisible)) {
@@ -77,12 +77,12 @@ void MainToolbar::buildPrimaryGroup()
     qobject_cast<QToolButton*>(widgetForAction(m_scan))->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     connect(m_scan, &QAction::triggered, this, &MainToolbar::scanRequested);
 
-    m_detail = addButton(*this, "sidebar.trailing", QStringLiteral("Inspector"));
-    m_detail->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_I));
-    connect(m_detail, &QAction::triggered, this, &MainToolbar::detailToggled);
+    m_inspector = addButton(*this, "sidebar.trailing", QStringLiteral("Inspector"));
+    m_inspector->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_I));
+    connect(m_inspector, &QAction::triggered, this, &MainToolbar::inspectorToggled);
 }
 
-/// The button of an action would tell the action's text once more in a tooltip.
+/// Not an action: its button would repeat the label in a tooltip.
 QWidget* MainToolbar::makeCancelButton()
 {
     auto* button = new QToolButton;
@@ -104,8 +104,8 @@ void MainToolbar::updateTexts()
 {
     m_sidebar->setToolTip(m_state.isSidebarVisible ? QStringLiteral("Hide Disks Sidebar (⌥⌘S or ⌘S)")
                                                    : QStringLiteral("Show Disks Sidebar (⌥⌘S or ⌘S)"));
-    m_detail->setToolTip(m_state.isDetailVisible ? QStringLiteral("Hide Inspector (⌥⌘I)")
-                                                 : QStringLiteral("Show Inspector (⌥⌘I)"));
+    m_inspector->setToolTip(m_state.isDetailVisible ? QStringLiteral("Hide Inspector (⌥⌘I)")
+                                                    : QStringLiteral("Show Inspector (⌥⌘I)"));
     m_scan->setToolTip(QStringLiteral("Select folder to scan disk space"));
     m_back->setToolTip(QStringLiteral("Go Back"));
     m_forward->setToolTip(QStringLiteral("Go Forward"));
@@ -113,7 +113,7 @@ void MainToolbar::updateTexts()
     setAvailable(*this, *m_back, m_state.canGoBack, true);
     setAvailable(*this, *m_forward, m_state.canGoForward, true);
     setAvailable(*this, *m_cancel, true, m_state.isScanning);
-    setAvailable(*this, *m_scan, !m_state.isScanning, !m_state.isScanning); // and with it the shortcut
+    setAvailable(*this, *m_scan, !m_state.isScanning, !m_state.isScanning); // also disables the shortcut
 }
 
 void MainToolbar::changeEvent(QEvent* event)

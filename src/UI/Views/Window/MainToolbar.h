@@ -7,7 +7,7 @@ class QToolButton;
 
 namespace morlaine {
 
-/// The window's toolbar with the shortcuts of its buttons. It shows what it is told and reports what is wanted of it.
+/// The window's toolbar with its shortcuts. Shows the given state and emits a signal for each action.
 class MainToolbar final : public QToolBar {
     Q_OBJECT
 
@@ -32,7 +32,7 @@ Q_SIGNALS:
     void forwardRequested();
     void scanRequested();
     void cancelRequested();
-    void detailToggled();
+    void inspectorToggled();
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -51,7 +51,7 @@ private:
     QAction* m_progress = nullptr;
     QAction* m_cancel = nullptr;
     QAction* m_scan = nullptr;
-    QAction* m_detail = nullptr;
+    QAction* m_inspector = nullptr;
 };
 
 } // namespace morlaine

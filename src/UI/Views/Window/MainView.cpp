@@ -32,15 +32,15 @@ constexpr QSize minimumContentSize(960, 640);
 constexpr QSize preferredSize(1280, 820);
 constexpr int narrowestCentralArea = 400;
 constexpr SideColumn::Widths sidebarWidths{200, 240, 360};
-constexpr SideColumn::Widths detailWidths{240, 280, 420};
+constexpr SideColumn::Widths inspectorWidths{240, 280, 420};
 
-/// Controls that people press with the space bar.
+/// Controls that the space bar presses.
 bool isPressedBySpace(const QWidget* widget)
 {
     return qobject_cast<const QAbstractButton*>(widget) != nullptr || qobject_cast<const QComboBox*>(widget) != nullptr;
 }
 
-/// The focus goes from the leading column to the trailing one, whichever part was made first.
+/// Moves `part` to the end of the tab order, which follows the order of construction otherwise.
 void moveToEndOfTabOrder(const QWidget& part)
 {
     QWidget* const window = part.window();
@@ -83,7 +83,7 @@ MainView::MainView(const MainViewModel::Environment& environment, std::unique_pt
     m_banner = new MessageBanner(this);
     connect(&m_viewModel->scanner(), &DiskScanner::failed, this, &MainView::showFailure);
     refresh();
-    // Otherwise the first button would begin with the focus, and take the space bar for itself.
+    // Otherwise the first button would have the focus, and with it the space bar.
     setFocus();
     resize(preferredSize.boundedTo(screen()->availableSize()));
 }
@@ -95,7 +95,7 @@ void MainView::buildToolbar()
     m_toolbar = new MainToolbar(this);
     addToolBar(m_toolbar);
     connect(m_toolbar, &MainToolbar::sidebarToggled, this, &MainView::toggleSidebar);
-    connect(m_toolbar, &MainToolbar::detailToggled, this, &MainView::toggleDetail);
+    connect(m_toolbar, &MainToolbar::inspectorToggled, this, &MainView::toggleInspector);
     connect(m_toolbar, &MainToolbar::backRequested, m_viewModel.get(), &MainViewModel::navigateBack);
     connect(m_toolbar, &MainToolbar::forwardRequested, m_viewModel.get(), &MainViewModel::navigateForward);
     connect(m_toolbar, &MainToolbar::cancelRequested, m_viewModel.get(), &MainViewModel::cancelScan);
@@ -116,14 +116,14 @@ void MainView::buildColumns()
     QWidget* backing =
         Theme::VisualEffectView{Theme::Material::sidebar, Theme::BlendingMode::withinWindow}.make(nullptr);
     m_detailView = new DetailView(*m_viewModel);
-    auto* inspector = new QVBoxLayout(backing);
-    inspector->setContentsMargins({});
-    inspector->addWidget(m_detailView);
+    auto* layout = new QVBoxLayout(backing);
+    layout->setContentsMargins({});
+    layout->addWidget(m_detailView);
     auto* sidebar = new SideColumn(SideColumn::Side::leading, sidebarWidths, new SidebarView(*m_viewModel));
-    auto* detail = new SideColumn(SideColumn::Side::trailing, detailWidths, backing);
+    auto* inspector = new SideColumn(SideColumn::Side::trailing, inspectorWidths, backing);
     sidebar->setObjectName(QStringLiteral("sidebar"));
-    detail->setObjectName(QStringLiteral("inspector"));
-    m_columns = new WindowColumns(sidebar, m_centralArea, detail, AnalysisView::comfortableWidth);
+    inspector->setObjectName(QStringLiteral("inspector"));
+    m_columns = new WindowColumns(sidebar, m_centralArea, inspector, AnalysisView::comfortableWidth);
     m_columns->setMinimumSize(minimumContentSize);
     setCentralWidget(m_columns);
 }
@@ -159,7 +159,7 @@ void MainView::openFirstFolder(const std::vector<FileUrl>& urls)
 
 bool MainView::event(QEvent* event)
 {
-    // Whoever has the focus is asked first; what accepts this gets the key instead of the shortcut.
+    // Qt asks the focus widget first. Accepting this event sends the key to the widget instead of the shortcut.
     if (event->type() == QEvent::ShortcutOverride) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_Space && key->modifiers() == Qt::NoModifier && isPressedBySpace(focusWidget())) {
@@ -177,7 +177,7 @@ void MainView::refresh()
     updateCentralArea();
 }
 
-/// The analysis begins afresh with each tree that comes after none.
+/// Makes a new analysis for the first tree after none was shown.
 void MainView::updateCentralArea()
 {
     const bool hasTree = m_viewModel->currentRootNode().has_value();
@@ -190,7 +190,7 @@ void MainView::updateCentralArea()
         moveToEndOfTabOrder(*m_detailView);
     } else {
         if (m_analysis->isAncestorOf(focusWidget())) {
-            setFocus(); // or it would pass to the first button, and the space bar with it
+            setFocus(); // otherwise the first button would get the focus, and with it the space bar
         }
         m_centralArea->removeWidget(m_analysis);
         std::exchange(m_analysis, nullptr)->deleteLater();
@@ -204,12 +204,12 @@ void MainView::toggleSidebar()
     refresh();
 }
 
-void MainView::toggleDetail()
+void MainView::toggleInspector()
 {
     m_isDetailVisible = !m_isDetailVisible;
     m_columns->setShown(WindowColumns::Side::trailing, m_isDetailVisible);
     if (m_isDetailVisible) {
-        m_banner->hide(); // the inspector says it
+        m_banner->hide(); // the inspector shows the message
     }
     refresh();
 }
@@ -224,7 +224,8 @@ void MainView::chooseFolder(const FolderChooser::Texts& texts)
     m_folderChooser->choose(*this, texts, [this](const FileUrl& folder) { m_viewModel->scan(folder); });
 }
 
-/// Escape leaves a running scan, else the folder zoomed into. Open lists and menus take the key for themselves.
+/// Escape cancels a running scan, otherwise leaves the folder zoomed into. Open lists and menus handle the key
+/// themselves.
 void MainView::leave()
 {
     if (!m_detailView->cancelIfScanning()) {
@@ -232,7 +233,7 @@ void MainView::leave()
     }
 }
 
-/// What the inspector would say.
+/// Shows the message if the inspector does not.
 void MainView::showFailure()
 {
     const std::optional<QString> message = m_viewModel->scanner().errorMessage();
@@ -248,7 +249,7 @@ void MainView::openSelection()
     }
 }
 
-/// Qt knows the menu key only, which many keyboards lack.
+/// Qt handles the menu key only, which many keyboards lack.
 void MainView::openContextMenu()
 {
     QWidget* const target = focusWidget() != nullptr ? focusWidget() : this;

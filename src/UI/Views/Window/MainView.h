@@ -20,7 +20,7 @@ class MessageBanner;
 class OnboardingView;
 class WindowColumns;
 
-/// The window. It owns the state, composes the views, and binds the shortcuts; it implements no view.
+/// The window. It owns the state, composes the views, and binds the shortcuts.
 class MainView final : public QMainWindow {
     Q_OBJECT
 
@@ -29,10 +29,10 @@ public:
              QWidget* parent = nullptr);
     ~MainView() override;
 
-    /// What the views show; lives as long as the window.
+    /// The state of the views; lives as long as the window.
     [[nodiscard]] MainViewModel& viewModel() { return *m_viewModel; }
 
-    /// Scans the first of `urls` that is a folder, as if it had been chosen; does nothing while a scan runs.
+    /// Scans the first of `urls` that is a folder. Does nothing while a scan runs.
     void openFirstFolder(const std::vector<FileUrl>& urls);
 
     [[nodiscard]] bool isSidebarVisible() const { return m_isSidebarVisible; }
@@ -52,7 +52,7 @@ private:
     void updateCentralArea();
 
     void toggleSidebar();
-    void toggleDetail();
+    void toggleInspector();
     void selectFolderToScan();
     void chooseFolder(const FolderChooser::Texts& texts);
     void leave();

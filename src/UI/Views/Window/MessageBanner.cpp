@@ -18,7 +18,7 @@ constexpr std::chrono::seconds shownFor{6};
 constexpr int mostLines = 3;
 constexpr int widest = 480;
 
-/// Screen readers speak a notification when it appears.
+/// Screen readers announce a notification when it appears.
 QAccessibleInterface* makeNotification(const QString& /*className*/, QObject* object)
 {
     auto* const banner = qobject_cast<MessageBanner*>(object);
@@ -46,7 +46,7 @@ MessageBanner::MessageBanner(QWidget* parent)
     parent->installEventFilter(this);
 }
 
-/// Only what appears is announced.
+/// Hides first: only a notification that appears is announced.
 void MessageBanner::showMessage(const QString& message)
 {
     hide();

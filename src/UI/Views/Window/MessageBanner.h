@@ -7,8 +7,8 @@ namespace morlaine {
 
 class ElidingLabel;
 
-/// A message that lies over the bottom of its parent for some seconds and then goes by itself. It takes neither room,
-/// nor the focus, nor the mouse. Assistive technology is told of it as a notification.
+/// A message at the bottom of its parent that disappears after some seconds. It lies over the other content and takes
+/// neither focus nor mouse. Assistive technology sees a notification.
 class MessageBanner final : public QWidget {
     Q_OBJECT
 
@@ -16,7 +16,7 @@ public:
     /// Hidden at first.
     explicit MessageBanner(QWidget* parent);
 
-    /// Shows the message afresh, also where it is shown already.
+    /// Shows the message, and announces it again if it is already shown.
     void showMessage(const QString& message);
 
 protected:

@@ -25,7 +25,7 @@ constexpr int widestPermissionBox = 580;
 constexpr int permissionSpacing = 12;
 constexpr double permissionBackgroundOpacity = 0.5;
 
-/// The picture above the welcome.
+/// The picture above the welcome text.
 class GradientSymbol final : public QWidget {
 public:
     using QWidget::QWidget;
@@ -46,7 +46,7 @@ StyledLabel* wrapping(StyledLabel* label)
     return label;
 }
 
-/// A symbol beside the text of a headline.
+/// A symbol beside a headline.
 QWidget* makeHeadline(SymbolName symbol, const QString& text)
 {
     auto* line = new QWidget;
@@ -61,7 +61,7 @@ QWidget* makeHeadline(SymbolName symbol, const QString& text)
     return line;
 }
 
-/// `widget` in the middle, as wide as it may be. An alignment would keep it from growing with its text.
+/// Centres `widget` at up to its maximum width. An alignment would keep it from growing with its text.
 QLayout* centred(QWidget* widget)
 {
     auto* row = new QHBoxLayout;

@@ -8,7 +8,7 @@ namespace morlaine {
 
 class Workspace;
 
-/// The welcome screen, shown while no tree is.
+/// The welcome screen, shown while there is no tree.
 class OnboardingView final : public QWidget {
     Q_OBJECT
 

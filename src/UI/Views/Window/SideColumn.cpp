@@ -76,7 +76,7 @@ void SideColumn::resizeEvent(QResizeEvent* event)
     arrangeContent();
 }
 
-/// The content keeps its width while the column slides; its outer part goes first.
+/// The content keeps its width while the column slides; its outer part is cut off.
 void SideColumn::arrangeContent()
 {
     const bool isMoving = isSliding() || !m_isShown;

@@ -5,8 +5,8 @@
 
 namespace morlaine {
 
-/// A column at one side of a splitter, which can be put away and brought back: it slides in and out with its content at
-/// full width. While it is put away it is hidden, and so is the splitter's handle.
+/// A column at one side of a splitter that can be hidden and shown. It slides in and out with its content at full
+/// width. While it is hidden, the splitter's handle is hidden as well.
 class SideColumn final : public QWidget {
     Q_OBJECT
 
@@ -14,24 +14,24 @@ public:
     /// Widths in points.
     struct Widths {
         int minimum;
-        int ideal; // at first
+        int ideal; // initial width
         int maximum;
     };
     enum class Side { leading, trailing };
 
-    /// Takes `content` as its child. Shown at first.
+    /// Takes ownership of `content`. Shown at first.
     SideColumn(Side side, Widths widths, QWidget* content, QWidget* parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
 
     [[nodiscard]] const Widths& widths() const { return m_widths; }
 
-    /// Slides in to `width` points, or out, within 0.2 seconds; a movement that is under way turns round.
+    /// Slides in to `width` points, or out, within 0.2 seconds. Reverses a running animation.
     void setShown(bool isShown, int width);
     [[nodiscard]] bool isSliding() const { return m_animation.state() == QAbstractAnimation::Running; }
 
 Q_SIGNALS:
-    /// The column has moved a step, or has arrived.
+    /// The column has moved by a step, or the animation has ended.
     void slid();
 
 protected:
@@ -45,7 +45,7 @@ private:
     const Widths m_widths;
     QWidget* const m_content;
     QVariantAnimation m_animation;
-    int m_width; // when shown
+    int m_width; // of the shown column
     bool m_isShown = true;
 };
 

@@ -38,7 +38,7 @@ WindowColumns::WindowColumns(SideColumn* leading, QWidget* centre, SideColumn* t
     }
 }
 
-/// A column slides in to the width that it will have once it is there.
+/// The column slides in to its final width.
 void WindowColumns::setShown(Side side, bool isShown)
 {
     const bool isLeading = side == Side::leading;
@@ -60,7 +60,7 @@ ColumnWidths WindowColumns::current() const
     return {widths[0], widths[1], widths[2]};
 }
 
-/// A column that slides is as wide as it is, unless it is `arriving`.
+/// A sliding column keeps its current width, unless it is `arriving`.
 ColumnWidths WindowColumns::fitting(const SideColumn* arriving) const
 {
     ColumnWidths wished = m_wished;
@@ -83,7 +83,7 @@ void WindowColumns::arrange()
     m_arranged = current();
 }
 
-/// Only what was dragged is a wish; a column that has given way still wants its width back.
+/// Only a dragged width becomes the wish; a column that has shrunk still wants its old width back.
 void WindowColumns::noteDrag()
 {
     const ColumnWidths now = current();

@@ -15,20 +15,20 @@ struct ColumnWidths {
     friend bool operator==(const ColumnWidths&, const ColumnWidths&) = default;
 };
 
-/// The widths within `total`, where `wished` is what the side columns want and the centre needs, and `least` how narrow
-/// the side columns may get. The trailing column gives way first, then the leading one.
+/// Distributes `total`. `wished` holds the wanted widths, and the width that the centre needs; `least` holds the
+/// minimum widths of the side columns. The trailing column shrinks first, then the leading one.
 [[nodiscard]] ColumnWidths columnWidths(ColumnWidths wished, ColumnWidths least, int total);
 
-/// The three columns of the window. The widths depend on the window's width and on where the user last dragged the
-/// dividers, not on how the window came to be as wide as it is. A column that is put away keeps its wish.
+/// The three columns of the window. Their widths depend only on the window's width and on where the user last dragged
+/// the dividers. A hidden column keeps its wished width.
 class WindowColumns final : public QSplitter {
     Q_OBJECT
 
 public:
     enum class Side { leading, trailing };
 
-    /// Takes the columns. The centre should have `comfortableCentre` points; it gets less where the user drags a
-    /// divider so, or where both side columns are as narrow as they may be.
+    /// Takes ownership of the columns. The centre gets at least `comfortableCentre` points, unless the user drags a
+    /// divider or both side columns have their minimum width.
     WindowColumns(SideColumn* leading, QWidget* centre, SideColumn* trailing, int comfortableCentre,
                   QWidget* parent = nullptr);
 
