@@ -24,7 +24,7 @@ constexpr unsigned seed = 20'010'101;
 constexpr std::array<std::string_view, 10> extensions{"jpg",  "mp4", "so",  "h",  "txt",
                                                       "json", "zip", "png", "py", "dat"};
 
-/// Numbers that are the same with every standard library.
+/// Random numbers that are the same with every standard library.
 class Dice {
 public:
     [[nodiscard]] int below(int limit) { return static_cast<int>(m_generator() % static_cast<unsigned>(limit)); }

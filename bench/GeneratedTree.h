@@ -6,11 +6,11 @@
 
 namespace morlaine::bench {
 
-/// Makes a tree of 200,000 sparse files in `folder`, the same at every call: folders of very different widths, nested
-/// up to a dozen deep, with names of about twenty bytes. A tree that an earlier run finished there is used again.
+/// Makes a tree of 200,000 sparse files in `folder`, always the same: folders of very different widths, nested up to a
+/// dozen deep, with names of about twenty bytes. Reuses a tree that an earlier run has finished.
 void makeGeneratedTree(const std::filesystem::path& folder);
 
-/// A tree in memory of about `nodes` nodes with folders and names of the same kind.
+/// A similar tree in memory, of about `nodes` nodes.
 [[nodiscard]] FileNode generatedTree(int nodes);
 
 } // namespace morlaine::bench

@@ -43,7 +43,7 @@ std::optional<FileNode> readCache()
     return std::holds_alternative<FileNode>(result) ? std::optional(std::get<FileNode>(result)) : std::nullopt;
 }
 
-/// What any reader of the same text has to do at least: a parse that keeps nothing.
+/// The lower bound for a reader: a parse that keeps nothing.
 double secondsToParse()
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(cacheFile().c_str(), "rb"), std::fclose);

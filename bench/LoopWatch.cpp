@@ -1,6 +1,6 @@
-// Loaded into the program, this notes how long the main thread stays away from its event loop, and when the last file
-// was measured. It writes to the file that MORLAINE_LOOP_WATCH names, in the layout of `Watch`, which loop_watch.py
-// reads.
+// Preloaded into the program, this library records how long the main thread is away from its event loop, and when the
+// last file was measured. It writes to the file named by MORLAINE_LOOP_WATCH, in the layout of `Watch`, which
+// loop_watch.py reads.
 
 #include <array>
 #include <atomic>
@@ -19,18 +19,18 @@
 
 namespace {
 
-constexpr std::int64_t shortest = 100'000; // nanoseconds; what is shorter is not noted
+constexpr std::int64_t shortest = 100'000; // nanoseconds; shorter absences are not recorded
 
 struct Absence {
     std::int64_t from;
     std::int64_t to;
 };
 
-/// Times are nanoseconds of the monotonic clock.
+/// Times are in nanoseconds of the monotonic clock.
 struct Watch {
     std::atomic<std::int64_t> awaySince; // 0 while the main thread waits in its event loop
     std::atomic<std::int64_t> lastMeasured;
-    std::atomic<std::int64_t> count; // of all absences, also of those that found no room
+    std::atomic<std::int64_t> count; // of all absences, including those that were not stored for lack of room
     std::array<Absence, 65'536> absences;
 };
 
@@ -58,13 +58,13 @@ __attribute__((constructor)) void openWatch()
     }
     watch = static_cast<Watch*>(place);
     isMainThread = true;
-    // A program that was replaced by this one may have noted something.
+    // The process may have recorded something before it executed this program.
     watch->count = 0;
     watch->lastMeasured = 0;
     watch->awaySince = now();
 }
 
-/// Whether the caller is an event loop. Others wait too, such as for an answer of the X server, and keep it waiting.
+/// Whether the caller is an event loop. Other functions wait as well, for an answer of the X server for example.
 bool isEventLoop(const void* caller)
 {
     static const void* known = nullptr;
@@ -94,7 +94,7 @@ void enterLoop()
     watch->awaySince = 0;
 }
 
-/// Calls a function that waits, and notes it where it is the event loop that does.
+/// Calls a waiting function, and records the time between two waits of the event loop.
 template <typename Wait>
 int waitFrom(const void* caller, Wait wait)
 {
@@ -135,7 +135,7 @@ extern "C" int statx(int folder, const char* path, int flags, unsigned mask, str
 {
     static const auto function = original<decltype(&::statx)>("statx");
     const int result = function(folder, path, flags, mask, status);
-    // Only a scan asks for an entry of an open folder.
+    // Only a scan uses a folder's descriptor here.
     if (watch != nullptr && folder != AT_FDCWD && (flags & AT_SYMLINK_NOFOLLOW) != 0) {
         watch->lastMeasured = now();
     }

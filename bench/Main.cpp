@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::string_view treeFlag = "--tree=";
 
-/// Takes the flag out of the arguments; without one, a tree is generated beside the program.
+/// Removes the flag from the arguments. Without it, a tree is generated beside the program.
 std::string treeFromArguments(int& argc, char** argv)
 {
     const auto isTreeFlag = [](std::string_view argument) { return argument.starts_with(treeFlag); };
@@ -55,7 +55,7 @@ try {
     morlaine::bench::registerJsonBenchmarks();
     morlaine::bench::registerTreemapBenchmarks(tree);
 
-    // Only for those that need one: what an application holds and does would show in the measurements of the others.
+    // Only for benchmarks that need it: an application's memory and work would distort the other measurements.
     std::optional<QApplication> application;
     const auto startApplication = [&] {
         if (!application) {

@@ -8,7 +8,7 @@ namespace morlaine::bench {
 
 using Clock = std::chrono::steady_clock;
 
-/// Seconds that `work()` takes by the wall clock.
+/// Wall-clock seconds of `work()`.
 template <typename Work>
 [[nodiscard]] double secondsOf(Work work)
 {
@@ -17,13 +17,13 @@ template <typename Work>
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// The middle of the values, of which there must be at least one.
+/// The median of one or more values.
 [[nodiscard]] double median(std::vector<double> values);
 
-/// Memory that this process holds right now, in bytes.
+/// The resident memory of this process, in bytes.
 [[nodiscard]] std::int64_t residentBytes();
 
-/// The most memory that this process held at once since `forgetPeak()`, in bytes.
+/// The peak resident memory since `forgetPeak()`, in bytes.
 [[nodiscard]] std::int64_t peakResidentBytes();
 void forgetPeak();
 

@@ -8,7 +8,7 @@
 
 namespace morlaine::bench {
 
-// A desktop that has nothing to offer, so that no measurement depends on what the machine has.
+// A desktop without services, so that measurements do not depend on the machine.
 
 class NoVolumes final : public Volumes {
 public:

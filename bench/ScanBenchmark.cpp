@@ -43,7 +43,7 @@ void runDu(const std::string& tree)
     }
 }
 
-/// Must come first in the process: memory that an earlier tree left behind would be used again.
+/// Must run first in the process: it would reuse memory that an earlier tree has freed.
 void scanMemory(benchmark::State& state, const std::string& tree)
 {
     for (auto _ : state) {
@@ -59,7 +59,7 @@ void scanMemory(benchmark::State& state, const std::string& tree)
     }
 }
 
-/// Makes the system forget what it has read of disks. False where that is not allowed.
+/// Drops the system's caches of disks. False if that is not allowed.
 bool dropCaches()
 {
     ::sync();
@@ -70,7 +70,7 @@ bool dropCaches()
 
 enum class Caches { warm, cold };
 
-/// Both walk the same tree by turns, so that whatever else the machine does falls on both.
+/// Alternates between the two, so that other load on the machine affects both.
 void scanBesideDu(benchmark::State& state, const std::string& tree, Caches caches)
 {
     const bool isCold = caches == Caches::cold;

@@ -40,7 +40,7 @@ double millions(const FileNode& root)
     return static_cast<double>(nodesIn(root)) / million;
 }
 
-/// What the main thread does with a tree of `nodes` nodes when it comes, beside drawing it, and when it goes.
+/// The main thread's work for a new tree of `nodes` nodes, besides painting, and for destroying it.
 void showAndRelease(benchmark::State& state, int nodes)
 {
     std::vector<double> showSeconds;
@@ -63,7 +63,7 @@ void showAndRelease(benchmark::State& state, int nodes)
     state.counters["nodes"] = size * million;
 }
 
-/// What a keystroke computes; each follows another one, as they do when somebody types.
+/// The work of a keystroke. Keystrokes follow one another as in typing.
 struct Keystroke {
     QString text;
     std::optional<FileCategory> category;
@@ -106,7 +106,7 @@ void search(benchmark::State& state, MakeTree makeTree, const std::string& tree)
     state.counters["nodes"] = static_cast<double>(nodesIn(root));
 }
 
-/// A model that knows no desktop and keeps its scans in a folder of its own.
+/// A model without a desktop, with a store in its own folder.
 class ScanSession {
 public:
     ScanSession()
@@ -120,7 +120,7 @@ public:
     ScanSession(const ScanSession&) = delete;
     ScanSession& operator=(const ScanSession&) = delete;
 
-    /// Scans to the end; seconds that the main thread was busy when the result came.
+    /// Scans to the end. Returns the seconds that the main thread was busy with the result.
     [[nodiscard]] double secondsToFinish(const std::string& tree)
     {
         m_model->scan(FileUrl::fromPath(tree));

@@ -22,7 +22,7 @@ namespace {
 constexpr Rect window{0, 0, 1600, 1000};
 constexpr int runs = 21;
 
-/// A folder of files of 1 byte to 16 MB, largest first, as many between 1 and 2 kB as between 1 and 2 MB.
+/// A folder of files of 1 byte to 16 MB, largest first, evenly distributed on a logarithmic scale.
 FileNode wideFolder(int fileCount)
 {
     std::mt19937 generator(20'010'101);
@@ -45,7 +45,7 @@ FileNode wideFolder(int fileCount)
     return builder.finish();
 }
 
-/// The same folder again and again, without taking the rectangles down. `counter` becomes the median in milliseconds.
+/// Lays out the same folder repeatedly, without reading the rectangles. `counter` is the median in milliseconds.
 void layOut(benchmark::State& state, const FileNode& folder, const char* counter)
 {
     std::vector<double> seconds;
@@ -74,7 +74,7 @@ void wholeTree(benchmark::State& state, const std::string& tree)
     layOut(state, scan(tree), "tree_layout_ms");
 }
 
-/// Nanoseconds of processor time for each file: other programs take more of the wall clock from a long layout.
+/// Nanoseconds of processor time per file, which other programs disturb less than wall-clock time.
 double nanosecondsPerFile(const FileNode& folder)
 {
     const std::clock_t start = std::clock();

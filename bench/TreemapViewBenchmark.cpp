@@ -27,7 +27,7 @@ constexpr QSize window(1600, 1000);
 constexpr int runs = 21;
 constexpr int hoverMoves = 1'000;
 
-/// Sizes vary by a factor of sixteen; every category occurs.
+/// Sizes vary by a factor of sixteen; all categories occur.
 void addFile(TreeBuilder& builder, std::mt19937& generator)
 {
     const auto size = static_cast<std::int64_t>(std::exp2(16 + 4.0 * static_cast<double>(generator()) / 0x1p32));
@@ -35,7 +35,7 @@ void addFile(TreeBuilder& builder, std::mt19937& generator)
     builder.addComponent({Uuid::random(), size, false, category}, "some file " + std::to_string(generator() % 10'000));
 }
 
-/// `widths` children at each level, of which the last are files, in the folder that was added last.
+/// `widths` children at each level; the last level are files.
 void addContents(TreeBuilder& builder, const std::vector<int>& widths, std::size_t level, std::mt19937& generator)
 {
     const auto folder = builder.nodes().size() - 1;
@@ -96,8 +96,8 @@ void basePaint(benchmark::State& state)
     state.counters["base_paint_ms"] = median(seconds) * 1e3;
 }
 
-/// Finds what lies under the pointer and repaints where the mark was and is, on a canvas that is shown. Most moves
-/// reach another file.
+/// Finds the rectangle under the pointer, and repaints the old and the new place of the mark. Most moves reach another
+/// file.
 void hoverPaint(benchmark::State& state)
 {
     const auto layout = fiftyThousandFiles();
@@ -128,7 +128,7 @@ void hoverPaint(benchmark::State& state)
     state.counters["slowest_hover_ms"] = *std::ranges::max_element(seconds) * 1e3;
 }
 
-/// As while a divider of the window is dragged.
+/// Like dragging a divider of the window.
 void resizeStep(benchmark::State& state, const std::string& tree)
 {
     const FileNode root = scan(tree);

@@ -1,5 +1,5 @@
-// Loaded into the program, this makes files a thousand times larger than they are and every disk one that is nearly full
-// of them, so that a demonstration can show the disk of a real person and fit onto any.
+// Preloaded into the program, this library makes files appear a thousand times larger, and every disk nearly full of them.
+// So the demonstration shows the disk of a real person and fits on any disk.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -20,7 +20,7 @@ extern "C" int statx(int folder, const char* path, int flags, unsigned mask, str
     using Function = int (*)(int, const char*, int, unsigned, struct statx*);
     static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "statx"));
     const int result = original(folder, path, flags, mask, status);
-    // Only a walk asks for an entry of an open folder; whoever is about to read a file gets the truth.
+    // Only a walk uses a folder's descriptor here; others, which are about to read a file, get the true size.
     const bool isOfWalk = folder != AT_FDCWD && (flags & AT_SYMLINK_NOFOLLOW) != 0;
     if (result == 0 && isOfWalk && S_ISREG(status->stx_mode)) {
         status->stx_size *= factor;

@@ -8,7 +8,7 @@ namespace morlaine {
 
 namespace {
 
-/// What the walk holds of a branch.
+/// The walk's handle of a branch.
 class ReadAheadFolder final : public Folder {
 public:
     ReadAheadFolder(std::shared_ptr<ReadAheadPool> ahead, ReadAheadPool::Place place)

@@ -10,7 +10,7 @@ namespace morlaine {
 namespace {
 
 constexpr std::size_t mostBytesAhead = std::size_t{6} * 1024 * 1024; // about 100,000 entries
-constexpr std::size_t bytesOfBranch = 512;                           // with its folder, names aside
+constexpr std::size_t bytesOfBranch = 512;                           // with its folder, without names
 constexpr std::size_t mostSpareContents = 64;
 constexpr std::chrono::milliseconds longListing{1};
 constexpr std::chrono::milliseconds patienceForDescriptors{100};
@@ -72,12 +72,12 @@ void ReadAheadPool::take(Branch& branch)
     }
 }
 
-/// Where a helper is at it, the walk makes itself useful meanwhile, unless that helper seems to wait for a disk.
+/// While a helper reads the branch, the walk lists other folders, unless the helper seems to wait for a disk.
 void ReadAheadPool::waitFor(Branch& branch, Lock& lock, const std::stop_token& stop)
 {
     while (branch.state == Branch::State::reading && !stop.stop_requested()) {
         if (!std::exchange(branch.isWanted, true) && m_isFull) {
-            m_helpersWait.notify_all(); // this one may pause
+            m_helpersWait.notify_all(); // the helper of this branch may be paused
         }
         Branch* const next = std::chrono::steady_clock::now() - branch.since < longListing ? beginNext() : nullptr;
         if (next != nullptr) {
@@ -113,12 +113,12 @@ bool ReadAheadPool::listForWalk(Branch& branch, FolderContents& contents, const 
     branch.subfolders = std::move(subfolders);
     take(branch);
     m_notBegun += branch.subfolders.count();
-    m_order.splice(m_order.begin(), branch.outOfOrder); // nothing is nearer than where the walk is
+    m_order.splice(m_order.begin(), branch.outOfOrder); // the nearest place to the walk
     callHelper();
     return true;
 }
 
-/// Gives back what helpers hold open, but for one that hangs.
+/// Waits a moment until all helpers have closed their folders; one may hang.
 void ReadAheadPool::endReadingAhead(const std::stop_token& stop)
 {
     Lock lock(m_mutex);
@@ -154,7 +154,7 @@ ReadAheadPool::Branch& ReadAheadPool::find(Branch& parent, std::string_view name
     return branch;
 }
 
-/// Of a branch in which all has been entered that was to be, nobody else knows.
+/// Needs no lock if all subfolders have been entered: only the walk still refers to the branch.
 void ReadAheadPool::leave(Branch& branch)
 {
     if (m_isAbandoned) {
@@ -168,7 +168,8 @@ void ReadAheadPool::leave(Branch& branch)
     branch.nextBegun = std::exchange(m_left, &branch);
 }
 
-/// Where a helper is still in a folder, the walk has been cancelled; then all folders above stay until the end.
+/// If a helper is still in the folder, the walk was cancelled. All folders above then stay alive until the pool is
+/// destroyed.
 void ReadAheadPool::leaveUnfinished(Branch& branch)
 {
     std::list<Branch> left;
@@ -198,7 +199,7 @@ void ReadAheadPool::help()
     }
 }
 
-/// The only folder that is left is the one to which the walk comes next.
+/// Needs two folders: the walk will list the first one itself.
 void ReadAheadPool::callHelper()
 {
     if (m_notBegun < 2 || m_isFull || m_hasEnded) {
@@ -211,7 +212,7 @@ void ReadAheadPool::callHelper()
     }
 }
 
-/// Where none can be started, those that there are will do.
+/// If no thread can be started, the existing ones go on.
 void ReadAheadPool::startHelper() noexcept
 {
     try {
@@ -224,7 +225,7 @@ void ReadAheadPool::startHelper() noexcept
     }
 }
 
-/// The nearest folder that nobody has begun to list, or null.
+/// Begins the nearest folder that nobody has begun to list; null if there is none.
 ReadAheadPool::Branch* ReadAheadPool::beginNext()
 {
     if (m_isFull || m_hasEnded || m_notBegun == 0) {
@@ -235,7 +236,7 @@ ReadAheadPool::Branch* ReadAheadPool::beginNext()
     return &begin(**next, true);
 }
 
-/// The first of the folders in `parent` that nobody has begun to list.
+/// Begins the next subfolder of `parent` in the order of the walk.
 ReadAheadPool::Branch& ReadAheadPool::begin(Branch& parent, bool isAhead)
 {
     Branch& branch = add(parent, parent.subfolders.first());
@@ -273,7 +274,8 @@ ReadAheadPool::Branch& ReadAheadPool::add(Branch& parent, std::string_view name)
     return branch;
 }
 
-/// Most folders hold none that will be entered and are not kept. The parent of such a folder is.
+/// Opens the folder if it is not kept; its ancestors are kept or opened the same way. Folders without subfolders to
+/// enter are not kept.
 Folder& ReadAheadPool::folderOf(Branch& branch)
 {
     if (branch.folder == nullptr) {
@@ -282,7 +284,7 @@ Folder& ReadAheadPool::folderOf(Branch& branch)
     return *branch.folder;
 }
 
-/// Lists `branch` with the lock let go.
+/// Lists `branch` with the lock released.
 void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token& stop, bool mayPause)
 {
     FolderContents contents;
@@ -303,7 +305,7 @@ void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token&
         if (isListed) {
             findSubfolders(branch, contents, subfolders);
         }
-    } catch (...) { // whatever it is, the walk will meet it
+    } catch (...) { // the walk will list the folder again and meet the error
         isListed = false;
     }
     const bool lacksDescriptors = !isListed && branch.folder != nullptr && branch.folder->lackedDescriptors();
@@ -332,8 +334,8 @@ void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token&
     }
 }
 
-/// False when the listing is to end. `counted` are the bytes of it that count as held. When too much is held, a helper
-/// waits, and the walk, for which all would wait, gives up.
+/// Accounts for the memory of a listing; `counted` is what was counted so far. Returns false to end the listing. If too
+/// much memory is held, a helper waits; the walk, for which the helpers would wait, gives up.
 bool ReadAheadPool::countAsHeld(const Branch& branch, std::size_t& counted, std::size_t bytes, bool mayPause)
 {
     Lock lock(m_mutex);
@@ -363,7 +365,7 @@ void ReadAheadPool::findSubfolders(const Branch& branch, const FolderContents& c
     }
 }
 
-/// Puts the beginning of an entry's path in the place of `path`.
+/// Sets `path` to the path of an entry, cut to the decisive length.
 void ReadAheadPool::setPath(std::string& path, const Branch& branch, std::string_view name) const
 {
     path = branch.path;

@@ -18,14 +18,14 @@
 
 namespace morlaine {
 
-/// The folders of one walk that somebody has begun to list, and the helper threads that list them ahead of it. Kept
-/// alive by the folders of the walk and by each helper. The walk is one thread at a time.
+/// The begun folders of one walk, and the helper threads that list them ahead of it. Kept alive by the folders of the
+/// walk and by the helpers. The walk may use it from one thread at a time.
 class ReadAheadPool : public std::enable_shared_from_this<ReadAheadPool> {
 public:
-    /// The folders in a listing that the walk will enter, in its order.
+    /// Names of the subfolders that the walk will enter, in its order.
     class Names {
     public:
-        /// Without any, the memory is kept.
+        /// Removes all names; keeps the memory.
         void clear() noexcept
         {
             m_text.clear();
@@ -40,7 +40,7 @@ public:
         }
         [[nodiscard]] std::size_t count() const { return m_count; }
         [[nodiscard]] std::size_t bytes() const { return m_text.size(); }
-        /// Valid while these names live, wherever they are moved as a whole.
+        /// Valid as long as these names exist, also after they are moved.
         [[nodiscard]] std::string_view first() const { return {m_text.data() + m_next}; }
         void dropFirst()
         {
@@ -54,40 +54,40 @@ public:
         std::size_t m_count = 0;
     };
 
-    /// A folder between the moment somebody begins to list it and the moment the walk leaves it.
+    /// A folder from the moment when its listing begins until the walk leaves it.
     struct Branch {
         enum class State {
-            untried, // or in vain, by a helper
-            reading, // ahead of the walk
+            untried, // not listed; a helper may have failed to
+            reading, // by a helper, or by the walk ahead of its place
             ready,
         };
 
         Branch* parent = nullptr;
         std::string name;
-        std::unique_ptr<Folder> folder; // null when listed and no folder in it will be entered
-        std::string path;               // as much of it as the rules look at
+        std::unique_ptr<Folder> folder; // null until it is opened, and if no subfolder will be entered
+        std::string path;               // cut to the decisive length
         State state = State::untried;
         bool isWanted = false;                       // the walk waits for it
-        bool isApart = false;                        // nothing in it is read ahead
+        bool isApart = false;                        // the rules did not expect it; nothing in it is read ahead
         std::chrono::steady_clock::time_point since; // when a helper began to list it
-        FolderContents contents;                     // while ready
-        std::size_t bytes = 0;                       // held for the walk
+        FolderContents contents;                     // valid in state `ready`
+        std::size_t bytes = 0;                       // memory held for the walk
 
-        Names subfolders;             // that nobody has begun to list
-        Branch* firstBegun = nullptr; // those before `subfolders` that the walk has not come to
+        Names subfolders;             // not begun yet
+        Branch* firstBegun = nullptr; // those before `subfolders` that the walk has not reached
         Branch* lastBegun = nullptr;
-        Branch* nextBegun = nullptr; // beside this one
+        Branch* nextBegun = nullptr; // the next sibling that is begun
 
-        std::list<Branch*> outOfOrder{this}; // the element that stands for this one, while it is not in the order
+        std::list<Branch*> outOfOrder{this}; // holds this branch's list element while it is not in the order
         std::list<Branch*>::iterator place = outOfOrder.begin();
         std::list<Branch>::iterator self;
 
-        // Only for the walk.
-        bool isTaken = false;    // listed, by whomever
-        std::size_t toEnter = 0; // once it is taken: the folders in it that the walk has not come to
+        // Used by the walk only.
+        bool isTaken = false;    // the walk has the listing
+        std::size_t toEnter = 0; // once taken: subfolders that the walk has not reached
     };
 
-    /// A folder of the walk: one in the folder `parent`, or the top.
+    /// A folder of the walk: a subfolder of `parent`, or the top.
     struct Place {
         Branch* parent = nullptr;
         std::string name;
@@ -103,17 +103,17 @@ public:
 
     [[nodiscard]] Branch& top() { return m_branches.back(); }
 
-    /// As `Folder::list`; takes what a helper has read where there is that.
+    /// Like `Folder::list`; returns the listing of a helper if there is one.
     [[nodiscard]] bool list(Place& place, FolderContents& contents, const std::stop_token& stop,
                             const ListingPace& pace);
 
-    /// The branch of a place, which lives until it is left.
+    /// The branch of a place. Valid until it is left.
     [[nodiscard]] Branch& enter(Place& place);
 
-    /// `branch` is destroyed, unless a helper is still in it.
+    /// Destroys `branch`, unless a helper is still in it.
     void leave(Branch& branch);
 
-    /// Ends the helpers without waiting for them.
+    /// Stops the helpers without waiting for them.
     void stop() { m_stop.request_stop(); }
 
 private:
@@ -146,23 +146,23 @@ private:
     const std::size_t m_mostHelpers;
     std::stop_source m_stop;
 
-    BriefMutex m_mutex; // for all below, and for branches but what a reader of theirs touches
+    BriefMutex m_mutex; // protects all members below, and the branches except what their reader uses
     std::condition_variable_any m_walkWaits;
     std::condition_variable_any m_helpersWait;
-    std::list<Branch> m_branches; // newest first, so that the folders in a folder are destroyed before it
+    std::list<Branch> m_branches; // newest first: subfolders are destroyed before their parents
     std::list<Branch> m_spareBranches;
-    std::list<Branch*> m_order; // those with folders that nobody has begun to list, and those being read ahead
+    std::list<Branch*> m_order; // branches with folders that are not begun, and those being read ahead
     std::vector<FolderContents> m_spareContents;
-    std::size_t m_notBegun = 0; // names in all branches
+    std::size_t m_notBegun = 0; // subfolders in all branches that are not begun
     std::size_t m_bytesAhead = 0;
     std::size_t m_helpers = 0;
     std::size_t m_idleHelpers = 0;
     std::size_t m_readers = 0;
-    bool m_isFull = false;   // until half of it is gone
-    bool m_hasEnded = false; // descriptors have run out: the walk goes on alone
+    bool m_isFull = false;   // from the limit until half of the memory is released
+    bool m_hasEnded = false; // descriptors ran out: the walk goes on alone
 
-    // Only for the walk.
-    Branch* m_left = nullptr; // the last that was left and is still in `m_branches`; the others by `nextBegun`
+    // Used by the walk only.
+    Branch* m_left = nullptr; // the last one left that is still in `m_branches`; leads to the others by `nextBegun`
     bool m_isAbandoned = false;
 };
 

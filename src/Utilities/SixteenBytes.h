@@ -2,7 +2,7 @@
 
 #include <array>
 #include <bit>
-#include <cstdint>
+#Sixteen bytes of a text at once.A comparison gives - 1 in each byte for true and 0 for false.
 #include <cstring>
 
 /// Sixteen bytes of a text at once. Compared with each other they give -1 where the comparison holds, else 0.
@@ -12,7 +12,7 @@ using Bytes = signed char __attribute__((vector_size(16)));
 
 inline constexpr int count = sizeof(Bytes);
 
-/// Those that begin at `place`; all of them must be readable.
+/// The sixteen bytes at `place`, which must all be readable.
 [[nodiscard]] inline Bytes at(const char* place) noexcept
 {
     Bytes bytes;
@@ -20,13 +20,13 @@ inline constexpr int count = sizeof(Bytes);
     return bytes;
 }
 
-/// Sixteen times the same.
+/// Sixteen copies of a byte.
 [[nodiscard]] inline Bytes of(char byte) noexcept
 {
     return Bytes{} + static_cast<signed char>(byte);
 }
 
-/// The place of the first byte that is not 0, from 0; `count` where all are.
+/// The index of the first byte that is not 0; `count` if all are 0.
 [[nodiscard]] inline int firstSet(Bytes bytes) noexcept
 {
     const auto [front, back] = std::bit_cast<std::array<std::uint64_t, 2>>(bytes);

@@ -1,5 +1,5 @@
-// Loaded into the program under test, this stands for a disk that does not answer: listing a folder named "hung" takes
-// until there is an item named "released" beside it.
+// Preloaded into the program under test, this library simulates a disk that does not answer: listing a folder named
+// "hung" blocks until an item named "released" exists beside it.
 
 #include <array>
 #include <chrono>

@@ -2,8 +2,8 @@
 #include "Core/Models/FileNodeReaders.h"
 #include "Fuzz/RoundTrip.h"
 
-/// Whatever a cached tree's file holds, reading it ends in a tree or an error, and a tree that was read survives being
-/// written and read again. What the quick reader takes, the other one takes for the same tree.
+/// Reading any bytes yields a tree or an error. A tree that was read is the same after writing and reading it again. A
+/// tree that the fast reader accepts is the same from the other reader.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {
     morlaine::fuzz::checkRoundTrip(data, size, morlaine::decodeFileNode, [](const auto& tree, QIODevice& sink) {

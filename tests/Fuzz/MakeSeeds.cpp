@@ -22,7 +22,7 @@ bool writeSeed(const std::filesystem::path& path, Encode encode)
 
 } // namespace
 
-/// Writes a first corpus for each fuzzer into the folder named as argument: `tree` and `history` in it.
+/// Writes a seed corpus for each fuzzer into the given folder: `tree` and `history`.
 int main(int argc, char** argv)
 {
     if (argc != 2) {

@@ -19,7 +19,7 @@ auto decoded(QByteArray bytes, Decode decode)
     return decode(source);
 }
 
-/// Decodes the bytes; what they yield is encoded and decoded again, and must be the same. Ends the program otherwise.
+/// Decodes the bytes; encodes and decodes the result again. Ends the program if the two results differ.
 template <typename Decode, typename Encode>
 void checkRoundTrip(const unsigned char* data, std::size_t size, Decode decode, Encode encode)
 {

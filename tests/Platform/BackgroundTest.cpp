@@ -33,10 +33,10 @@ TEST(BackgroundTest, WaitsForWhatItKnowsByNameUntilTheBound)
     EXPECT_THAT(Background::waitForAll(longEnough), IsEmpty()) << "work that hangs is waited for once";
     gate.open();
 
-    // Work may start more.
+    // Work may start further work.
     runInBackground("outer", [held] { runInBackground("inner", [held] {}); });
     EXPECT_THAT(Background::waitForAll(longEnough), IsEmpty());
-    while (held.use_count() > 1) { // held by the first two, which nobody waits for any more
+    while (held.use_count() > 1) { // held by the first two pieces of work, which are not waited for any more
     }
 }
 

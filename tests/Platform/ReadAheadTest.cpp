@@ -40,7 +40,7 @@ std::string scanText(std::shared_ptr<const FileSystem> fileSystem, const FileUrl
     return test::textOfTree(walk.scan(url));
 }
 
-/// A random tree with links, bundles, empty folders, and folders deep and wide.
+/// A random tree with links, bundles, empty folders, and deep and wide folders.
 void fill(const TemporaryFolder& folder, unsigned seed)
 {
     std::mt19937 random(seed);

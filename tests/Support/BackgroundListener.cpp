@@ -21,7 +21,7 @@ class BackgroundListener final : public testing::EmptyTestEventListener {
 
 void waitForBackgroundAfterEachTest()
 {
-    testing::UnitTest::GetInstance()->listeners().Append(new BackgroundListener); // which owns it from now on
+    testing::UnitTest::GetInstance()->listeners().Append(new BackgroundListener); // takes ownership
 }
 
 } // namespace morlaine::test

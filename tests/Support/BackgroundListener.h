@@ -2,8 +2,8 @@
 
 namespace morlaine::test {
 
-/// Makes each test wait at its end, after its fixture is destroyed, for all background work that it has started, and
-/// fail where some of it does not end. Call once, before the tests run.
+/// After each test and its fixture, waits for all background work that the test has started, and fails the test if some
+/// of it does not end. Call once, before the tests run.
 void waitForBackgroundAfterEachTest();
 
 } // namespace morlaine::test

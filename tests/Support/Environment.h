@@ -7,7 +7,7 @@
 
 namespace morlaine::test {
 
-/// Sets an environment variable, or unsets it, for as long as this lives.
+/// Sets or unsets an environment variable during its lifetime.
 class Environment {
 public:
     Environment(const char* name, const std::optional<std::string>& value) : m_name(name), m_before(qgetenv(name))

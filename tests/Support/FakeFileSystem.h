@@ -13,7 +13,8 @@
 
 namespace morlaine::test {
 
-/// A file system in memory, for what a machine cannot make. Set up before a walk; the walk may be on another thread.
+/// A file system in memory, for situations that cannot be created on disk. Set it up before a walk, which may run on
+/// another thread.
 class FakeFileSystem final : public FileSystem {
 public:
     static constexpr std::uint64_t homeVolume = 1;
@@ -24,17 +25,17 @@ public:
         bool isListable = true;
     };
 
-    /// Items are added with the folders above them; a path added again changes what is there.
+    /// Items are added with their parent folders. Adding a path again changes the item.
     Item& addFolder(const std::string& path);
     Item& addFile(const std::string& path, std::int64_t fileSize, std::optional<std::int64_t> allocated = {});
 
     /// Called with the path of each folder before it is listed.
     std::function<void(const std::string& path)> onListing;
 
-    /// Where a path leads when its links are followed; other paths lead to themselves.
+    /// The targets of links by path; other paths resolve to themselves.
     std::map<std::string, std::string> resolved;
 
-    /// Every folder that was listed so far, in order. Any thread.
+    /// All folders listed so far, in order. Any thread.
     [[nodiscard]] std::vector<std::string> listings() const;
 
     [[nodiscard]] std::optional<ResourceValues> resourceValues(const FileUrl& url) const override;

@@ -7,7 +7,7 @@
 
 namespace morlaine::test {
 
-/// Holds a walk at a place of the test's choice. A handle: hand copies to the walk, which may outlive the test's own.
+/// Blocks a walk at a chosen place. A handle: give copies to the walk, which may outlive the test's own one.
 class Gate {
 public:
     void open() const
@@ -29,7 +29,7 @@ public:
         m_state->changed.wait(lock, [this] { return m_state->hasArrived; });
     }
 
-    /// For a file system's `onListing`: holds every listing.
+    /// Use as a file system's `onListing`: blocks every listing.
     void operator()(const std::string& /*path*/) const { pass(); }
 
 private:

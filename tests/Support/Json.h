@@ -20,7 +20,7 @@ inline std::string encoded(const FileNode& root)
     return text.toStdString();
 }
 
-/// What `read` makes of a device that holds `text`.
+/// Calls `read` with a device that contains `text`.
 template <typename Read>
 auto readWith(Read read, const std::string& text)
 {

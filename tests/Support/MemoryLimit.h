@@ -9,11 +9,11 @@
 
 namespace morlaine::test {
 
-/// As long as this lives, the process gets no block of memory of a megabyte or more.
+/// During its lifetime, the process cannot allocate blocks of a megabyte or more.
 class MemoryLimit {
 public:
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    static constexpr bool isPossible = false; // the sanitizers need address space of their own
+    static constexpr bool isPossible = false; // the sanitizers need address space
 #else
     static constexpr bool isPossible = true;
 #endif
@@ -27,7 +27,7 @@ public:
         ::getrlimit(RLIMIT_AS, &m_before);
         const rlimit lower{pages * static_cast<rlim_t>(::getpagesize()), m_before.rlim_max};
         ::setrlimit(RLIMIT_AS, &lower);
-        // What was freed before must not serve.
+        // Uses up free blocks, so that they cannot serve later allocations.
         for (void* block = nullptr; m_blocks.size() < most && (block = std::malloc(1'000'000)) != nullptr;) {
             m_blocks.push_back(block);
         }

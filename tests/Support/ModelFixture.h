@@ -11,7 +11,7 @@
 
 namespace morlaine::test {
 
-/// Notes what it is asked to do, a line each.
+/// Records each call as a line of text.
 class FakeWorkspace final : public Workspace {
 public:
     std::vector<std::string> calls;
@@ -30,8 +30,8 @@ public:
     [[nodiscard]] std::vector<MountedVolume> mountedVolumes() const override { return list; }
 };
 
-/// A model on a desktop that the test controls, with a store in a folder of its own. Change what is in the fakes, then
-/// `restart` or make the model read again.
+/// A model with fakes for the desktop and a store in its own folder. After changing the fakes, call `restart` or a
+/// loading operation of the model.
 class ModelFixture {
 public:
     ModelFixture();
@@ -44,21 +44,21 @@ public:
     std::unique_ptr<PersistenceManager> store;
     std::unique_ptr<MainViewModel> model;
 
-    /// A new model in place of the old one.
+    /// Replaces the model with a new one.
     void restart();
 
-    /// Shows the tree, as an earlier scan that is reopened. `show(text)` takes the tree as treeFromText does.
+    /// Shows the tree as a recent scan. `show(text)` takes the format of treeFromText.
     void show(const FileNode& root);
     void show(std::string_view tree);
 
-    /// Waits until the scan that runs is shown, or has ended without a result.
+    /// Waits until the running scan is shown or has ended without a result.
     [[nodiscard]] bool waitForScan() const;
 };
 
 /// Its name, or "none".
 [[nodiscard]] std::string nameOf(const std::optional<FileNode>& node);
 
-/// The node of that name in a tree; ends the test program where there is none.
+/// The node of that name in a tree; ends the test program if there is none.
 [[nodiscard]] FileNode nodeNamed(const FileNode& root, std::string_view name);
 
 } // namespace morlaine::test

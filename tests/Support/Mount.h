@@ -7,7 +7,7 @@
 
 namespace morlaine::test {
 
-/// Something mounted over a folder or file for as long as this lives, where this user may mount.
+/// A mount on a folder or file during its lifetime, if this user may mount.
 class Mount {
 public:
     Mount(const char* source, std::filesystem::path target, const char* type, unsigned long flags,

@@ -6,7 +6,7 @@
 
 namespace morlaine::test {
 
-/// As long as this lives, no thread can be started: the default stack is larger than any address space.
+/// During its lifetime, no thread can be started: the default stack is larger than the address space.
 class NoMoreThreads {
 public:
     NoMoreThreads()

@@ -29,7 +29,7 @@ public:
     {
     }
 
-    /// What lies in `outer` but not in `inner`, both in pixels.
+    /// Blends the part of `outer` that is not in `inner`; both in pixels.
     void fill(const QRectF& outer, const QRectF& inner, const QColor& color, double opacity)
     {
         const QRect touched = outer.toAlignedRect() & QRect({}, m_size);

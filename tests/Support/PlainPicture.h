@@ -4,8 +4,8 @@
 
 namespace morlaine::test {
 
-/// The rectangles of a treemap without labels, painted as plainly as it can be said: one after the other in the order
-/// of their depths, on every pixel that they touch, without rounding until the end.
+/// The simplest painter of a treemap without labels: one rectangle after another in the order of depths, on every pixel
+/// that it touches, rounding only at the end.
 [[nodiscard]] QImage plainPicture(const TreemapPainter::Scene& scene);
 
 } // namespace morlaine::test

@@ -14,8 +14,8 @@ struct PlainHit {
     std::string path;
 };
 
-/// The search once more, as plainly as it can be said: it recurses over the tree, makes every path whole, and
-/// lower-cases names, extensions and paths anew for each query. `text` is UTF-8 without white space around it.
+/// The simplest search: recurses over the tree, builds every path, and lower-cases names, extensions and paths for each
+/// query. `text` is trimmed UTF-8.
 [[nodiscard]] std::vector<PlainHit> plainSearch(const FileNode& root, const std::string& text,
                                                 std::optional<FileCategory> category,
                                                 std::optional<std::int64_t> minSize,

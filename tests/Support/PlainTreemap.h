@@ -6,8 +6,7 @@
 
 namespace morlaine::test {
 
-/// The layout once more, as plainly as it can be said: it recurses, copies lists and goes through a whole row again for
-/// each item that might join it.
+/// The simplest layout: recurses, copies lists, and measures the whole row again for each item that might join it.
 [[nodiscard]] std::vector<TreemapRect> plainLayout(const FileNode& node, const Rect& rect, std::int64_t maxDepth,
                                                    std::int64_t currentDepth);
 

@@ -12,8 +12,8 @@
 
 namespace morlaine::test {
 
-/// A message bus of its own, on which nothing is but what a test puts there. Its connections end with it. Main thread,
-/// but for `connect` and `address`.
+/// A message bus that has only the test's own services. Its connections end with it. Main thread only, except `connect`
+/// and `address`.
 class PrivateBus {
 public:
     PrivateBus();
@@ -33,13 +33,13 @@ private:
     QString m_address;
 };
 
-/// A service on a bus whose every object answers through one function. Calls are counted before they are answered. Goes
-/// off the bus with this object.
+/// A service on a bus whose objects all answer through one function. A call is recorded before it is answered. Leaves
+/// the bus when it is destroyed.
 class FakeService final : public QDBusVirtualObject {
     Q_OBJECT
 
 public:
-    /// The reply to a call; one that was not made with createReply or createErrorReply means that there is none yet.
+    /// The reply to a call. Without createReply or createErrorReply no reply is sent.
     using Answer = std::function<QDBusMessage(const QDBusMessage& call)>;
 
     FakeService(const PrivateBus& bus, const QString& name, Answer answer);

@@ -7,7 +7,7 @@
 
 namespace morlaine::test {
 
-/// Runs `work` to its end in a thread with a stack of 256 kB, where recursion over a deep tree would not survive.
+/// Runs `work` in a thread with a stack of 256 kB, which recursion over a deep tree would overflow.
 inline void runWithSmallStack(std::function<void()> work)
 {
     const std::unique_ptr<QThread> thread(QThread::create(std::move(work)));

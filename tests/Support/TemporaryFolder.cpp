@@ -25,7 +25,7 @@ TemporaryFolder::TemporaryFolder()
 
 TemporaryFolder::~TemporaryFolder()
 {
-    // Tools that cope with any depth and any permissions. Somebody may still be writing here.
+    // These tools handle any depth and any permissions. Other threads may still write here.
     const std::string path = '\'' + m_path.native() + '\'';
     const std::string command = "chmod -R u+rwX " + path + " 2>/dev/null; rm -rf " + path + " 2>/dev/null";
     for (int attempt = 0; attempt < 20 && std::system(command.c_str()) != 0; ++attempt) {

@@ -7,20 +7,20 @@
 
 namespace morlaine::test {
 
-/// A tree from indented text, one node a line, two spaces a level: `name size` for a file, `name/` for a folder, whose
-/// size is the sum of what it holds, `name!` for a folder without a list. Urls lie below `parent`.
+/// A tree from indented text, one node per line, two spaces per level: `name size` for a file, `name/` for a folder,
+/// whose size is the sum of its contents, `name!` for a folder without a list. Urls lie below `parent`.
 [[nodiscard]] FileNode treeFromText(std::string_view text, std::string_view parent = "/");
 
-/// The same text for a tree, with ` [category]` behind every category but that of folders and unlisted extensions.
+/// The text of a tree, with ` [category]` behind each category except those of folders and unlisted extensions.
 [[nodiscard]] std::string textOfTree(const FileNode& root);
 
-/// A chain of folders `depth` deep, each in the one before, with one file at its end.
+/// Nested folders, `depth` deep, with one file in the innermost.
 [[nodiscard]] FileNode chainOfFolders(int depth);
 
-/// What a walk without helper threads makes of a folder of this machine.
+/// Scans a folder on disk without helper threads.
 [[nodiscard]] FileNode scan(const FileUrl& url);
 
-/// The folder `/root` with `count` files of one byte, named by their numbers from 0 on.
+/// The folder `/root` with `count` files of one byte, named by their numbers from 0.
 [[nodiscard]] FileNode folderOfFiles(int count);
 
 } // namespace morlaine::test

@@ -6,8 +6,8 @@
 
 namespace morlaine::test {
 
-/// Walks a tree depth first in the order of `children`: `enter(node)` before what the node holds, `leave(node)` behind
-/// it. For whoever needs nodes; the arrays of `Tree` are quicker. Works at any depth with any thread's stack.
+/// Walks a tree depth first in the order of `children`: calls `enter(node)` before the node's contents and
+/// `leave(node)` after them. For code that needs nodes; the arrays of `Tree` are faster. Does not recurse.
 template <typename Enter, typename Leave>
 void walkTree(const FileNode& root, Enter enter, Leave leave)
 {
@@ -23,7 +23,7 @@ void walkTree(const FileNode& root, Enter enter, Leave leave)
     }
 }
 
-/// The same for a caller that needs no `leave`.
+/// The same without `leave`.
 template <typename Enter>
 void walkTree(const FileNode& root, Enter enter)
 {

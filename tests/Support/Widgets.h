@@ -25,7 +25,7 @@ inline std::vector<std::string> labelsIn(const QWidget& root)
     return texts;
 }
 
-/// The button with that text or accessible name; nullptr where there is none.
+/// The button with that text or accessible name; nullptr if there is none.
 inline QAbstractButton* buttonIn(const QWidget& root, const char* name)
 {
     for (QAbstractButton* button : root.findChildren<QAbstractButton*>()) {
@@ -36,7 +36,7 @@ inline QAbstractButton* buttonIn(const QWidget& root, const char* name)
     return nullptr;
 }
 
-/// The menu that opens on that request; fails the test where none does.
+/// The menu that opens on that request; throws if none does.
 inline QMenu* openMenu(QWidget& widget, QContextMenuEvent::Reason reason, const QPoint& place = {})
 {
     QContextMenuEvent event(reason, place, widget.mapToGlobal(place));

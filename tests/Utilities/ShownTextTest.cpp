@@ -12,7 +12,7 @@ TEST(ShownText, MarksWhatIsInvisibleAndKeepsWhatWritingNeeds)
     const struct {
         const char* what;
         QString name;
-        QString shown; // nothing where it is the name
+        QString shown; // empty if it equals the name
     } cases[] = {
         {"turned around", u"photo\u202Egpj.exe"_s, u"photo\uFFFDgpj.exe"_s},
         {"isolates and marks of direction", u"a\u2066b\u2069\u200E\u200F\u061C"_s,

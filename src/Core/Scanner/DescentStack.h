@@ -5,8 +5,8 @@
 
 namespace morlaine {
 
-/// The levels of a descent, each standing on the one below it. A level stays where it is until it is popped. However
-/// the descent ends, the topmost level goes first.
+/// The levels of a descent; each may depend on the one below it. A level does not move until it is popped. The
+/// destructor destroys the topmost level first.
 template <typename Level>
 class DescentStack {
 public:

@@ -32,8 +32,8 @@ QString descriptionOf(const std::exception& error)
 
 } // namespace
 
-/// The background half of one scan. It knows the scanner only as something to be named in what it posts: the queue
-/// runs none of that once the scanner is gone.
+/// The background part of one scan. It never dereferences the scanner; it only names it in posted tasks, which the
+/// queue drops once the scanner is destroyed.
 class DiskScanner::Walker {
 public:
     Walker(DiskScanner& scanner, FileUrl url, std::stop_token stopToken)
@@ -138,7 +138,7 @@ void DiskScanner::stopClock()
     m_timer.reset();
 }
 
-/// One that was under way when the clock stopped must not overwrite the final time.
+/// A tick that was posted before the clock stopped must not change the final time.
 void DiskScanner::tick()
 {
     if (m_timer) {

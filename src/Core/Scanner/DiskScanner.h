@@ -19,16 +19,16 @@ class QTimer;
 
 namespace morlaine {
 
-/// Scans one folder at a time into a tree and publishes how far it has come. The walk runs on a background thread;
-/// everything here belongs to the main thread. Published properties change within the calls below and, while a walk
-/// reports or the clock ticks, from the event loop.
+/// Scans one folder at a time into a tree and publishes the progress. The walk runs in the background; everything here
+/// belongs to the main thread. Published properties change during the calls below, and from the event loop while a walk
+/// reports or the clock ticks.
 ///
-/// A successful scan sets `scanResult` before `isScanning` becomes false; a failed one sets `isScanning` false and
-/// then `errorMessage`. A cancelled one sets `isScanning` false at once, and the message follows when the walk has
-/// stopped. What an earlier scan still has to say is written into the same properties: a message need not belong to
-/// the newest scan, and an earlier scan's end stops the newest one's progress.
+/// A successful scan sets `scanResult`, then `isScanning` to false. A failed scan sets `isScanning` to false, then
+/// `errorMessage`. A cancelled scan sets `isScanning` to false at once; its message follows when the walk has stopped.
+/// The walk of a previous scan reports its end in the same properties: a message may belong to a previous scan, and its
+/// end also stops the progress of the current one.
 ///
-/// Destroying the scanner abandons a running walk, which ends by itself: nothing waits for it.
+/// Destroying the scanner abandons a running walk; nothing waits for it.
 class DiskScanner : public ObservableObject {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ public:
                          QObject* parent = nullptr);
     ~DiskScanner() override;
 
-    /// Begins a scan of `url`; one that runs is cancelled first. Returns at once.
+    /// Starts a scan of `url`; cancels a running one first. Returns at once.
     void startScan(const FileUrl& url);
 
     /// Stops the running scan, if any. Returns at once.
@@ -45,19 +45,19 @@ public:
 
     [[nodiscard]] bool isScanning() const { return m_isScanning; }
 
-    /// The path last reported by the walk, for showing.
+    /// The path last reported by the walk, as text to show.
     [[nodiscard]] const QString& currentPath() const { return m_currentPath; }
 
-    /// Files and packages counted so far.
+    /// Files and packages so far.
     [[nodiscard]] std::int64_t scannedFilesCount() const { return m_scannedFilesCount; }
 
-    /// Folders entered so far, the first included.
+    /// Folders so far, the top included.
     [[nodiscard]] std::int64_t scannedDirsCount() const { return m_scannedDirsCount; }
 
-    /// Bytes counted so far.
+    /// Bytes so far.
     [[nodiscard]] std::int64_t totalSize() const { return m_totalSize; }
 
-    /// Seconds since the scan began; exact once it has ended.
+    /// Seconds since the scan started; exact after its end.
     [[nodiscard]] double elapsedTime() const { return m_elapsedTime; }
 
     /// The tree of the last finished scan.
@@ -66,7 +66,7 @@ public:
     /// Why the last scan ended without a result.
     [[nodiscard]] const std::optional<QString>& errorMessage() const { return m_errorMessage; }
 
-    // For showing a tree that no scan has brought: each announces its change and alters nothing else.
+    // For showing a tree that was not scanned. Each announces its change and has no other effect.
     void setScannedFilesCount(std::int64_t count) { publish(m_scannedFilesCount, count); }
     void setScannedDirsCount(std::int64_t count) { publish(m_scannedDirsCount, count); }
     void setTotalSize(std::int64_t bytes) { publish(m_totalSize, bytes); }
@@ -74,7 +74,7 @@ public:
     void setErrorMessage(const QString& message) { publishError(message); }
 
 Q_SIGNALS:
-    /// `errorMessage` has been set, if only to the same text again.
+    /// `errorMessage` was set, possibly to the same text.
     void failed();
 
 private:

@@ -14,13 +14,13 @@ namespace {
 
 constexpr std::chrono::milliseconds reportInterval{100};
 
-/// Files whose values are at hand take a fraction of a microsecond each, less than to ask what time it is.
+/// Measuring a listed file takes less time than reading the clock.
 constexpr std::size_t filesBetweenLooksAtTheClock = 64;
 
-/// The memory of wider folders is not kept for others.
+/// The buffers of larger folders are freed instead of reused.
 constexpr std::size_t mostEntriesToKeep = 128;
 
-/// The bytes that an item takes: its length, or less where less is allocated.
+/// The size of an item in bytes: the smaller of its length and its allocated size.
 std::int64_t measuredSize(const ResourceValues& values)
 {
     const std::int64_t fileSize = values.fileSize.value_or(0);
@@ -35,20 +35,20 @@ struct DiskWalk::OpenDirectory {
     TreeBuilder::Position node;
     std::unique_ptr<Folder> folder;
     FolderContents contents;
-    std::size_t pathLength; // of the folder's own path in m_path, without a slash at its end
+    std::size_t pathLength; // length of the folder's path in m_path, without a slash at the end
     std::size_t nextEntry = 0;
     std::int64_t size = 0;
 };
 
-/// What the walk has come to: the top, or an entry of an open folder. Valid until that folder is left.
+/// The current item: the top, or an entry of an open folder. Valid until that folder is left.
 struct DiskWalk::Item {
     const FileUrl* top;       // null for an entry
     OpenDirectory* directory; // null for the top
     std::string_view name;
-    const ResourceValues* values; // null when they cannot be read
+    const ResourceValues* values; // null if they cannot be read
 };
 
-/// A folder inside a package whose contents are being summed.
+/// A folder inside a package that is being summed.
 struct DiskWalk::OpenPackage {
     std::unique_ptr<Folder> folder;
     FolderContents contents;
@@ -197,14 +197,14 @@ std::unique_ptr<Folder> DiskWalk::openFolder(const Item& item) const
         return top;
     }
     ExclusionRules rules = m_rules;
-    rules.rootPath.clear(); // which could be taken for a path that was cut off
+    rules.rootPath.clear(); // a cut-off path could be equal to it
     const auto isEntered = [rules, owner = m_fileSystem](std::string_view path, const ResourceValues& values) {
         return !rules.isExcluded(path, values) && !values.isSymbolicLink && !values.isPackage;
     };
     return readingAhead(std::move(top), m_path, {isEntered, ExclusionRules::decisiveLength}, m_readers);
 }
 
-/// A listing that was stopped is no reason to take the folder for an unreadable one.
+/// False if the folder cannot be read. Throws ScanCancelled if the listing was stopped.
 bool DiskWalk::list(Folder& folder, FolderContents& contents) const
 {
     const bool isListed = folder.list(contents, m_stopToken);
@@ -232,8 +232,7 @@ void DiskWalk::giveBack(FolderContents&& contents)
     }
 }
 
-/// The sum over everything in the package that is neither hidden nor in something hidden. A volume that is mounted
-/// inside it is not part of it.
+/// The sum of all items in the package that are neither hidden nor inside a hidden folder. Skips mounted volumes.
 std::int64_t DiskWalk::calculateSizeOfPackage(std::unique_ptr<Folder> package) const
 {
     throwIfCancelled();

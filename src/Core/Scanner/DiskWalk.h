@@ -19,19 +19,19 @@
 
 namespace morlaine {
 
-/// Thrown out of a walk that was asked to stop.
+/// Thrown by a walk that was asked to stop.
 struct ScanCancelled {};
 
-/// One walk over a folder: depth first, one item after another, on the thread that calls `scan`. An item that cannot
-/// be read becomes a node of size 0 and the walk goes on. A walk is used once.
+/// One walk through a folder: depth first, one item at a time, on the thread that calls `scan`. An item that cannot be
+/// read becomes a node of size 0. Use once.
 class DiskWalk {
 public:
-    /// Told of progress from the walking thread, at most once in 0.1 seconds: the path of the item last counted (exact
-    /// bytes), files and folders so far, bytes so far.
+    /// Reports progress on the walking thread, at most every 0.1 seconds: the path of the last counted item (exact
+    /// bytes), and the number of files, folders and bytes so far.
     using UpdateCallback = std::function<void(const std::string& path, std::int64_t filesCount, std::int64_t dirsCount,
                                               std::int64_t totalSize)>;
 
-    /// With up to `readers` more threads that list folders ahead; the tree and the reports are the same without.
+    /// Uses up to `readers` threads that list folders ahead. They change neither the tree nor the order of reports.
     DiskWalk(std::shared_ptr<const FileSystem> fileSystem, std::stop_token stopToken, UpdateCallback updateCallback,
              std::size_t readers = 0);
 
@@ -39,8 +39,8 @@ public:
     DiskWalk(const DiskWalk&) = delete;
     DiskWalk& operator=(const DiskWalk&) = delete;
 
-    /// The tree at `url`, which is taken as it stands: a link there is not followed. Throws ScanCancelled soon after
-    /// the stop token was triggered, TreeTooLarge, std::bad_alloc, and whatever the file system throws.
+    /// Scans the tree at `url`, whose last component is not resolved if it is a link. Throws ScanCancelled soon after
+    /// the stop token was triggered, TreeTooLarge, std::bad_alloc, and anything that the file system throws.
     [[nodiscard]] FileNode scan(const FileUrl& url);
 
 private:
@@ -79,9 +79,9 @@ private:
     ScanStats m_stats;
     TreeBuilder m_tree{TreeBuilder::Source::measured};
     ExclusionRules m_rules;
-    std::string m_path; // of the item under the walk, standardised
+    std::string m_path; // of the current item, standardised
     DescentStack<OpenDirectory> m_openDirectories;
-    std::vector<FolderContents> m_spareContents; // of folders that were left, for those to come
+    std::vector<FolderContents> m_spareContents; // buffers of folders that were left, for reuse
 };
 
 } // namespace morlaine

@@ -10,12 +10,12 @@
 
 namespace morlaine {
 
-/// What a walk leaves out: the places where systems mount volumes or show items a second time, and other volumes.
+/// What a walk excludes: folders in which systems mount volumes or repeat items, and other volumes.
 struct ExclusionRules {
-    /// Where a longer path than this is cut off there, no more is excluded by its text than without cutting.
+    /// A path may be cut to this length: a longer path is excluded by its text only if the cut one is.
     static constexpr std::size_t decisiveLength = 16;
 
-    std::string rootPath; // standardised, links resolved; never left out
+    std::string rootPath; // standardised, links resolved; never excluded
     std::optional<std::uint64_t> rootVolumeID;
 
     /// `path` is standardised.

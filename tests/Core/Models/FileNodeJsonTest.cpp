@@ -25,7 +25,7 @@ std::variant<FileNode, DecodeError> decoded(const std::string& text)
     return test::readWith(decodeFileNode, text);
 }
 
-/// A device without end or memory behind it: `piece` is repeated until `length` bytes have been read.
+/// A device that repeats `piece` until `length` bytes have been read, and then returns a result of its own.
 class Repeated : public QIODevice {
 public:
     static constexpr qint64 outOfMemory = -2;
@@ -70,7 +70,7 @@ constexpr const char* fileText =
     R"({"id":"0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E5","url":"file:///a%20b/x.c","name":"x.c","size":42,)"
     R"("isDirectory":false,"fileCategory":"sourceCode"})";
 
-/// The text of a small node with one piece of it replaced.
+/// The text of a small node with one part replaced.
 std::string withReplaced(const std::string& piece, const std::string& replacement)
 {
     std::string text = fileText;

@@ -13,7 +13,7 @@ namespace {
 
 using test::treeFromText;
 
-/// The seven fields of a node, to be changed one at a time.
+/// The seven fields of a node, to change one at a time.
 struct Fields {
     Uuid id = *Uuid::fromText("0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E5");
     FileUrl url = FileUrl::fromPath("/a/node");

@@ -22,7 +22,7 @@ using test::readWith;
 using test::textOfTree;
 using test::treeFromText;
 
-/// A node as plainly as it can be: its fields and its children.
+/// A simple node: its fields and its children.
 struct PlainNode {
     Uuid id = Uuid::random();
     std::string path;
@@ -37,7 +37,7 @@ class RandomTrees {
 public:
     explicit RandomTrees(unsigned seed) : m_random(seed) {}
 
-    /// In an odd tree, urls and names need not fit each other, nor need ids differ.
+    /// In an odd tree, urls need not match names, and ids may repeat.
     [[nodiscard]] PlainNode tree(bool isOdd, const std::string& folder = "/top", int depth = 0)
     {
         static constexpr std::array<const char*, 9> names{"a",      "B.txt", "c d", "ü",       "\"q\"\\\n\x01",
@@ -67,7 +67,7 @@ public:
         return node;
     }
 
-    /// The JSON object of a node with its keys in any order, some of them twice.
+    /// The JSON object of a node with its keys in random order, some of them twice.
     [[nodiscard]] std::string json(const PlainNode& node)
     {
         std::vector<std::string> members{"\"id\":\"" + node.id.toString() + '"',
@@ -205,7 +205,7 @@ TEST(Tree, HasMeasuredChildrenLargestFirst)
     }
 }
 
-/// What becomes of a text when a byte of it changes, or some are lost.
+/// Changes a byte of the text, or removes some.
 std::string damaged(std::string text, RandomTrees& random)
 {
     static constexpr std::string_view bytes = "\"\\{}[],:/%a0-. \n\xC3\xFFu?";
@@ -254,7 +254,7 @@ TEST(Tree, StaysWholeForTheLastOfItsHandles)
         while (!node.childrenOrNone().empty() && random.below(3) != 0) {
             node = node.childrenOrNone()[random.below(node.childrenOrNone().size())];
         }
-        // A part alone is worth as much as the same part in another tree.
+        // A node alone equals the same node inside another tree.
         const FileNode above(FileUrl::fromPath("/above"), "above", 0, true, FileCategory::other,
                              std::vector{treeFromText("first 1"), node});
         ASSERT_EQ(above.childrenOrNone()[1], node);

@@ -65,7 +65,7 @@ protected:
         return QTest::qWaitFor([&] { return state() == expected; });
     }
     [[nodiscard]] static bool hasWalkEnded() { return Background::waitForAll(std::chrono::seconds(30)).empty(); }
-    /// The states that were announced to be over, without repetitions.
+    /// The announced states without repetitions. Each was the state before a change.
     [[nodiscard]] std::vector<std::string> history() const
     {
         std::vector<std::string> distinct;
@@ -155,10 +155,11 @@ TEST_F(DiskScannerTest, LetsAnEarlierScanEndTheProgressOfTheNewest)
 TEST_F(DiskScannerTest, PublishesAResultThatCancellingCameTooLateFor)
 {
     m_fileSystem->onListing = [](const std::string& path) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(path == "/r/held" ? 120 : 0)); // so that progress is due
+        std::this_thread::sleep_for(
+            std::chrono::milliseconds(path == "/r/held" ? 120 : 0)); // makes a progress report due
     };
     start("/r");
-    ASSERT_TRUE(hasWalkEnded()); // while control does not return to the event loop
+    ASSERT_TRUE(hasWalkEnded()); // without returning to the event loop
     m_scanner->cancelScan();
     EXPECT_EQ(state(), "idle");
     EXPECT_TRUE(QTest::qWaitFor([&] { return state() != "idle"; }));
@@ -173,7 +174,7 @@ TEST_F(DiskScannerTest, KeepsTheFinalTimeWhenATickIsUnderWay)
         m_firstGate.open();
         EXPECT_TRUE(hasWalkEnded());
     });
-    std::this_thread::sleep_for(std::chrono::milliseconds(150)); // both timers are due, so that the clock ticks next
+    std::this_thread::sleep_for(std::chrono::milliseconds(150)); // makes both timers due, so that the clock ticks next
     ASSERT_TRUE(waitForState("idle result:r"));
     QCoreApplication::processEvents();
     EXPECT_EQ(std::ranges::count(m_states, "idle result:r"), 1) << "the time is set once";

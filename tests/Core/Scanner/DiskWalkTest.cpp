@@ -212,7 +212,7 @@ TEST_F(DiskWalkTest, ReportsAtIntervalsWhatItCountedLast)
 {
     using namespace std::chrono_literals;
     m_fileSystem->addFile("/r/a", 1);
-    // None of these counts, but for the folder that cannot be listed.
+    // Only the folder that cannot be listed is counted.
     m_fileSystem->addFile("/r/gone", 9).values.reset();
     m_fileSystem->addFile("/r/link", 9).values->isSymbolicLink = true;
     m_fileSystem->addFolder("/r/mount").values->isVolume = true;

@@ -32,7 +32,7 @@ FileNode fileOf(std::int64_t size)
     return {folder, "x", size, false, FileCategory::allCases[static_cast<std::size_t>(size) % 9], std::nullopt};
 }
 
-/// A folder as large as its largest child, so that what its children add up to does not matter.
+/// A folder of the size of its largest child, so that the sum of the children does not matter.
 FileNode folderOf(std::vector<FileNode> children)
 {
     std::int64_t size = 0;
@@ -49,7 +49,7 @@ FileNode folderOfSizes(const std::vector<std::int64_t>& sizes)
     return folderOf(std::move(files));
 }
 
-/// A line for each rectangle: two spaces a level, the name, x, y, width, height.
+/// A line for each rectangle: two spaces per level, the name, x, y, width, height.
 std::string textOf(const std::vector<TreemapRect>& layout)
 {
     std::ostringstream text;
@@ -140,7 +140,7 @@ TEST(TreemapEngine, EndsTheProgramWhereSizesOverflow)
     EXPECT_EQ(computeLayout(folderOfSizes({largest - 1, 1, -1, 0}), window).size(), 1U);
 }
 
-/// Trees and rectangles of every awkward kind, the same in each run.
+/// Unusual trees and rectangles, the same in each run.
 class Dice {
 public:
     [[nodiscard]] std::int64_t below(std::int64_t limit)
@@ -171,7 +171,7 @@ public:
             case 3: // halves of halves
                 sizes.push_back(largest >> std::min<std::int64_t>(i + 1, 62));
                 break;
-            default: // every magnitude, unsorted, with some that get no rectangle
+            default: // all magnitudes, unsorted, some without a rectangle
                 sizes.push_back(upTo(50) - below(20));
             }
         }
@@ -195,7 +195,7 @@ public:
     }
 
 private:
-    /// Ordinary ones, ends of the range, and magnitudes whose squares or fourth powers fall out of it.
+    /// Ordinary ones, the limits of the range, and magnitudes whose squares or fourth powers are out of range.
     [[nodiscard]] double length()
     {
         static constexpr double ends[] = {5e-324, 1e-308, 1e-162, 18, 1600, 1e154, 1e308, infinity, nan};
@@ -227,7 +227,7 @@ bool isSame(const TreemapRect& a, const TreemapRect& b)
            isSame(a.rect.y, b.rect.y) && isSame(a.rect.width, b.rect.width) && isSame(a.rect.height, b.rect.height);
 }
 
-/// Holds the layout against the plain one, to the last bit.
+/// Compares the layout with the plain one, to the last bit.
 void expectPlainLayout(const FileNode& node, const Rect& rect, std::int64_t maxDepth)
 {
     const auto layout = computeLayout(node, rect, maxDepth);

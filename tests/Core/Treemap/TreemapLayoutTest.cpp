@@ -35,7 +35,7 @@ TEST(TreemapLayout, FindsTheFileElseTheOutermostFolder)
     }
 }
 
-/// As many rectangles as fill many blocks, in any place.
+/// Enough rectangles for many blocks, at random places.
 TEST(TreemapLayout, FindsInEveryBlockWhatAPlainSearchFinds)
 {
     std::string text = "root/\n";

@@ -20,7 +20,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-/// Stands before the system's own: what is named "lying" claims to be as large as can be said.
+/// Replaces the system's function: an item named "lying" claims the largest possible size.
 // The system's header has reserved names. NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 extern "C" int statx(int folder, const char* path, int flags, unsigned mask, struct statx* status) noexcept
 {
@@ -49,7 +49,7 @@ std::map<std::string, FileNode> childrenByName(const FileNode& node)
     return children;
 }
 
-/// Gives up the privileges that let the superuser read everything, for as long as it lives.
+/// Gives up the superuser's privileges during its lifetime.
 class Unprivileged {
 public:
     Unprivileged() : m_user(::geteuid()), m_group(::getegid())

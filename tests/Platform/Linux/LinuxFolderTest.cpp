@@ -76,7 +76,7 @@ TEST(LinuxFolder, IsNotLedAwayByWhatReplacesAFolder)
     EXPECT_FALSE(list(*sub)) << "an open folder that is gone";
 }
 
-/// Makes openat2 a call that this thread's kernel does not know.
+/// Makes openat2 fail with ENOSYS on this thread.
 bool forgetOpenat2()
 {
     sock_filter program[] = {
@@ -120,7 +120,7 @@ TEST(LinuxFolder, WalksAnyDepthWithAHandfulOfDescriptors)
     const TemporaryFolder folder;
     constexpr int depth = 500;
     folder.makeDeepFolders("a rather long name for a folder", depth, 2);
-    // Here every folder holds two more, so that the walk comes back to those that it had to close long ago.
+    // Here every folder has two more subfolders, so that the walk returns to folders that were closed long ago.
     const TemporaryFolder branched;
     fs::path path;
     for (int level = 0; level < 100; ++level) {
@@ -173,7 +173,7 @@ TEST(LinuxFolder, GoesOnWhenADeepFolderIsMovedAwayMeanwhile)
             ASSERT_TRUE(list(*path.back()));
         }
         EXPECT_LE(openDescriptors(), openBefore + 16);
-        // The folders above the moved one were closed long ago, and ".." of it leads elsewhere now.
+        // The folders above the moved one are closed by now, and its ".." leads elsewhere.
         fs::rename(folder.path() / chain(depthOfMoved), folder.path() / "elsewhere");
         if (isTopReplaced) {
             fs::rename(folder.path() / "d", folder.path() / "old");

@@ -15,7 +15,7 @@ namespace {
 struct Case {
     const char* description;
     const char* table;
-    std::vector<std::string> mountPoints; // with a "~" behind those that are asked on a thread
+    std::vector<std::string> mountPoints; // those that are queried in the background end in "~"
 };
 
 const Case cases[] = {
@@ -106,7 +106,7 @@ TEST(MountTableTest, ListsWhatPeopleWouldCallVolumes)
     }
 }
 
-/// A machine whose shares answer when they are let, the first of them never before.
+/// Shares of which one hangs until the gate opens, one answers and one fails.
 class FakeQueries final : public MountQueries {
 public:
     mutable test::Gate gate;
@@ -150,7 +150,7 @@ TEST(LinuxVolumesTest, LeavesOutWhatDoesNotAnswer)
         EXPECT_EQ(mounted[1].name, "");
     }
     queries->gate.open();
-    queries->answered.get_future().wait(); // the answer comes when nobody is there any more
+    queries->answered.get_future().wait(); // the answer arrives after the volumes are destroyed
 }
 
 TEST(LinuxVolumesTest, DecodesLabels)

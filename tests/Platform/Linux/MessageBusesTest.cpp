@@ -24,7 +24,7 @@ using test::TemporaryFolder;
 
 constexpr auto patience = 200ms;
 
-/// A socket that says one thing, whatever it is told, and then keeps every connection open.
+/// A socket that sends one greeting to its first connection and then only reads.
 class FakeBus {
 public:
     FakeBus(const std::string& path, std::string greeting) : m_greeting(std::move(greeting))
@@ -59,7 +59,7 @@ private:
     std::thread m_thread;
 };
 
-/// One variable of the environment for as long as it lives.
+/// Sets an environment variable during its lifetime.
 class Variable {
 public:
     Variable(const char* name, const std::string& value) : m_name(name), m_old(qgetenv(name))
@@ -92,10 +92,10 @@ TEST(MessageBuses, AreDeadWhereNothingSensibleIsSaidInTime)
         const FakeBus bus(folder.path() / "bus", greeting);
         const auto begin = std::chrono::steady_clock::now();
         EXPECT_FALSE(MessageBuses::isAlive("unix:path=" + (folder.path() / "bus").string(), patience)) << greeting;
-        EXPECT_LT(std::chrono::steady_clock::now() - begin, 20 * patience); // it does end
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 20 * patience); // it returns
     }
     EXPECT_FALSE(MessageBuses::isAlive("unix:path=/nonexistent/bus", patience));
-    EXPECT_TRUE(MessageBuses::isAlive("tcp:host=localhost,port=1", patience)); // nobody tried
+    EXPECT_TRUE(MessageBuses::isAlive("tcp:host=localhost,port=1", patience)); // cannot be tried
     EXPECT_TRUE(MessageBuses::isAlive("", patience));
 }
 
@@ -133,7 +133,7 @@ TEST(MessageBuses, AreFoundByEveryKindOfAddress)
         EXPECT_FALSE(buses.accessibility);
     }
     const Variable session("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
-    EXPECT_TRUE(MessageBuses::probe(10s).accessibility); // nobody offers one
+    EXPECT_TRUE(MessageBuses::probe(10s).accessibility); // no accessibility bus is offered
     daemon.kill();
     daemon.waitForFinished();
     EXPECT_FALSE(MessageBuses::probe(patience).session);

@@ -29,7 +29,7 @@
 /// Called on the thread that flushes a file, with the file's descriptor.
 static std::function<void(int)> onFsync; // NOLINT(cert-err58-cpp)
 
-/// Takes the place of the system's function in this program.
+/// Replaces the system's function in this program.
 extern "C" int fsync(int descriptor) // NOLINT(readability-inconsistent-declaration-parameter-name)
 {
     if (onFsync) {
@@ -293,7 +293,7 @@ TEST_F(PersistenceManagerTest, FlushesTheListBehindTheCaller)
     EXPECT_EQ(waits, 0);
     EXPECT_THAT(paths(), ElementsAre("/scanned/two", "/scanned/one"));
 
-    write(index(), ""); // what a crash may leave of a file that was not flushed
+    write(index(), ""); // as after a crash before the flush
     reopen();
     EXPECT_THAT(paths(), ElementsAre("/scanned/three", "/scanned/two", "/scanned/one")) << "the list before";
     gate->open();

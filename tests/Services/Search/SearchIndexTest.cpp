@@ -21,7 +21,7 @@ using test::plainSearch;
 using test::treeFromText;
 using test::walkTree;
 
-/// Qt's own conversion takes a zero-width space at the start for a mark of the encoding.
+/// Qt's conversion would drop U+FEFF at the start as a byte order mark.
 QString exactText(const std::string& text)
 {
     return QString::fromStdString("x" + text).mid(1);
@@ -50,7 +50,7 @@ TEST(SearchIndex, FindsByNameExtensionAndPathInTheOrderOfTheTree)
         {"photos", {"/U/me/Photos", "/U/me/Photos/photo.JPG", "/U/me/Photos/trip", "/U/me/Photos/trip/b.png"}},
         {" JPG\u2029\t", {"/U/me/Photos/photo.JPG", "/U/me/jpg-notes.txt"}},
         {"e/photos/t", {"/U/me/Photos/trip", "/U/me/Photos/trip/b.png"}},
-        {"Σ", {"/U/me/r.Σ"}}, // alone the letter has another form than at the end of a word
+        {"Σ", {"/U/me/r.Σ"}}, // lower-casing a single sigma differs from lower-casing one at the end of a word
         {"hotos/b", {}},
         {"*.png", {}}};
     for (const auto& [query, paths] : cases) {
@@ -68,7 +68,7 @@ TEST(SearchIndex, TakesQueriesThatAreNoWholeWordOrNoText)
     EXPECT_EQ(find(root, QString(QChar(0xD83D))).size(), 0U) << "half a pair is no question mark";
 }
 
-/// Trees and queries from pieces that are hard to lower-case, to separate and to tell apart.
+/// Trees and queries from parts that are hard to lower-case, to separate and to tell apart.
 class RandomSearch {
 public:
     explicit RandomSearch(unsigned seed) : m_random(seed) {}
@@ -113,7 +113,7 @@ public:
     bool hasSlashInNames = false;
 
 private:
-    /// A name that a file can have, unless this tree is one of the others.
+    /// A possible file name, unless this tree may have slashes in names.
     [[nodiscard]] std::string nameFor(std::string name) const
     {
         if (!hasSlashInNames) {

@@ -11,7 +11,7 @@ TEST(CalmStyleTest, PartsOfAScrollBarCoverItWithoutOverlap)
     const std::tuple<int, int, int, int> cases[] = {{100, 100, 0, 100},
                                                     {100, 100, 37, 100},
                                                     {100, 100, 100, 100},
-                                                    {2'000'000'000, 10, 1'000'000'000, 28}, // not too short to catch
+                                                    {2'000'000'000, 10, 1'000'000'000, 28}, // the minimum length
                                                     {0, 10, 0, 200}};
     const CalmStyle style;
     for (const auto& [maximum, pageStep, position, expectedSlider] : cases) {

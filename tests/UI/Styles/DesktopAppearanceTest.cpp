@@ -16,7 +16,7 @@ namespace {
 
 using Preference = Appearance::Preference;
 
-/// A desktop whose answer takes as long as the test wants.
+/// A desktop that answers in time, or only when the test calls `change`.
 class FakeAppearance final : public Appearance {
 public:
     FakeAppearance(Preference preference, bool answersInTime) : m_answer(preference), m_answersInTime(answersInTime) {}

@@ -61,7 +61,7 @@ TEST(SymbolsTest, PicturesHaveThePixelsOfTheScreen)
         EXPECT_EQ(Symbols::icon("house").pixmap(QSize(16, 16), ratio).size(), QSize(pixels, pixels));
     }
 
-    // A straight line of a symbol at 16 points is exactly one row of pixels, and two on a screen with twice as many.
+    // A straight line of a symbol at 16 points is exactly one row of pixels, and two rows at a ratio of 2.
     for (const int ratio : {1, 2}) {
         const QImage image = Symbols::pixmap("desktopcomputer", 16, ratio, ink).toImage();
         std::vector<int> column;

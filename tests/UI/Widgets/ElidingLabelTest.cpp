@@ -7,7 +7,7 @@
 namespace morlaine {
 namespace {
 
-/// Of the text painted on white, in a label of its own height or a higher one.
+/// The number of non-white pixels of the painted text, in a label of its natural height or a higher one.
 qsizetype inkedPixels(ElidingLabel& label, double scale, int extraHeight)
 {
     label.resize(label.sizeHint() + QSize(0, extraHeight));

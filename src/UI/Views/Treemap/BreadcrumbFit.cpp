@@ -7,7 +7,7 @@ namespace morlaine {
 
 namespace {
 
-/// Cuts the longest widths to one and the same until they fit.
+/// Cuts the longest widths to one common width until the sum fits.
 void cutLongest(std::vector<int>& widths, int available)
 {
     std::vector<int> sorted = widths;
@@ -27,7 +27,7 @@ void cutLongest(std::vector<int>& widths, int available)
     }
 }
 
-/// The names as they are, but for `count` folded steps.
+/// The natural widths, with `count` folded steps.
 BreadcrumbFit folding(std::size_t count, std::span<const int> nameWidths)
 {
     const bool foldsFirst = count + 1 == nameWidths.size();
@@ -44,7 +44,7 @@ int widthAroundNames(const BreadcrumbFit& fit, const BreadcrumbFit::Metrics& met
     return shownCount * perStep + (fit.foldedCount == 0 ? 0 : perStep + metrics.foldedSteps);
 }
 
-/// Of names that are cut to `most`.
+/// The sum of the widths, each cut to `most`.
 int sumOfWidths(std::span<const int> widths, int most)
 {
     return std::accumulate(widths.begin(), widths.end(), 0,

@@ -18,7 +18,7 @@ namespace morlaine::TreemapAccessibility {
 
 namespace {
 
-/// One rectangle of one layout. When the canvas shows another, it is still there for those who ask, but invalid.
+/// One rectangle of one layout. Becomes invalid when the canvas shows another layout.
 class Item final : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
     Item(TreemapCanvas& canvas, std::size_t position)
@@ -108,7 +108,7 @@ void announceLayout(TreemapCanvas& canvas)
     QAccessible::updateAccessibility(&event);
 }
 
-/// Tells assistive programs what the canvas reports. Qt makes it when the first of them asks for the canvas.
+/// Reports events of the canvas to assistive technology. Qt makes it on the first request for the canvas.
 class List final : public QAccessibleWidget {
 public:
     explicit List(TreemapCanvas& canvas)
@@ -131,7 +131,7 @@ public:
 
     int childCount() const override { return static_cast<int>(offered().size()); }
 
-    /// Qt owns what it is given here and hands it out by its number.
+    /// Qt owns registered interfaces and returns them by id.
     QAccessibleInterface* child(int index) const override
     {
         if (index < 0 || index >= childCount()) {
@@ -162,7 +162,7 @@ public:
         return m_canvas.hasFocus() ? childFor(m_canvas.selectedPosition()) : nullptr;
     }
 
-    /// The number of the child that stands for a rectangle of the layout; -1 if none does.
+    /// The index of the child for a rectangle of the layout; -1 if there is none.
     int indexFor(std::optional<std::size_t> position) const
     {
         if (!position || !isOffered(*position)) {
@@ -192,7 +192,7 @@ private:
         }
     }
 
-    /// The positions of the rectangles that somebody could point at, gathered when first asked for.
+    /// The positions of the rectangles that are large enough to point at. Collected on first use.
     const std::vector<std::uint32_t>& offered() const
     {
         if (m_layoutNumber != m_canvas.layoutNumber()) {

@@ -2,12 +2,12 @@
 
 namespace morlaine {
 
-/// How assistive programs meet a TreemapCanvas: as a list with an item for each rectangle that a person could point at,
-/// in the order of the layout, which tells its name, its size as the value, its place and whether it is selected, and
-/// which can be pressed to select it. Items are made when somebody asks for them. Main thread only.
+/// The accessible form of a TreemapCanvas: a list with an item for each rectangle that is large enough to point at, in
+/// the order of the layout. An item has a name, its size as the value, a place and a selected state, and can be pressed
+/// to select it. Items are made on request. Main thread only.
 namespace TreemapAccessibility {
 
-/// Makes Qt use it for every TreemapCanvas. Further calls do nothing.
+/// Registers it for all TreemapCanvas objects. Further calls do nothing.
 void install();
 
 } // namespace TreemapAccessibility

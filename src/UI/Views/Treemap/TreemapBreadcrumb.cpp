@@ -19,10 +19,10 @@ namespace {
 
 constexpr int betweenSteps = 4;
 constexpr int insideStep = 6;
-constexpr int paddingOfName = 6; // on each side, so that there is something to aim at
+constexpr int paddingOfName = 6; // on each side, as a target for the pointer
 constexpr int leastName = 64;
 
-/// Controls take an ampersand for the mark of a mnemonic.
+/// Escapes ampersands, which mark mnemonics in controls.
 QString asLabel(QString text)
 {
     return text.replace(QLatin1Char('&'), QLatin1StringView("&&"));
@@ -133,7 +133,7 @@ void TreemapBreadcrumb::arrange()
     update();
 }
 
-/// A chevron and a button; returns where the next step begins.
+/// Places a chevron and a button; returns where the next step begins.
 int TreemapBreadcrumb::place(QToolButton& button, int left, int width)
 {
     m_chevrons.push_back(left);

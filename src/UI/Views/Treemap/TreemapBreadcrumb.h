@@ -14,18 +14,18 @@ class QToolButton;
 
 namespace morlaine {
 
-/// The path of folders zoomed into, a button for each behind a chevron. It takes whatever width it is given: where the
-/// names have no room they are cut, and steps in the middle fold into one button that lists them.
+/// The path of folders zoomed into: a chevron and a button for each. It adapts to any width: names are cut, and steps
+/// in the middle are folded into one button with a menu.
 class TreemapBreadcrumb final : public QWidget {
     Q_OBJECT
 
 public:
     explicit TreemapBreadcrumb(QWidget* parent = nullptr);
 
-    /// Keeps the names only.
+    /// Copies the names only.
     void setPath(std::span<const FileNode> path);
 
-    /// The width at which every name stands as it is.
+    /// The width at which no name is cut.
     [[nodiscard]] int naturalWidth() const;
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -34,7 +34,7 @@ public:
 Q_SIGNALS:
     void stepClicked(std::size_t step);
 
-    /// Another path or another font.
+    /// The path or the font has changed.
     void naturalWidthChanged();
 
 protected:
@@ -54,11 +54,11 @@ private:
     void openFoldedSteps();
 
     std::vector<QString> m_names;
-    std::vector<int> m_naturalWidths;    // of the buttons with their names
+    std::vector<int> m_naturalWidths;    // of the buttons with uncut names
     std::vector<QToolButton*> m_buttons; // one for each name
     QToolButton* const m_foldButton;
     BreadcrumbFit m_fit;
-    std::vector<int> m_chevrons; // where they begin
+    std::vector<int> m_chevrons; // their left edges
 };
 
 } // namespace morlaine

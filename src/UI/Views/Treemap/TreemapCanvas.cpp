@@ -172,7 +172,7 @@ void TreemapCanvas::paintMarks(QPainter& painter) const
     }
 }
 
-/// Two lines, so that it stands out from whatever lies below.
+/// Two lines, visible on any background.
 void TreemapCanvas::paintFocus(QPainter& painter) const
 {
     painter.setPen(
@@ -182,7 +182,7 @@ void TreemapCanvas::paintFocus(QPainter& painter) const
     painter.drawRect(rect().adjusted(2, 2, -3, -3));
 }
 
-/// Whoever clicked knows where the focus is. A window or a menu that goes and comes back changes nothing about that.
+/// A click does not show the focus frame. Reactivating the window or closing a menu keeps the previous state.
 void TreemapCanvas::focusInEvent(QFocusEvent* event)
 {
     const Qt::FocusReason reason = event->reason();
@@ -225,7 +225,7 @@ void TreemapCanvas::mousePressEvent(QMouseEvent* event)
     }
 }
 
-/// A press that was dragged away is no click.
+/// A press that was dragged away is not a click.
 void TreemapCanvas::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || !m_pressedAt) {
@@ -237,7 +237,7 @@ void TreemapCanvas::mouseReleaseEvent(QMouseEvent* event)
     }
 }
 
-/// The first click of the two has been a click of its own, the second one is none.
+/// The first click of the two was reported; the second is not a click of its own.
 void TreemapCanvas::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton) {
@@ -279,7 +279,7 @@ void TreemapCanvas::contextMenuEvent(QContextMenuEvent* event)
                                                                         : event->globalPos());
 }
 
-/// Where a menu opens that was not asked for at a place: on what it is about.
+/// Where a menu opens that was requested by keyboard: at the marked rectangle.
 QPoint TreemapCanvas::menuPoint() const
 {
     const std::optional<Rect> mark = m_hoverMark ? m_hoverMark : selectionMark();

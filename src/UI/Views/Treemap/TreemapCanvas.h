@@ -16,11 +16,10 @@ namespace morlaine {
 
 class FolderGrounds;
 
-/// Shows a layout, with one rectangle selected and one under the pointer, and tells what the user does to it. It
-/// decides nothing. The rectangles are painted once into a picture that is kept; moving a mark repaints only where it
-/// was and is.
+/// Shows a layout with a selected rectangle and one under the pointer, and reports user input; it decides nothing. The
+/// rectangles are painted once into a cached pixmap. Moving a mark repaints only its old and its new place.
 ///
-/// For assistive programs it is a list of the rectangles, see TreemapAccessibility.
+/// Assistive technology sees a list of the rectangles, see TreemapAccessibility.
 class TreemapCanvas : public QWidget {
     Q_OBJECT
 
@@ -28,27 +27,27 @@ public:
     explicit TreemapCanvas(QWidget* parent = nullptr);
     ~TreemapCanvas() override;
 
-    /// `text` stands in the middle while the layout is empty.
+    /// `text` is shown while the layout is empty.
     void showLayout(std::shared_ptr<const TreemapLayout> layout, const QString& text);
     [[nodiscard]] const TreemapLayout& layout() const { return *m_layout; }
 
-    /// What is shown instead while there are no rectangles.
+    /// The text that is shown if there are no rectangles.
     [[nodiscard]] const QString& text() const { return m_text; }
 
-    /// Another one for each layout.
+    /// Changes with each layout.
     [[nodiscard]] int layoutNumber() const { return m_layoutNumber; }
 
-    /// While these are not empty, files that are not among them are dimmed.
+    /// If the set is not empty, files outside it are dimmed.
     void setHighlightIDs(const NodeIDSet& ids);
 
     /// The position of the selected rectangle in the layout.
     void setSelectedPosition(std::optional<std::size_t> position);
     [[nodiscard]] std::optional<std::size_t> selectedPosition() const { return m_selectedPosition; }
 
-    /// The rectangle under the pointer, which need not be of this layout.
+    /// The rectangle under the pointer. It need not belong to this layout.
     void setHoverMark(const std::optional<Rect>& rect);
 
-    /// How often the picture of the rectangles was painted.
+    /// The number of times that the base picture was painted.
     [[nodiscard]] int basePaintCount() const { return m_basePaintCount; }
 
     [[nodiscard]] QSize sizeHint() const override { return {640, 400}; }
@@ -64,15 +63,15 @@ Q_SIGNALS:
     /// The pointer has rested at a point.
     void toolTipRequested(const QPointF& point, const QPoint& globalPoint);
 
-    /// By key: the selection moves, what is selected is zoomed into, the folder that is shown is left.
+    /// Keyboard: move the selection, zoom into it, leave the shown folder.
     void moveRequested(morlaine::TreemapDecisions::Move move);
     void zoomRequested();
     void leaveRequested();
 
-    /// Another layout is shown, which has no selected rectangle yet.
+    /// A new layout is shown. It has no selected rectangle yet.
     void layoutShown();
 
-    /// Another rectangle is selected, or none.
+    /// The selected rectangle has changed.
     void selectionMoved();
 
     /// An assistive program has pressed the rectangle at that position.
@@ -114,9 +113,9 @@ private:
     std::optional<QPointF> m_pressedAt;
     bool m_isFocusedByMouse = false;
 
-    std::shared_ptr<const FolderGrounds> m_grounds; // of the layout with that number, which may be a former one
+    std::shared_ptr<const FolderGrounds> m_grounds; // of layout `m_groundsNumber`, possibly a previous one
     int m_groundsNumber = 0;
-    QPixmap m_base; // null when it has to be painted
+    QPixmap m_base; // null if it has to be painted
     int m_basePaintCount = 0;
 };
 

@@ -23,17 +23,17 @@ Info info(const FileNode& node, const Color& color)
     return {color, shownText(node.name()), QStringLiteral("(%1)").arg(QString::fromStdString(node.formattedSize()))};
 }
 
-/// Of folders only the outermost are ever under the pointer.
+/// Only the outermost folders can be hit.
 bool canBePointedAt(const TreemapLayout::Item& item)
 {
     return isLargeEnoughToPointAt(item.rect) && (item.isFolder == 0 || item.depth == 0);
 }
 
-/// A rectangle as a move to the right sees it: mirrored or turned for the other directions.
+/// A rectangle, mirrored or turned so that the move goes to the right.
 struct Turned {
     double begin;
     double end;
-    double near; // the edges across the direction
+    double near; // the edges across the direction of the move
     double far;
 };
 
@@ -53,7 +53,7 @@ Turned turned(const Rect& rect, Move move)
     }
 }
 
-/// How far a rectangle lies ahead, in points; what lies aside counts twice. Infinite for one that is not ahead.
+/// The distance to a rectangle ahead, in points; sideways distance counts twice. Infinite if it is not ahead.
 double distance(const Turned& from, double front, const Turned& to)
 {
     constexpr double rounding = 0.01;
@@ -70,7 +70,7 @@ std::optional<std::size_t> neighbour(const TreemapLayout& layout, std::size_t fr
     const std::span<const TreemapLayout::Item> items = layout.items();
     const Turned start = turned(items[from].rect, move);
     const bool entersFolder = items[from].isFolder != 0 && from + 1 < items.size() && items[from + 1].depth > 0;
-    // A folder's own edge is none that a file in it has.
+    // A file in a folder can never begin at the folder's own edge.
     const double front = entersFolder ? start.begin + 1 : start.end;
     std::optional<std::size_t> nearest;
     double least = std::numeric_limits<double>::infinity();

@@ -10,16 +10,16 @@
 #include <cstdint>
 #include <optional>
 
-/// What a treemap shows and where, decided on values: nothing here knows a window. All lengths are in points.
+/// What a treemap shows and where: pure functions on values. All lengths are in points.
 namespace morlaine::TreemapDecisions {
 
-/// How an outline is drawn: half of its width lies within the rectangle, half outside, and corners are sharp.
+/// An outline with sharp corners; half of its width lies inside the rectangle, half outside.
 struct Outline {
     double opacity = 1; // 0...1
     double width = 1;
 };
 
-/// A folder's, white: it fades and thins with the depth.
+/// The white outline of a folder: thinner and fainter with the depth.
 [[nodiscard]] Outline folderOutline(std::int64_t depth);
 
 inline constexpr Outline fileOutline{0.15, 0.5};     // black
@@ -28,49 +28,48 @@ inline constexpr Outline hoverOutline{0.8, 1.5};     // white
 inline constexpr double selectionFillOpacity = 0.12; // in the accent colour
 inline constexpr double hoverFillOpacity = 0.2;      // white
 
-/// How much of the colour of what it holds lies on a folder that shows nothing of it: so little that nobody takes it
-/// for a file.
+/// The opacity of a closed folder's fill, in the colour of its contents: low enough to differ from a file.
 inline constexpr double folderFillOpacity = 0.45;
 
-/// How much of its colour a file keeps: less, where a search is on that has not found it.
+/// The opacity of a file's fill; lower for a file that the search has not found.
 [[nodiscard]] constexpr double fileFillOpacity(bool isDimmed)
 {
     return isDimmed ? 0.15 : 1;
 }
 
-/// Where the labels of a file stand: its name, and its size below.
+/// The places of a file's labels: its name, and its size below.
 struct Labels {
-    QRectF frame; // what they are clipped to
-    QPointF name; // top left corners
+    QRectF frame; // the labels are clipped to it
+    QPointF name; // top left corner of the name; `size` likewise
     QPointF size;
 };
 
 inline constexpr double nameOpacity = 0.95; // white
 inline constexpr double sizeOpacity = 0.75; // white
 
-/// Whether a person could point at a rectangle, so that assistive programs are offered it.
+/// Whether a rectangle is large enough to point at. Only such rectangles are offered to assistive technology.
 [[nodiscard]] constexpr bool isLargeEnoughToPointAt(const Rect& rect)
 {
     return rect.width > 4 && rect.height > 4;
 }
 
-/// Where the selection can go by a key.
+/// Moves of the selection by keyboard.
 enum class Move : std::uint8_t { left, right, up, down, largest, smallest };
 
-/// The index of the rectangle to which the selection goes from that at `from`; the largest when nothing is selected.
-/// Only files and folders that a person could point at are reached. A move into a folder reaches the folder first, and
-/// from there what lies in it, at the side from which it was entered. Nothing where there is none in that direction.
+/// The index of the rectangle that a move from the one at `from` selects; the largest one if nothing is selected.
+/// Reaches only files, and folders that are large enough to point at. A move into a folder selects the folder first,
+/// then its contents at the side of entry. Nothing if there is no rectangle in that direction.
 [[nodiscard]] std::optional<std::size_t> destination(const TreemapLayout& layout, std::optional<std::size_t> from,
                                                      Move move);
 
-/// Nothing for a rectangle that is too small for labels.
+/// Nothing if the rectangle is too small for labels.
 [[nodiscard]] std::optional<Labels> labelsIn(const Rect& rect);
 
-/// What is told about the node under the pointer, else about the selected one.
+/// The info about the node under the pointer, otherwise about the selected node.
 struct Info {
     Color color;
     QString name;
-    QString size; // in brackets
+    QString size; // in parentheses
 
     friend bool operator==(const Info&, const Info&) = default;
 };
@@ -78,10 +77,10 @@ struct Info {
 [[nodiscard]] std::optional<Info> infoOf(const std::optional<TreemapRect>& hovered,
                                          const std::optional<FileNode>& selected);
 
-/// The names of the folders from the one inside `shown` down to `item`, and of the item.
+/// The path of `item` relative to the folder `shown`, built from names.
 [[nodiscard]] QString pathBelow(const FileNode& shown, const FileNode& item);
 
-/// What a canvas without rectangles says.
+/// The text of a canvas without rectangles.
 [[nodiscard]] QString textInsteadOfRects(bool hasRoot);
 
 } // namespace morlaine::TreemapDecisions

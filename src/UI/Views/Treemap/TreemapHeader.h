@@ -16,8 +16,7 @@ namespace morlaine {
 
 class TreemapBreadcrumb;
 
-/// A dot in the colour of a node, its name and its size, at the trailing edge. The name gives way where there is no
-/// room.
+/// A dot in the node's colour, its name and its size, at the trailing edge. The name is elided first.
 class TreemapInfo final : public QLabel {
     Q_OBJECT
 
@@ -34,8 +33,8 @@ private:
     std::optional<TreemapDecisions::Info> m_info;
 };
 
-/// The bar above the treemap: the way back to the whole tree, the path zoomed into, and the info. Its height depends on
-/// the font alone, and its width on nothing that it shows.
+/// The bar above the treemap: the button for the whole tree, the path zoomed into, and the info. Its height depends on
+/// the font only, and its width does not depend on its content.
 class TreemapHeader final : public QWidget {
     Q_OBJECT
 
@@ -52,7 +51,7 @@ Q_SIGNALS:
     void houseClicked();
     void stepClicked(std::size_t step);
 
-    /// The button with the keyboard focus is gone.
+    /// The button with the keyboard focus was removed.
     void focusLost();
 
 protected:

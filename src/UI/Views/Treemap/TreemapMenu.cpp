@@ -30,18 +30,18 @@ TreemapMenu::TreemapMenu(MainViewModel& viewModel, std::optional<FileNode> targe
     }
 }
 
-/// They cannot be chosen, but have to be read.
+/// Texts are disabled entries, but must be readable.
 void TreemapMenu::showTextsLikeEntries()
 {
     QPalette readable = palette();
     for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
         readable.setColor(QPalette::Disabled, role, readable.color(QPalette::Active, role));
     }
-    readable.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent); // some styles engrave what is disabled
+    readable.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent); // some styles emboss disabled text
     setPalette(readable);
 }
 
-/// A name may be long and may hold what menus take for the mark of a mnemonic.
+/// A name may be long, and may contain ampersands, which mark mnemonics.
 void TreemapMenu::addText(const QString& text, bool isTitle)
 {
     constexpr int most = 320;

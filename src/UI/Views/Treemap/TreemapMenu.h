@@ -12,8 +12,7 @@ namespace morlaine {
 
 class MainViewModel;
 
-/// The treemap's context menu: what can be done with the node that was the target when it was made. Deletes itself when
-/// it closes.
+/// The context menu of the treemap, for the node that was the target when it was made. Deletes itself when it closes.
 class TreemapMenu final : public QMenu {
     Q_OBJECT
 

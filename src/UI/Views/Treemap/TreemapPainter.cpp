@@ -30,7 +30,7 @@ namespace Decide = TreemapDecisions;
 
 using Style = TreemapTile::Style;
 
-/// How each kind of rectangle is painted, made once for a picture.
+/// The style of each kind of rectangle, made once for a picture.
 class Styles {
 public:
     Styles()
@@ -59,7 +59,7 @@ public:
 
 private:
     std::array<std::array<Style, 16>, 2> m_files;
-    std::array<Style, 8> m_folders; // deeper outlines look like the last one
+    std::array<Style, 8> m_folders; // deeper folders use the last one
 };
 
 bool isTouched(const TreemapLayout::Bounds& area, const Rect& rect)
@@ -73,7 +73,7 @@ bool isTouched(const TreemapLayout::Bounds& area, const TreemapLayout::Bounds& b
     return block.left < area.right && block.top < area.bottom && block.right > area.left && block.bottom > area.top;
 }
 
-/// The rectangles in a part of the picture, each over those before it.
+/// Paints the rectangles in a part of the picture, each over the previous ones.
 class TilePainter {
 public:
     explicit TilePainter(const Scene& scene)
@@ -86,8 +86,9 @@ public:
     void paint(const QRect& pixels, uchar* bits, qsizetype bytesPerLine)
     {
         m_tile.restart(pixels, m_scene.ground.rgb());
-        // A folder's margin keeps what lies in it more than a point away from all outlines around. Where pixels are no
-        // larger, none of them shows both, and the layout's own order gives the same picture as that of the depths.
+        // A folder's margin keeps its contents more than a point away from the outlines around it. If pixels are not
+        // larger than a point, no pixel shows both, and painting in layout order gives the same picture as painting by
+        // depth.
         if (m_scene.devicePixelRatio >= 1) {
             paintRects(pixels, [](const TreemapLayout::Item&) { return true; });
         } else {
@@ -106,7 +107,7 @@ private:
     template <typename Predicate>
     void paintRects(const QRect& pixels, Predicate isWanted)
     {
-        constexpr double reach = 1; // points that the widest outline goes beyond an edge
+        constexpr double reach = 1; // in points: the widest outline extends this far beyond an edge
         const double scale = m_scene.devicePixelRatio;
         const TreemapLayout::Bounds area{pixels.left() / scale - reach, pixels.top() / scale - reach,
                                          (pixels.right() + 1) / scale + reach, (pixels.bottom() + 1) / scale + reach};
@@ -145,7 +146,7 @@ private:
     TreemapTile m_tile;
 };
 
-/// The tiles of a picture, shared among threads: each takes the next one.
+/// The tiles of a picture. Each thread takes the next free one.
 class Tiles {
 public:
     explicit Tiles(const Scene& scene)
@@ -155,7 +156,7 @@ public:
     {
     }
 
-    /// Paints what others leave, and what they have not finished then: never waits for them.
+    /// Paints the tiles that no helper has finished; never waits for helpers.
     [[nodiscard]] QImage paint()
     {
         const QSize size = pixelsOf(m_scene);
@@ -185,7 +186,7 @@ public:
         return image;
     }
 
-    /// The same on another thread, for `paint` to use what is finished in time.
+    /// Paints tiles on a helper thread. `paint` uses those that are finished in time.
     void help()
     {
         TilePainter painter(m_scene);
@@ -199,7 +200,7 @@ public:
     }
 
 private:
-    /// What a helper has painted.
+    /// The result of a helper.
     struct Slot {
         std::vector<QRgb> pixels;
         std::atomic<bool> isFinished{false};

@@ -18,35 +18,34 @@ namespace morlaine {
 class FolderGrounds;
 } // namespace morlaine
 
-/// From a layout to what is seen of it. Main thread only.
+/// Paints layouts and marks. Main thread only.
 namespace morlaine::TreemapPainter {
 
-/// What the base picture depends on, besides the application's font.
+/// Everything that the base picture depends on, besides the application's font.
 struct Scene {
     std::shared_ptr<const TreemapLayout> layout;
     NodeIDSet highlightIDs;
-    QColor ground; // behind the rectangles
+    QColor ground; // the background colour
     QSize size;    // points
     double devicePixelRatio = 1;
     std::shared_ptr<const FolderGrounds> grounds{}; // of the layout; without it closed folders show the ground
 };
 
-/// All rectangles, without labels: deeper ones over those around them. Throws std::bad_alloc.
+/// Paints all rectangles without labels, deeper ones over their folders. Throws std::bad_alloc.
 [[nodiscard]] QImage paintRects(const Scene& scene);
 
-/// The same with labels, without selection and pointer, at the resolution of the screen. Null where
-/// memory does not suffice.
+/// Paints rectangles and labels, without marks, at the resolution of the screen. Null if memory runs out.
 [[nodiscard]] QPixmap paintBase(const Scene& scene);
 
-/// Marks over the base picture.
+/// Paint a mark over the base picture.
 void paintSelection(QPainter& painter, const Rect& rect, const QColor& accent);
 void paintHover(QPainter& painter, const Rect& rect);
 
-/// The points that a mark on that rectangle may touch.
+/// The area that a mark on that rectangle may touch, in points.
 [[nodiscard]] QRect reachOfMark(const Rect& rect);
 
-/// A dark neutral colour in light and dark appearance alike: the outlines of folders are white, and dimmed files have
-/// to recede rather than to glare.
+/// The background: dark in light and dark appearance alike, since outlines of folders are white and dimmed files must
+/// not stand out.
 [[nodiscard]] QColor ground(const QPalette& palette);
 
 } // namespace morlaine::TreemapPainter

@@ -60,7 +60,7 @@ inline TreemapTile::Shares TreemapTile::sharesFrom(const Axis& axis, int pixel)
     return {axis.fill.sharesFrom(pixel), axis.outer.sharesFrom(pixel), axis.inner.sharesFrom(pixel)};
 }
 
-/// Comparisons come first, as what lies far away is beyond the range of whole numbers.
+/// Compares before converting: far-away edges are outside the range of int.
 inline TreemapTile::Axis TreemapTile::axis(double begin, double length, double halfLine, bool isHollow, int origin,
                                            int pixels) const
 {
@@ -72,7 +72,7 @@ inline TreemapTile::Axis TreemapTile::axis(double begin, double length, double h
     if (!(axis.outer.begin < last && axis.outer.end > 0)) {
         return axis;
     }
-    // Pixels of which the shares turn out to be 0 cost less than branches that tell them apart.
+    // Painting a few pixels with a share of 0 is faster than branching.
     axis.first = static_cast<int>(std::max(axis.outer.begin, 0.F));
     axis.end = static_cast<int>(std::min(axis.outer.end, last - 1)) + 1;
     if (isHollow) {
@@ -114,8 +114,8 @@ void TreemapTile::paint(const Rect& rect, const Style& style)
     }
 }
 
-/// The outline of each pixel is what the outer edges hold of it less what the inner ones do. Pixels beyond `end` get
-/// nothing.
+/// A pixel's share of the outline is its share of the outer rectangle minus that of the inner one. Pixels beyond `end`
+/// have no share.
 void TreemapTile::paintEdges(int first, int end, const Axis& columns, int y, int rowCount, const Shares& rows,
                              const Style& style)
 {

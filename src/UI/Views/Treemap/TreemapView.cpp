@@ -30,7 +30,7 @@ std::optional<Uuid> idOf(const std::optional<FileNode>& node)
     return node ? std::optional(node->id()) : std::nullopt;
 }
 
-/// A canvas is known to assistive programs from its construction on, so that what they are to meet comes first.
+/// The accessible form must be registered before the canvas is made.
 TreemapCanvas* makeCanvas(QWidget* parent)
 {
     TreemapAccessibility::install();
@@ -50,12 +50,12 @@ TreemapView::TreemapView(MainViewModel& viewModel, QWidget* parent)
     build();
     connectCanvas();
     connectHeader();
-    // The first layout comes with the canvas's first size.
+    // The first layout follows the first resize of the canvas.
     m_canvas->showLayout(m_computedRects, TreemapDecisions::textInsteadOfRects(m_rootID.has_value()));
     readModel();
 }
 
-/// The canvas goes later than what its signals would change.
+/// The canvas is destroyed after the members that its signals would change.
 TreemapView::~TreemapView()
 {
     m_canvas->disconnect(this);
@@ -123,7 +123,7 @@ void TreemapView::recalculateLayout(const QSizeF& size)
     if (!root) {
         m_computedRects = std::make_shared<TreemapLayout>();
     } else if (size.width() > sizeWithoutLayout && size.height() > sizeWithoutLayout) {
-        if (m_computedRects->isBeingRead()) { // by a painter that comes too late to be of use
+        if (m_computedRects->isBeingRead()) { // by a paint helper that was too slow
             m_computedRects = std::make_shared<TreemapLayout>();
         }
         layOut(*root, size);
@@ -135,7 +135,7 @@ void TreemapView::recalculateLayout(const QSizeF& size)
     showSelection();
 }
 
-/// Where memory does not suffice there are no rectangles.
+/// The layout stays empty if memory runs out.
 void TreemapView::layOut(const FileNode& root, const QSizeF& size)
 {
     try {
@@ -146,7 +146,7 @@ void TreemapView::layOut(const FileNode& root, const QSizeF& size)
     }
 }
 
-/// The pointer has not moved, so that the item it was on stays the hovered one; its mark goes where the item now lies.
+/// The pointer has not moved, so that the hovered item stays the same. Its mark moves with it.
 void TreemapView::followHoveredRect()
 {
     if (!m_hoveredRect) {
@@ -187,7 +187,7 @@ void TreemapView::showSelection()
     m_canvas->setSelectedPosition(m_selectedNode ? computedRects().indexOf(*m_selectedNode) : std::nullopt);
 }
 
-/// A rectangle that is selected and under the pointer is marked as selected alone.
+/// A rectangle that is both selected and under the pointer gets the selection mark only.
 void TreemapView::showHover()
 {
     const bool isShown = m_hoveredRect && m_hoveredRect->id() != idOf(m_selectedNode);
@@ -216,7 +216,7 @@ void TreemapView::moveSelection(TreemapDecisions::Move move)
 void TreemapView::zoomIntoSelection()
 {
     if (const std::optional<std::size_t> index = m_canvas->selectedPosition()) {
-        m_viewModel.zoomIn(computedRects()[*index].node); // nothing for a file
+        m_viewModel.zoomIn(computedRects()[*index].node); // does nothing for a file
     }
 }
 
@@ -228,7 +228,7 @@ void TreemapView::zoomIn(const QPointF& point)
     }
 }
 
-/// The path may have become shorter since the button was drawn.
+/// The path may have become shorter since the button was painted.
 void TreemapView::showStep(std::size_t step)
 {
     std::vector<FileNode> path = m_viewModel.zoomStack();

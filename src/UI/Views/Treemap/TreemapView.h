@@ -19,9 +19,8 @@ namespace morlaine {
 class MainViewModel;
 class TreemapHeader;
 
-/// The main picture of the window: the folder that is shown as a treemap, below a bar with the path zoomed into. Holds
-/// the last layout and what the pointer is over, nothing else; clicks become calls on the model, which must outlive the
-/// view. Main thread only.
+/// The main picture of the window: the shown folder as a treemap, below a bar with the path zoomed into. Keeps the last
+/// layout and the hovered rectangle. Clicks become calls of the model, which must outlive the view. Main thread only.
 class TreemapView final : public QWidget {
     Q_OBJECT
 
@@ -32,18 +31,17 @@ public:
     /// The last layout, in the engine's order and the canvas's coordinates.
     [[nodiscard]] const TreemapLayout& computedRects() const { return *m_computedRects; }
 
-    /// The rectangle that the pointer was found over. It stays when the layout changes, until the pointer moves.
+    /// The rectangle under the pointer. Kept when the layout changes, until the pointer moves.
     [[nodiscard]] const std::optional<TreemapRect>& hoveredRect() const { return m_hoveredRect; }
 
-    /// Lays out the folder that is shown in a canvas of that size. Without a folder, nothing is left; a size of 20 or
-    /// less leaves the layout as it is. Runs when the canvas appears or gets another size and when another folder is
-    /// shown, at no other time.
+    /// Lays out the shown folder for a canvas of that size. Clears the layout if there is no folder; keeps it for a
+    /// size of 20 or less. Called when the canvas is resized or another folder is shown.
     void recalculateLayout(const QSizeF& size);
 
     /// The file at a point of the canvas, else the outermost folder there.
     [[nodiscard]] std::optional<TreemapRect> rectAt(const QPointF& point) const;
 
-    /// Looks again at what is under the pointer.
+    /// Updates the rectangle under the pointer.
     void updateHoveredRect();
 
 private:
@@ -75,7 +73,7 @@ private:
     std::optional<TreemapRect> m_hoveredRect;
     QPointF m_hoverPoint;
 
-    // What was read of the model last.
+    // The state of the model at the last refresh.
     std::optional<Uuid> m_rootID;
     std::optional<FileNode> m_selectedNode;
 

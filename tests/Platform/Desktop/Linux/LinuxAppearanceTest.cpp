@@ -22,7 +22,7 @@ const QString schemeKey = QStringLiteral("color-scheme");
 
 enum class Version { current, withoutReadOne, withoutTheKey, silent };
 
-/// The settings portal of a desktop, reduced to the preference for light or dark.
+/// A settings portal that only knows the colour scheme.
 FakeService::Answer portal(Version version, uint scheme)
 {
     return [version, scheme](const QDBusMessage& call) {

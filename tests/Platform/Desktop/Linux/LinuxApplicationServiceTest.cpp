@@ -13,7 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// Calls from another connection, as a file manager does.
+/// Calls through another connection, as a file manager does.
 QDBusMessage call(QDBusConnection& bus, const QString& member, const QVariantList& arguments)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(QStringLiteral("com.morlaine.Morlaine"),

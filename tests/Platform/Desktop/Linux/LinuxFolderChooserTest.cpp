@@ -40,7 +40,7 @@ QString requestPathOf(const QDBusMessage& call)
         .arg(call.service().mid(1).replace(u'.', u'_'), optionsOf(call)[QStringLiteral("handle_token")].toString());
 }
 
-/// Answers as a portal of that version does, but does not show anything.
+/// Answers like a portal of that version, without showing anything.
 FakeService::Answer portal(uint version)
 {
     return [version](const QDBusMessage& call) {
@@ -67,7 +67,7 @@ protected:
                        [this](const FileUrl& url) { chosen.push_back(url.path()); });
     }
 
-    /// The call for a dialog that the portal received.
+    /// The request for a dialog that the portal received.
     [[nodiscard]] static std::optional<QDBusMessage> requestTo(const FakeService& service)
     {
         const bool wasAsked = QTest::qWaitFor([&] { return !service.calls(openFile).empty(); });
@@ -83,7 +83,7 @@ protected:
         service.connection().send(signal);
     }
 
-    /// Our own dialog, once it is open.
+    /// The program's own dialog, once it is open.
     [[nodiscard]] FolderDialog* ownDialog() const
     {
         FolderDialog* dialog = nullptr;
@@ -130,7 +130,7 @@ TEST_F(LinuxFolderChooserTest, DoesNothingWhenThePortalsDialogIsCancelledOrThePo
         for (const uint response : {1U, 2U, 3U}) {
             choose();
             ASSERT_TRUE(QTest::qWaitFor([&] { return service.calls(openFile).size() == response; }));
-            choose(); // asks for nothing more while the dialog is open
+            choose(); // does nothing while the dialog is open
             ASSERT_NE(QApplication::activeModalWidget(), nullptr);
             if (response < 3) {
                 answer(service, *requestTo(service), response, {QStringLiteral("file:///srv")});
@@ -152,8 +152,8 @@ TEST_F(LinuxFolderChooserTest, TakesWhatTheLineOfItsOwnDialogSays)
     const std::string outer = folder.path() / "a b#c";
     struct Case {
         QString typed;
-        std::vector<Qt::Key> keys; // then
-        std::string expected;      // nothing is chosen when empty
+        std::vector<Qt::Key> keys; // pressed after typing
+        std::string expected;      // empty if nothing is chosen
     };
     const Case cases[] = {
         {QString::fromStdString(outer), {Qt::Key_Return}, outer},
@@ -173,7 +173,7 @@ TEST_F(LinuxFolderChooserTest, TakesWhatTheLineOfItsOwnDialogSays)
         EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Select Folder to Scan"));
         dialog->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
-        QTest::keyClicks(dialog->focusWidget(), each.typed); // replaces what is there
+        QTest::keyClicks(dialog->focusWidget(), each.typed); // replaces the selected text
         const auto* list = dialog->findChildren<QListWidget*>().back();
         if (each.keys.size() > 1) {
             ASSERT_TRUE(QTest::qWaitFor([list] { return list->count() == 1; }));

@@ -35,7 +35,7 @@ const std::string oddPath = "/tmp/a b#c%41?\n\xE9/\xF0\x9F\x98\x80 \xFF;&'\"";
 const std::string oddFolderUrl = "file:///tmp/a%20b%23c%2541%3F%0A%E9";
 const std::string oddUrl = oddFolderUrl + "/%F0%9F%98%80%20%FF;&'%22";
 
-/// Takes the place of the desktop's opener.
+/// Replaces the desktop's opener.
 class Opener final : public QObject {
     Q_OBJECT
 

@@ -38,7 +38,7 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
     }
 
-    /// What is read on the pane.
+    /// All visible texts of the pane.
     [[nodiscard]] std::vector<std::string> texts() const
     {
         std::vector<std::string> found = test::labelsIn(*view);
@@ -154,7 +154,7 @@ TEST_F(DetailViewTest, FitsANarrowAndLowPane)
     }
 }
 
-/// Scans of a folder /r that stop where the test wants.
+/// A scan of the folder /r that stops at two gates.
 class DetailViewScanTest : public DetailViewTest {
 protected:
     DetailViewScanTest()

@@ -37,7 +37,7 @@ constexpr std::string_view tree = R"(root/
   film.mov 3000000000
   notes.txt 7)";
 
-/// The panel in a window of its own.
+/// The panel in its own window.
 class SearchFilterViewTest : public testing::Test {
 protected:
     SearchFilterViewTest()
@@ -62,7 +62,7 @@ protected:
 
     [[nodiscard]] std::string selected() const { return test::nameOf(model().selectedNode()); }
 
-    /// The names in the list, or the texts that stand in its place.
+    /// The names in the list, or the texts shown instead.
     [[nodiscard]] std::vector<std::string> content() const
     {
         std::vector<std::string> texts = test::labelsIn(*view);
@@ -184,7 +184,7 @@ TEST_F(SearchFilterViewTest, ReturnSelectsTheFirstResultAndFocusTheText)
     view->focusSearchField();
     EXPECT_TRUE(field().hasFocus());
     EXPECT_EQ(field().selectedText(), QStringLiteral("nowhere"));
-    // The list is still empty when the key comes.
+    // The list is still empty when the key arrives.
     QTest::keyClicks(&field(), QStringLiteral("jpg"));
     QTest::keyClick(&field(), Qt::Key_Return);
     EXPECT_EQ(selected(), "beach.jpg");

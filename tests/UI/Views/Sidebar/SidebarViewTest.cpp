@@ -25,7 +25,7 @@ using testing::SizeIs;
 
 constexpr std::int64_t gigabyte = 1'000'000'000;
 
-/// The sidebar in a window of its own, with two volumes and two favourites.
+/// The sidebar in its own window, with two volumes and two favourites.
 class SidebarViewTest : public testing::Test {
 protected:
     SidebarViewTest()
@@ -168,7 +168,7 @@ TEST_F(SidebarViewTest, TheTrashRemovesAndTheRestOfTheRowOpens)
 
     QTest::mouseClick(rows, Qt::LeftButton, {}, onTrash(0));
     EXPECT_TRUE(QTest::qWaitFor([&] { return recentNames().size() == 2; }));
-    // The second half of a double click hits the row that has moved up.
+    // The second press of a double click hits the row that has moved up.
     QTest::mouseEvent(QTest::MouseDClick, rows, Qt::LeftButton, {}, onTrash(0));
     QTest::mouseRelease(rows, Qt::LeftButton, {}, onTrash(0));
     EXPECT_THAT(fixture.model->scanHistory(), SizeIs(2));

@@ -29,7 +29,7 @@ using testing::SizeIs;
 constexpr std::string_view nestedFolders = "root/\n  A/\n    B/\n      C/\n      f 1\n  D/";
 constexpr int longEnough = 30'000; // milliseconds
 
-/// "A B > B" for the zoom path A, B and the selection B, with < and > for where one can go.
+/// "A B selected B <": the zoom path, the selection, and whether going back (<) and forward (>) is possible.
 std::string viewOf(const MainViewModel& model)
 {
     std::string text;
@@ -147,7 +147,7 @@ TEST_F(MainViewModelTest, KeepsAnEmptySessionAfterACancelledScan)
     gate.open();
     ASSERT_TRUE(waitForScan());
     EXPECT_EQ(model->scanner().errorMessage(), QStringLiteral("Scan cancelled by user."));
-    bool hasWatcherLooked = false; // it was started earlier, and for a shorter time
+    bool hasWatcherLooked = false; // the watcher was started earlier, with a shorter interval
     QTimer::singleShot(700, [&] { hasWatcherLooked = true; });
     ASSERT_TRUE(QTest::qWaitFor([&] { return hasWatcherLooked; }));
     EXPECT_EQ(viewOf(*model), "selected none");
@@ -165,7 +165,7 @@ TEST_F(MainViewModelTest, SavesTwiceWhenTwoWatchersSeeOneResult)
 
 TEST_F(MainViewModelTest, SavesAReopenedTreeThatAnOlderWatcherComesUpon)
 {
-    const Gate gate; // a walk that ends before it is cancelled brings its own tree
+    const Gate gate; // otherwise the walk could end before it is cancelled, and bring its own tree
     fileSystem->onListing = gate;
     model->scan(url("/r"));
     gate.waitForArrival();
@@ -256,12 +256,12 @@ TEST_F(MainViewModelTest, GoesWhateverIsStillUnderWay)
 {
     const Gate gate;
     fileSystem->onListing = gate;
-    model->scan(url("/r")); // a walk and a watcher
+    model->scan(url("/r")); // starts a walk and a watcher
     gate.waitForArrival();
     restart();
     gate.open();
     model->scan(url("/s"));
-    ASSERT_TRUE(waitForScan()); // a tree is being written
+    ASSERT_TRUE(waitForScan()); // the tree is being written
     model.reset();
     EXPECT_TRUE(
         QTest::qWaitFor([this] { return store->loadScanTree(store->loadHistory()[0].id).has_value(); }, longEnough));

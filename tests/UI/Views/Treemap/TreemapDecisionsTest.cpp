@@ -34,18 +34,18 @@ TEST(TreemapDecisionsTest, TellsAboutTheNodeUnderThePointerElseTheSelectedOne)
 
 TEST(BreadcrumbFitTest, CutsLongNamesThenFoldsTheMiddle)
 {
-    // Each step takes 20 besides its name; a name keeps 50; the button for folded steps is 10 wide.
+    // Each step takes 20 besides its name; the minimum of a name is 50; the button for folded steps is 10 wide.
     const BreadcrumbFit::Metrics metrics{16, 4, 50, 10};
     const struct {
         std::vector<int> names;
         int available;
-        std::vector<int> widths; // 0 where folded
+        std::vector<int> widths; // 0 for a folded step
     } cases[] = {
         {{}, 100, {}},
         {{60, 100}, 200, {60, 100}},
         {{60, 100}, 190, {60, 90}},
         {{60, 100, 200}, 300, {60, 90, 90}},
-        {{60, 100, 100}, 200, {60, 0, 70}}, // 3 x 70 would be too much
+        {{60, 100, 100}, 200, {60, 0, 70}}, // 3 x 70 would not fit
         {{60, 30, 80, 70, 100}, 170, {50, 0, 0, 0, 50}},
         {{60, 30, 80, 70, 100}, 169, {0, 0, 0, 0, 100}},
         {{60, 100}, 60, {0, 10}},

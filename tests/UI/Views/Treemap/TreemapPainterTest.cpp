@@ -21,7 +21,7 @@ namespace {
 
 const QColor ground(40, 40, 40);
 
-/// Rounding may differ by a little.
+/// Allows for small rounding differences.
 testing::AssertionResult isNear(const QColor& actual, const QColor& expected, int tolerance = 2)
 {
     const int distance = std::max({std::abs(actual.red() - expected.red()), std::abs(actual.green() - expected.green()),
@@ -30,7 +30,7 @@ testing::AssertionResult isNear(const QColor& actual, const QColor& expected, in
            << actual.name().toStdString() << " for " << expected.name().toStdString();
 }
 
-/// Whether anything but the fill is seen inside the outline.
+/// Whether a pixel inside the outline differs from the fill.
 bool hasLabel(const QImage& image, const QRect& rect, const QColor& fill)
 {
     for (int y = rect.top() + 2; y < rect.bottom() - 2; ++y) {
@@ -43,7 +43,7 @@ bool hasLabel(const QImage& image, const QRect& rect, const QColor& fill)
     return false;
 }
 
-/// The bytes of files of every magnitude in folders, `levels` deep.
+/// The text of files of all magnitudes in nested folders, `levels` deep.
 std::string randomTree(std::mt19937& generator, int levels, const std::string& indent = "  ")
 {
     static constexpr const char* extensions[] = {"jpg", "mp4", "mp3", "zip", "cpp", "pdf", "x"};
@@ -60,7 +60,7 @@ std::string randomTree(std::mt19937& generator, int levels, const std::string& i
     return text;
 }
 
-/// A folder of so many files that each covers next to nothing of a pixel, beside a large one.
+/// A folder of many files that are much smaller than a pixel, beside a large file.
 std::string dust()
 {
     std::string text = "  d/\n";
@@ -70,7 +70,7 @@ std::string dust()
     return text + "  big.pdf 3000\n";
 }
 
-/// The largest difference of any channel of any pixel, and the mean over the channels.
+/// The largest difference of any channel of any pixel, and the mean over all channels.
 std::pair<int, double> distance(const QImage& a, const QImage& b)
 {
     int largest = 0;

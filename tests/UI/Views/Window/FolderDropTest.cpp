@@ -18,7 +18,7 @@ struct DropCase {
     const char* what;
     QByteArray uris;
     bool isAllowed;
-    std::string scanned; // none when empty
+    std::string scanned; // empty if nothing is scanned
 };
 
 class FolderDropTest : public testing::TestWithParam<DropCase> {};

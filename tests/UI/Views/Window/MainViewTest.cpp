@@ -25,7 +25,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Counts how often it is asked.
+/// Counts its calls.
 class FakeFolderChooser final : public FolderChooser {
 public:
     explicit FakeFolderChooser(int& count) : m_count(count) {}
@@ -35,7 +35,7 @@ private:
     int& m_count;
 };
 
-/// What can be read in `part` and below, by eye or ear.
+/// All texts of `part` and its descendants, visible or accessible.
 void collectTexts(QAccessibleInterface* part, QStringList& texts)
 {
     for (const auto kind : {QAccessible::Name, QAccessible::Description, QAccessible::Value, QAccessible::Help}) {
@@ -53,7 +53,7 @@ class MainViewTest : public testing::Test, protected test::ModelFixture {
 protected:
     MainViewTest()
     {
-        model.reset(); // the window makes its own
+        model.reset(); // the window makes its own model
         fileSystem->addFile("/r/sub/b", 4);
         window =
             std::make_unique<MainView>(MainViewModel::Environment{fileSystem, volumes, userFolders, workspace, *store},
