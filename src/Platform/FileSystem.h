@@ -35,8 +35,9 @@ struct ResourceValues {
 class FolderContents {
 public:
     struct Entry {
-        std::string_view name;                // exact bytes, valid as long as the contents
-        std::optional<ResourceValues> values; // nothing if it could not be measured, for example because it has vanished
+        std::string_view name; // exact bytes, valid as long as the contents
+        std::optional<ResourceValues>
+            values; // nothing if it could not be measured, for example because it has vanished
     };
 
     [[nodiscard]] std::size_t size() const noexcept { return m_entries.size(); }

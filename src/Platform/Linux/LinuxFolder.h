@@ -28,9 +28,9 @@ struct WalkState {
 };
 
 /// A folder of a walk. Opened when it is listed, relative to its parent; fails if it has become a mount point. It stays
-/// open if it has subfolders, but only the most recently used folders do (fewer if descriptors run out). A closed one is
-/// reopened through ".." of a folder inside it, or from the top of the walk; this fails if another folder has taken its
-/// place.
+/// open if it has subfolders, but only the most recently used folders do (fewer if descriptors run out). A closed one
+/// is reopened through ".." of a folder inside it, or from the top of the walk; this fails if another folder has taken
+/// its place.
 class LinuxFolder final : public Folder {
 public:
     /// The top folder of a walk, at the absolute `path`.
