@@ -1,15 +1,41 @@
 #include "Core/Models/FileNodeJson.h"
-#include "Core/Models/FileNodeJsonKeys.h"
 #include "Core/Models/FileNodeReaders.h"
 #include "Core/Models/TreeBuilder.h"
 #include "Utilities/JsonEvents.h"
 #include "Utilities/JsonInput.h"
 
+#include <array>
+#include <cstdint>
+#include <string_view>
 #include <utility>
 
 namespace morlaine {
 
 namespace {
+
+/// The members of a node's JSON object, in the order in which they are written.
+enum class JsonKey : std::uint8_t { id, url, name, size, isDirectory, fileCategory, children, unknown };
+
+constexpr std::array<std::string_view, 7> jsonKeyNames{"id",          "url",          "name",    "size",
+                                                       "isDirectory", "fileCategory", "children"};
+
+/// All members but the last are required.
+constexpr std::uint8_t requiredKeyCount = 6;
+
+constexpr std::string_view nameOf(JsonKey key)
+{
+    return jsonKeyNames[static_cast<std::size_t>(key)];
+}
+
+constexpr JsonKey keyNamed(std::string_view name)
+{
+    for (std::size_t i = 0; i < jsonKeyNames.size(); ++i) {
+        if (jsonKeyNames[i] == name) {
+            return static_cast<JsonKey>(i);
+        }
+    }
+    return JsonKey::unknown;
+}
 
 /// An open object.
 struct Level {

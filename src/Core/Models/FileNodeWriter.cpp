@@ -1,11 +1,9 @@
 #include "Core/Models/FileNodeJson.h"
 #include "Utilities/Hex.h"
-
-#include <QIODevice>
+#include "Utilities/JsonOutput.h"
 
 #include <array>
 #include <charconv>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,44 +12,6 @@
 namespace morlaine {
 
 namespace {
-
-/// Collects text and writes it to a device in large pieces. After a failure it discards the rest.
-class TextOutput {
-public:
-    explicit TextOutput(QIODevice& sink) : m_sink(sink) {}
-
-    void append(std::string_view text)
-    {
-        while (text.size() > m_buffer.size() - m_length) {
-            const std::string_view piece = text.substr(0, m_buffer.size() - m_length);
-            copy(piece);
-            text.remove_prefix(piece.size());
-            (void)flush();
-        }
-        copy(text);
-    }
-
-    /// Whether everything appended so far was written.
-    [[nodiscard]] bool flush()
-    {
-        const auto length = static_cast<qint64>(m_length);
-        m_hasFailed = m_hasFailed || m_sink.write(m_buffer.data(), length) != length;
-        m_length = 0;
-        return !m_hasFailed;
-    }
-
-private:
-    void copy(std::string_view text)
-    {
-        std::memcpy(m_buffer.data() + m_length, text.data(), text.size());
-        m_length += text.size();
-    }
-
-    QIODevice& m_sink;
-    std::array<char, 256 * 1024> m_buffer{};
-    std::size_t m_length = 0;
-    bool m_hasFailed = false;
-};
 
 /// Turns the text of a folder's url into the prefix of the urls inside.
 void openFolder(std::string& url)
@@ -87,7 +47,8 @@ public:
             }
         }
         closeLists(m_tree.endOf(first));
-        return m_output.flush();
+        m_output.Flush();
+        return !m_output.hasFailed();
     }
 
 private:
@@ -182,7 +143,7 @@ private:
     }
 
     const Tree& m_tree;
-    TextOutput m_output;
+    BufferedOutput m_output;
     std::string m_url;              // url of the open folder, or of an item in it
     std::size_t m_folderLength = 0; // length of the folder's part of `m_url`
     std::string m_ownUrl;           // url of a node that does not begin with that part
