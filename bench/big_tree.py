@@ -6,14 +6,14 @@ import random
 DEEPEST = 12
 LETTERS = "abcdefghijklmnopqrstuvwxyz_-"
 EXTENSIONS = ["jpg", "mp4", "so", "h", "txt", "json", "zip", "png", "py", "dat"]
-# Half of all folders are made in these, so that about half of all files lie in the levels that the treemap shows.
+# Half of all folders are made in these, so that the treemap shows about half of all files.
 OLDEST = 60
 # A folder in fifty holds hundreds of files, the others a handful: 57,000 folders for a million files.
 MANY, FEW = 500, 16
 
 
 def make_big_tree(folder, files):
-    """Makes the folder, unless it is there. It appears under its name once it is whole."""
+    """Makes the folder if it does not exist. It gets its name when it is complete."""
     if folder.exists():
         return
     parts = folder.with_name(folder.name + ".unfinished")
@@ -41,7 +41,7 @@ def _name(dice, number):
 
 def _make_file(path, dice):
     descriptor = os.open(path, os.O_CREAT | os.O_WRONLY, 0o600)
-    # Most are small, and a few are large. The disk has to give the room, since holes do not count.
+    # Most are small, and a few are large. They take space on the disk: holes would not count.
     size = 1 << 20 if dice.random() < 1 / 1000 else int(2 ** dice.uniform(6, 14))
     os.posix_fallocate(descriptor, 0, size)
     os.close(descriptor)

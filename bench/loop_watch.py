@@ -1,4 +1,4 @@
-"""Reads what the preloaded library of LoopWatch.cpp notes about the program's main thread."""
+"""Reads the records of the preloaded library LoopWatch.cpp about the program's main thread."""
 
 import mmap
 import time
@@ -18,11 +18,11 @@ class LoopWatch:
 
     @property
     def last_measured(self):
-        """When the scan measured its last file; nanoseconds of the monotonic clock, as all times here."""
+        """When the scan measured its last file; like all times here, nanoseconds of the monotonic clock."""
         return self._numbers[1]
 
     def absences(self, begin, end):
-        """Milliseconds of each absence that began between the times, or that was under way at the first."""
+        """Milliseconds of each absence that began between the two times, or was in progress at the first."""
         count = self._numbers[2]
         if count == 0 or count > CAPACITY:
             raise RuntimeError(f"{count} absences noted, so that the watch says nothing")
@@ -30,7 +30,7 @@ class LoopWatch:
         return [(to - start) / 1e6 for start, to in pairs if start < end and to > begin]
 
     def wait_for_rest(self):
-        """Waits until the main thread is in its event loop and the whole program takes next to no processor time."""
+        """Waits until the main thread is in its event loop and the program takes almost no processor time."""
         deadline = time.monotonic() + PATIENCE
         spans = 0
         while spans < QUIET_SPANS:
@@ -42,7 +42,7 @@ class LoopWatch:
                 raise AssertionError("the program does not come to rest")
 
     def resident_mb(self):
-        """Resident memory now, and the most that there was; MB of a million bytes."""
+        """Current and peak resident memory, in MB of a million bytes."""
         with open(f"/proc/{self._process.pid}/status") as status:
             values = dict(line.split(":", 1) for line in status)
         return [int(values[key].split()[0]) * 1024 / 1e6 for key in ("VmRSS", "VmHWM")]

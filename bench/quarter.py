@@ -1,19 +1,19 @@
-"""A program that gets a quarter of one processor, where the system lets its user limit that."""
+"""Limits a program to a quarter of one processor, if the user may do so."""
 
 import os
 import pathlib
 import shlex
 
-# Microseconds. A short period slows down evenly, as an old machine is slow; a long one would stop and go.
+# Microseconds. A short period slows the program down evenly; a long one would stop it now and then.
 PERIOD, QUOTA = 10_000, 2_500
 GROUPS = pathlib.Path("/sys/fs/cgroup")
 
 
 class Quarter:
-    """A context manager; raises OSError where nothing can be limited."""
+    """A context manager; raises OSError if limiting is not possible."""
 
     def __init__(self, folder):
-        """A script is put into the folder."""
+        """Writes a script into the folder."""
         self._script = folder / "limited"
         name = f"morlaine-quarter-{os.getpid()}"
         with open("/proc/self/cgroup") as own:
@@ -50,13 +50,13 @@ class Quarter:
 
 
 def _make_group(group, settings):
-    # Where another kind of file system is mounted, a folder could be made too, and would limit nothing.
+    # On another kind of file system, a folder could be made as well, but would limit nothing.
     if not (group.parent / "cgroup.procs").exists():
         raise OSError(f"{group.parent} is no control group")
     group.mkdir()
     try:
         for key, value in settings.items():
-            # A file that is not there already must not be made.
+            # The file must exist already.
             with open(group / key, "r+") as setting:
                 setting.write(value)
     except OSError:

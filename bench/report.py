@@ -1,4 +1,4 @@
-"""The table of what was measured."""
+"""The table of results."""
 
 import statistics
 
@@ -16,7 +16,7 @@ class Report:
         self._phases.setdefault(phase, []).append(sorted(absences, reverse=True) or [0.0])
 
     def add_time(self, phase, milliseconds):
-        """Something that is a time of its own, from its begin to its end."""
+        """A duration from beginning to end."""
         self.add("* " + phase, [milliseconds])
 
     def memory(self, moment, resident, highest):

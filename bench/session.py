@@ -1,4 +1,4 @@
-"""One tree and one desktop, on which the program is started, used and ended."""
+"""Starts, uses and ends the program with one tree on one desktop."""
 
 import time
 
@@ -27,7 +27,7 @@ def make_desktop(scale, **options):
 
 
 def find_places(program_path, tree, scale):
-    """Where things are: x, y, width and height in points from the window's corner, as a screen reader is told."""
+    """Places of items from the accessibility tree: x, y, width and height in points from the window's corner."""
     with make_desktop(scale) as desktop:
         program = desktop.start_program(program_path, {"HOME": str(tree)})
         program.active_window()
@@ -71,7 +71,7 @@ class Session:
         }
 
     def measure_starts(self, report):
-        """Starts and ends without a tree. A first one brings the program and its libraries into memory."""
+        """Starts and ends without a tree. The first run loads the program and its libraries into memory."""
         for number in range(STARTS + 1):
             started = self._start()
             self._watch.wait_for_rest()
@@ -94,7 +94,7 @@ class Session:
         self._start_at_rest()
         self._open_cached(report, "reopening a cached scan")
         report.memory("reopened", *self._watch.resident_mb())
-        # Another picture, so that the one to come can be told from it.
+        # A different picture, so that the next one can be recognised.
         self._zoom_in()
         self._watch.wait_for_rest()
         self._open_cached(report, "replacing one tree by another")
@@ -119,7 +119,7 @@ class Session:
         self._watch.wait_for_rest()
 
     def _quit(self):
-        """Returns the milliseconds until the program was gone."""
+        """Returns the milliseconds until the program has ended."""
         begin = time.monotonic()
         self._display.close_window(TITLE)
         wait_for(lambda: not self._program.is_running(), "the program to end", interval=INTERVAL)
@@ -187,7 +187,7 @@ class Session:
             raise AssertionError(f"{phase}: the treemap did not change")
 
     def _absences_of(self, act):
-        """Milliseconds of each absence between an act and the rest after it."""
+        """Milliseconds of each absence between an act and the following rest."""
         begin = time.monotonic_ns()
         act()
         self._watch.wait_for_rest()
@@ -204,14 +204,14 @@ class Session:
 
     def _canvas_pixels(self):
         x, y, width, height = (side * self._scale for side in self._places["canvas"])
-        # Less than all of it, since the window may have been made smaller.
+        # Not the whole window, which may have become smaller.
         return [
             self._window.get_image(x, top, width // 2, STRIP, X.ZPixmap, 0xFFFFFFFF).data
             for top in range(y, y + height // 2, STRIP)
         ]
 
     def _save(self, name):
-        # The first of each phase, since large pictures take their time.
+        # Only the first of each phase: large pictures take long.
         path = self._pictures / f"{name}.png" if self._pictures else None
         if path and path not in self._saved:
             self._saved.add(path)

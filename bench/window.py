@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Measures the real program from outside: how long its window keeps a person waiting, and what memory it takes.
+"""Measures the program from outside: how long its window makes a person wait, and how much memory it uses.
 
 The program runs on a desktop of its own, driven by keys and clicks. A library that is loaded into it notes how long its
 main thread stays away from its event loop. The same is done with a few files for comparison. It reports and never

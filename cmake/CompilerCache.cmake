@@ -1,4 +1,4 @@
-# Compiles through ccache where it is installed; an explicit launcher wins. Paths are cached relative to the checkout,
+# Compiles through ccache if it is installed; an explicit launcher takes precedence. Paths are cached relative to the checkout,
 # so that a clone elsewhere shares the cache.
 if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(CCACHE_PROGRAM ccache)

@@ -1,4 +1,4 @@
-# morlaine_conventions: what every target of this project is compiled with.
+# morlaine_conventions: compiler settings of all targets.
 add_library(morlaine_conventions INTERFACE)
 
 target_compile_features(morlaine_conventions INTERFACE cxx_std_20)

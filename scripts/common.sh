@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What the scripts share; to be sourced. Sets project_root.
+# Shared by the scripts, which source it. Sets project_root.
 
 project_root="$(cd -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/.." && pwd -P)"
 
@@ -25,7 +25,7 @@ is_root() {
     [ "$(id -u)" -eq 0 ]
 }
 
-# Asks for a password only where somebody can type one.
+# Asks for a password only if there is a terminal.
 can_become_root() {
     is_root && return 0
     command -v sudo >/dev/null || return 1
@@ -40,7 +40,7 @@ apt_get() {
     "${command[@]}" </dev/null
 }
 
-# Installs what is missing of the packages in the given lists, all of them Debian's.
+# Installs the missing Debian packages of the given lists.
 install_packages() {
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
         fail "Morlaine is built from Debian packages, and this system has no apt to install them with." \
@@ -73,7 +73,7 @@ configure() {
     if [ -e "$folder" ] && ! [ -w "$folder" ]; then
         fail "$folder belongs to $(stat -c %U -- "$folder") and cannot be written to. Remove it and try again."
     fi
-    # A checkout that was moved or copied brings along a cache that names its former place.
+    # The cache of a checkout that was moved or copied still contains the old path.
     local cache="$folder/CMakeCache.txt"
     if [ -e "$cache" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project_root" "$cache"; then
         command+=(--fresh)

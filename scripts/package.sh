@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the Debian package of Morlaine and checks it, after installing what that takes. Prints the package's path.
+# Installs missing packages, makes the Debian package of Morlaine and checks it. Prints the path of the package.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/common.sh"
@@ -15,6 +15,6 @@ folder="$project_root/build/release/package"
 rm -rf -- "$folder"
 (cd -- "$project_root/build/release" && cpack)
 package="$(echo "$folder"/morlaine_*.deb)"
-# Not part of a distribution, so that it closes no bug of one.
+# The package is not part of a distribution and closes no bug.
 lintian --allow-root --fail-on error --suppress-tags initial-upload-closes-no-bugs "$package"
 echo "$package"

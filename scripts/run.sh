@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds Morlaine, after installing what that takes, and opens its window.
+# Installs missing packages, builds Morlaine and opens its window.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/common.sh"

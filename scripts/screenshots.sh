@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Takes the pictures of the main window in docs/screenshots, light and dark, for plain and for sharp screens.
+# Makes the screenshots in docs/screenshots: light and dark, at pixel ratios 1 and 2.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/common.sh"

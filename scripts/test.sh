@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds everything, after installing what that takes, and runs all tests; needs no display.
+# Installs missing packages, builds everything and runs all tests; needs no display.
 # Arguments go to ctest: scripts/test.sh -R Scanner
 set -euo pipefail
 # shellcheck source=scripts/common.sh

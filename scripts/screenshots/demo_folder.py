@@ -1,4 +1,4 @@
-"""Makes the folder that the pictures in the documentation show: somebody's home, a thousand times smaller."""
+"""Makes the folder for the screenshots: a home folder, a thousand times smaller."""
 
 import os
 import random
@@ -45,8 +45,8 @@ def make_demo_folder(folder):
     for path, count, names, smallest, largest in CONTENTS:
         (folder / path).mkdir(parents=True, exist_ok=True)
         for number in range(1, count + 1):
-            # Most things are small, and a few are large.
+            # Most files are small, and a few are large.
             size = int(smallest + (largest - smallest) * dice.random() ** 2)
-            # Random, since there are disks that keep zeros in no room at all.
+            # Random, since some file systems store zeros in no space.
             (folder / path / names.format(number)).write_bytes(dice.randbytes(size // 1_000))
     os.sync()

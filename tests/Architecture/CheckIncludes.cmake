@@ -1,12 +1,12 @@
-# Checks that includes run downwards only, that no view includes another, and that what stands below the window
-# includes nothing of Qt but QtCore.
+# Checks that includes run downwards only, that no view includes another, and that the layers below the window include
+# nothing of Qt but QtCore.
 #
 #   cmake -D SOURCE_ROOT=<src> -D QT_CORE_HEADERS=<QtCore's include folder> -P CheckIncludes.cmake
 #
 # Prints one line for every include that breaks a rule and fails if there was one.
 cmake_minimum_required(VERSION 3.25)
 
-# The rooms, each a folder, and what each may include beside itself. A file belongs to the longest folder that holds it.
+# The rooms (folders), and what each may include besides itself. A file belongs to the innermost room that contains it.
 set(rooms
     App
     Core

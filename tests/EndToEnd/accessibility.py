@@ -1,4 +1,4 @@
-"""What a screen reader sees of a program, asked for afresh each time."""
+"""The accessibility tree of a program; every access queries it again."""
 
 import buses
 from gi.repository import Gio, GLib
@@ -84,14 +84,14 @@ class Node:
         self._call(PREFIX + "Component", "GrabFocus")
 
     def all(self, role=None, name=None):
-        """All items in here that can be seen, this one included, with the role and the name where these are given."""
+        """All visible items in this one, itself included, with the given role and name."""
         found = []
         self._collect(role, name, found)
         return found
 
     def _collect(self, role, name, found):
         try:
-            # What is not shown shows nothing inside; an application itself is neither shown nor hidden.
+            # A hidden item has no visible children; an application is neither shown nor hidden.
             if not self.is_("showing") and self.role != "application":
                 return
             if (role is None or self.role == role) and (name is None or self.name == name):
@@ -107,7 +107,7 @@ class Node:
         return next(iter(self.all(role, name)), None)
 
     def outline(self, depth=0):
-        """The tree as text, for people who look for a fault."""
+        """The tree as text, for debugging."""
         try:
             states = [state for state in STATES if self.is_(state)]
             line = f'{"  " * depth}{self.role} "{self.name}" ({self.description}) {states}\n'
@@ -121,8 +121,8 @@ def applications(bus):
 
 
 class Listener:
-    """Hears of what appears; menus are below no window, so that there is no other way to them. Programs that are
-    started later are certain to tell everything."""
+    """Collects items that appear. Menus are below no window, so that they cannot be found otherwise. Programs that
+    are started later report everything."""
 
     def __init__(self, bus):
         self._bus = bus
@@ -131,7 +131,7 @@ class Listener:
             None, PREFIX + "Event.Object", "StateChanged", None, "showing", Gio.DBusSignalFlags.NONE, self._hear
         )
         events = GLib.Variant("(sass)", ("object:state-changed:showing", [], ""))
-        # The registry is started by whoever needs it first.
+        # The first call starts the registry.
         bus.call_sync(*REGISTRY, "RegisterEvent", events, None, Gio.DBusCallFlags.NONE, buses.CALL_PATIENCE, None)
 
     def next(self, role):

@@ -1,4 +1,4 @@
-"""What all end-to-end tests share."""
+"""The base of all end-to-end tests."""
 
 import os
 import pathlib
@@ -15,7 +15,7 @@ HUNG_FOLDER_LIBRARY = pathlib.Path(os.environ["MORLAINE_HUNG_FOLDER"])
 
 
 class EndToEndTest(unittest.TestCase):
-    """A test with a desktop and a program on it. The program must print nothing, whatever happens."""
+    """A test with a desktop and a program on it. The program must never print anything."""
 
     def make_desktop(self, **options):
         self.desktop = Desktop(**options)
@@ -28,12 +28,12 @@ class EndToEndTest(unittest.TestCase):
         return self.program
 
     def start_on_desktop(self, **options):
-        """The usual beginning: a desktop, and the program with its window in front."""
+        """Makes a desktop and starts the program; its window is active."""
         self.make_desktop(**options)
         self.start().active_window()
 
     def start_endless_scan(self, by_button=None):
-        """The same, and a scan that goes on until release_folder(): of a folder whose disk does not answer."""
+        """The same, with a scan that runs until release_folder(): its disk does not answer."""
         self.make_desktop()
         self.folder = self.make_folder({"hung/file": 1})
         self.start(preloading(HUNG_FOLDER_LIBRARY)).active_window()
@@ -59,7 +59,7 @@ class EndToEndTest(unittest.TestCase):
         return folder
 
     def scan(self, folder, count=1):
-        """Scans a folder through the dialog; returns the newest entry of the history, which then has so many."""
+        """Scans a folder through the dialog; returns the newest of the then `count` entries of the history."""
         self.program.choose_folder(folder)
         return self.store.wait_for_scans(self.program, count)[-1]
 
@@ -67,7 +67,7 @@ class EndToEndTest(unittest.TestCase):
         return Walk(os.fsencode(folder))
 
     def quit(self):
-        """Closes the window as people do. The program has to end well."""
+        """Closes the window by keyboard. The program must exit with 0."""
         self.program.active_window()
         self.desktop.display.press("Alt+F4")
         self.assertEqual(self.program.wait_for_exit(), 0)

@@ -1,4 +1,4 @@
-"""A desktop session of its own: screen, window manager, buses, home folder. Nothing of the surrounding one is used."""
+"""A separate desktop session: screen, window manager, buses, home folder. Uses nothing of the surrounding session."""
 
 import os
 import pathlib
@@ -39,14 +39,14 @@ ACCESSIBILITY_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 
 class Desktop:
-    """A context manager; what it started is ended, and its folder removed, on the way out."""
+    """A context manager; ends its processes and removes its folder."""
 
     def __init__(
         self, has_window_manager=True, has_session_bus=True, has_accessibility=True, width=1400, height=920
     ):
-        # The space in the name is on purpose.
+        # With a space in its name, intentionally.
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="morlaine test "))
-        # Qt takes a command apart at its spaces before it starts it.
+        # Qt splits a command at spaces.
         self._commands = pathlib.Path(tempfile.mkdtemp(prefix="morlaine-commands-"))
         self._processes = []
         self._programs = []
@@ -81,7 +81,7 @@ class Desktop:
         remove_tree(self._commands)
 
     def start_program(self, path, environment=None):
-        """Starts the program under test; what it prints is kept apart."""
+        """Starts the program under test, with its output in a separate file."""
         number = len(self._programs)
         program = Program(self, path, {**self.environment, **(environment or {})}, self.folder / f"output {number}")
         self._programs.append(program)
@@ -94,7 +94,7 @@ class Desktop:
         buses.wait_for_name(self.session_bus, settings_portal.NAME)
 
     def install_command(self, name, script):
-        """Puts a command in front of what the system offers under the name."""
+        """Installs a command that takes precedence over the system's."""
         command = self._commands / name
         command.write_text("#!/bin/sh\n" + script)
         command.chmod(0o755)
@@ -122,7 +122,7 @@ class Desktop:
             "XDG_CACHE_HOME": str(self.home / "cache"),
             "XDG_CONFIG_HOME": str(self.folder / "configuration"),
             "XDG_DATA_HOME": str(self.data_home),
-            # A bus that nobody answers on, until one is started; without an address, one would be looked for.
+            # No bus until one is started; without an address, programs would look for one.
             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent/bus",
         }
 
@@ -148,7 +148,7 @@ class Desktop:
         self.session_bus = buses.connect(address)
 
     def _start_accessibility(self):
-        # As for people who use a screen reader.
+        # As with a running screen reader.
         self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         self._start([ACCESSIBILITY_LAUNCHER, "--launch-immediately"])
         buses.wait_for_name(self.session_bus, "org.a11y.Bus")

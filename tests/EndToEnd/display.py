@@ -1,4 +1,4 @@
-"""A virtual screen: what is on it, and the keyboard in front of it."""
+"""A virtual screen with keyboard and mouse."""
 
 import os
 
@@ -16,7 +16,7 @@ MODIFIERS = {"Ctrl": "Control_L", "Alt": "Alt_L", "Shift": "Shift_L", "Super": "
 
 
 class Display:
-    """An X server without hardware, on a number that nobody else has."""
+    """An X server without hardware, on a free display number."""
 
     def __init__(self, log, width=1400, height=920):
         reader, writer = os.pipe()
@@ -57,7 +57,7 @@ class Display:
             self.connection.sync()
 
     def windows(self):
-        """The windows that programs show people, frames of the window manager aside."""
+        """The windows of programs, without frames of the window manager."""
         return [window for window in self._viewable(self.root) if self._title(window)]
 
     def window(self, title):
@@ -67,7 +67,7 @@ class Display:
         )
 
     def is_painted(self, title):
-        """Whether the window is there with something on it."""
+        """Whether the window exists and has been painted."""
         window = next((window for window in self.windows() if self._title(window) == title), None)
         if window is None:
             return False
@@ -129,7 +129,7 @@ class Display:
             self._strike(shift, code)
 
     def wait_for_focus(self, title):
-        """Waits until the keyboard belongs to the window."""
+        """Waits until the window has the keyboard focus."""
 
         def has_focus():
             focus = self.connection.get_input_focus().focus
@@ -138,7 +138,7 @@ class Display:
         wait_for(has_focus, f'window "{title}" to have the keyboard')
 
     def focus(self, title):
-        """What a window manager would do, for screens that have none."""
+        """Gives a window the focus, for screens without a window manager."""
         self.window(title).set_input_focus(X.RevertToParent, X.CurrentTime)
         self.wait_for_focus(title)
 
@@ -167,10 +167,10 @@ class Display:
         self.connection.sync()
 
     def pixels(self, window=None):
-        """Width, height, and the red, green and blue bytes of what is to be seen of the window, or of all."""
+        """Width, height, and the RGB bytes of the visible part of the window, or of the screen."""
         drawable = window or self.root
         size = drawable.get_geometry()
-        # The library takes the square of the length for long replies.
+        # The library takes quadratic time for long replies.
         data = b"".join(
             drawable.get_image(0, top, size.width, min(STRIP, size.height - top), X.ZPixmap, 0xFFFFFFFF).data
             for top in range(0, size.height, STRIP)

@@ -6,7 +6,7 @@ import stat
 
 
 def remove_tree(folder):
-    """Removes a folder in which some folders may not be listed or written to."""
+    """Removes a folder, even if some folders in it cannot be read or written."""
     try:
         shutil.rmtree(folder)
     except PermissionError:

@@ -1,4 +1,4 @@
-"""Makes a folder with all that a walk may stumble over."""
+"""Makes a folder with everything that is difficult for a walk."""
 
 import os
 import socket
@@ -60,7 +60,7 @@ def _write(path, size):
     with open(path, "wb") as file:
         file.write(b"x" * size)
         file.flush()
-        # The blocks that a file takes are settled only once it is on the disk.
+        # The number of blocks is final only after the file is flushed.
         os.fsync(file.fileno())
 
 
@@ -83,7 +83,7 @@ def _make_special_files(root):
     folder = os.open(root, os.O_RDONLY)
     try:
         with socket.socket(socket.AF_UNIX) as listener:
-            # The path would be too long for an address.
+            # The path would be too long for a socket address.
             listener.bind(f"/proc/self/fd/{folder}/socket.zip")
     finally:
         os.close(folder)
@@ -95,7 +95,7 @@ def _make_special_files(root):
 
 
 def _make_deep_folders(root):
-    """Folders in folders, to a path longer than the kernel takes in one piece."""
+    """Nested folders, up to a path that is too long for a system call."""
     name = b"deep" * 5
     folder = os.open(root, os.O_RDONLY)
     for _ in range(DEEPEST):

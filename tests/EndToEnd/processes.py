@@ -12,12 +12,12 @@ _libc = ctypes.CDLL(None, use_errno=True)
 
 
 def adopt_orphans():
-    """Makes every process below this one stay below it, whoever started it."""
+    """Makes orphaned descendants children of this process."""
     _libc.prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
 
 
 def start(command, **options):
-    """Popen for a process that is killed when this one dies, however that happens."""
+    """Popen for a process that is killed when this one ends for any reason."""
     options.setdefault("stdin", subprocess.DEVNULL)
     return subprocess.Popen(
         command, preexec_fn=lambda: _libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL, 0, 0, 0), **options
@@ -41,7 +41,7 @@ def _children_by_parent():
         if entry.isdigit():
             try:
                 with open(f"/proc/{entry}/stat", "rb") as stat:
-                    # The name in parentheses may hold anything, parentheses too.
+                    # The name in parentheses may contain parentheses.
                     parent = int(stat.read().rpartition(b")")[2].split()[1])
             except OSError:
                 continue
@@ -61,7 +61,7 @@ def descendants(ancestor=None):
 
 
 def kill_descendants():
-    """Kills and reaps all processes below this one; those of others are never touched."""
+    """Kills and reaps all descendants of this process, and no others."""
     while True:
         for process in descendants():
             try:

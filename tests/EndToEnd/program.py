@@ -1,4 +1,4 @@
-"""The program under test, as its users meet it."""
+"""The program under test, used through its window."""
 
 import accessibility
 import processes
@@ -9,8 +9,8 @@ SEARCH_FIELD = ("text", "Search file or folder name...")
 
 
 def preloading(library):
-    """The environment in which a program loads the library first."""
-    # A path with spaces would be taken for several libraries; a list of folders is parted by colons only.
+    """The environment that preloads the library."""
+    # LD_PRELOAD is split at spaces; a list of folders is split at colons only.
     return {"LD_LIBRARY_PATH": str(library.parent), "LD_PRELOAD": library.name}
 
 
@@ -25,7 +25,7 @@ class Program:
 
     @property
     def output(self):
-        """Everything that it wrote to its standard output and its standard error."""
+        """Its standard output and standard error."""
         return self._output.read_bytes()
 
     def is_running(self):
@@ -53,13 +53,13 @@ class Program:
         )
 
     def active_window(self, title=TITLE):
-        """Waits for a window that the keyboard belongs to."""
+        """Waits for a window that has the keyboard focus."""
         window = self.window(title)
         self.wait_for(lambda: window.is_("active"), f'window "{title}" to be active')
         return window
 
     def find(self, role=None, name=None):
-        """Something that can be seen in any of its windows, or None."""
+        """A visible item in any of its windows, or None."""
         found = (window.find(role, name) for window in self.windows())
         return next((node for node in found if node), None)
 
@@ -92,7 +92,7 @@ class Program:
         return [label.name for label in pane.all("label")] + [path.text] if path else []
 
     def wait_for_selection(self, path):
-        """Waits until the inspector tells about what lies at the path."""
+        """Waits until the inspector shows the item at the path."""
         self.wait_for(lambda: self.inspector()[-1:] == [str(path)], f"{path} to be selected")
 
     def treemap(self):
@@ -104,14 +104,14 @@ class Program:
         self.wait_for(lambda: self.treemap() == names, f"a treemap of {names}")
 
     def focus(self, role, name):
-        """Gives something the keyboard."""
+        """Focuses an item."""
         node = self.wait_for_item(role, name)
         node.grab_focus()
         self.wait_for(lambda: node.is_("focused"), f'{role} "{name}" to have the keyboard')
         return node
 
     def tab_to(self, role, name):
-        """Goes to something with the Tab key, from something else that has the keyboard."""
+        """Moves the focus to an item with the Tab key."""
         node = self.wait_for_item(role, name)
         while not node.is_("focused"):
             before = self._focused()
@@ -123,17 +123,17 @@ class Program:
         return [node for node in self.active_window().all() if node.is_("focused")]
 
     def choose_folder(self, folder):
-        """Has the window's folder dialog scan a folder, by keyboard."""
+        """Scans a folder with the folder dialog, by keyboard."""
         self.active_window()
         self.desktop.display.press("Ctrl+O")
         self.scan_in_dialog(folder)
 
     def click(self, role, name, count=1):
-        """Clicks on something with the mouse, once it is there."""
+        """Clicks on an item as soon as it exists."""
         self.desktop.display.click(self.wait_for_item(role, name).extents, count)
 
     def dialog(self):
-        """Waits for a dialog that the keyboard belongs to, whatever its title."""
+        """Waits for a dialog with the keyboard focus and any title."""
 
         def is_dialog(window):
             return window.role == "dialog" and window.is_("active")
@@ -141,7 +141,7 @@ class Program:
         return self.wait_for(lambda: next(filter(is_dialog, self.windows()), None), "a dialog")
 
     def scan_in_dialog(self, folder):
-        """Names the folder in the open dialog, and confirms."""
+        """Types the folder in the open dialog, and confirms."""
         dialog = self.dialog()
         field = self.wait_for(lambda: dialog.find("text"), "the dialog's field for names")
         self.wait_for(lambda: field.is_("focused"), "the dialog's field to be ready")

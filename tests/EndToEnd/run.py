@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Runs end-to-end tests, each within a time limit; whatever they started is gone afterwards.
+"""Runs end-to-end tests, each within a time limit, and ends all processes that they started.
 
     run.py --program build/dev/morlaine [--limit SECONDS] test_launch [test_scan.ScanTest.test_... ...]
 """
@@ -19,7 +19,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 
 
 def run(test, environment, limit):
-    """Whether the test passed in time."""
+    """Runs a test; returns whether it passed in time."""
     folder = tempfile.mkdtemp(prefix="morlaine-end-to-end-")
     process = processes.start(
         [sys.executable, "-B", "-m", "unittest", "-v", test],

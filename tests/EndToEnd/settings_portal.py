@@ -1,4 +1,4 @@
-"""The part of a desktop that tells programs whether its user prefers light or dark."""
+"""A settings portal that only knows the colour scheme."""
 
 import sys
 
@@ -35,7 +35,7 @@ class _Portal:
 
 
 def serve(address, scheme):
-    """Answers on the bus at the address until the process ends; to be run in a process of its own."""
+    """Serves requests on the bus at the address until the process ends; run it in its own process."""
     bus = buses.connect(address)
     bus.register_object(PATH, INTERFACE, _Portal(scheme).answer, None, None)
     Gio.bus_own_name_on_connection(bus, NAME, Gio.BusNameOwnerFlags.NONE, None, None)

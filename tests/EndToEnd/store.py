@@ -1,4 +1,4 @@
-"""The program's files, read without any of the program's code."""
+"""The program's files, read without the program's code."""
 
 import json
 import re
@@ -8,7 +8,7 @@ import urllib.parse
 
 from waiting import wait_for
 
-# Deeper than any tree of the tests, and within what the interpreter's own stack holds.
+# More than any tree of the tests needs, and within the interpreter's own stack.
 sys.setrecursionlimit(20_000)
 
 HISTORY_KEYS = ["id", "path", "date", "totalSize", "filesCount", "directoriesCount"]
@@ -26,11 +26,11 @@ class Store:
         self.scans = self.folder / "Scans"
 
     def history(self):
-        """The entries in the order of the file; none when there is no file."""
+        """The entries in the order of the file; empty if there is no file."""
         return json.loads(self.index.read_bytes()) if self.index.exists() else []
 
     def wait_for_scans(self, program, count):
-        """Waits until the history has so many entries, each with its tree, and returns the entries."""
+        """Waits until the history has `count` entries with their trees, and returns the entries."""
         program.wait_for(lambda: len(self.history()) == count, f"{count} entries in the history")
         entries = self.history()
         for entry in entries:
@@ -38,7 +38,7 @@ class Store:
         return entries
 
     def tree(self, entry):
-        # Each member as a pair, so that their order is seen, and one that comes twice.
+        # Members as pairs, so that their order and repeated ones are visible.
         return json.loads(self._tree_path(entry).read_bytes(), object_pairs_hook=_Members)
 
     def _tree_path(self, entry):
@@ -50,12 +50,12 @@ class _Members(list):
 
 
 def check_entry(test, entry, walk, started):
-    """The entry of a finished scan, which began after the time `started`."""
+    """Checks the entry of a finished scan that began after the time `started`."""
     test.assertEqual(list(entry), HISTORY_KEYS)
     test.assertRegex(entry["id"], UPPER_CASE_UUID)
     test.assertEqual(entry["path"], walk.path.decode("utf-8", "replace"))
     test.assertEqual(entry["totalSize"], walk.root.size)
-    # What was last reported of the scan's progress, and a short scan reports none.
+    # The last reported progress; a short scan reports none.
     test.assertIn(entry["filesCount"], range(walk.files + 1))
     test.assertIn(entry["directoriesCount"], range(walk.folders + 1))
     date = entry["date"] + SECONDS_FROM_1970_TO_2001
@@ -63,7 +63,7 @@ def check_entry(test, entry, walk, started):
 
 
 def check_tree(test, tree, walk):
-    """Every node of a cached tree against what was found by walking the folder."""
+    """Compares every node of a cached tree with an independent walk of the folder."""
     ids = set()
     pending = [(tree, walk.root, walk.path)]
     while pending:
@@ -93,7 +93,7 @@ def _check_node(test, members, item, path):
 
 
 def _shown(name):
-    """A name in which a stretch of bytes that are no text counts as one character, however long it is."""
+    """The name with each run of replacement characters reduced to one."""
     return re.sub("\N{REPLACEMENT CHARACTER}+", "\N{REPLACEMENT CHARACTER}", name)
 
 

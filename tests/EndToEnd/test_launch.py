@@ -1,4 +1,4 @@
-"""How the program starts, and what it makes of a desktop that lacks something."""
+"""The start of the program, also on desktops that lack something."""
 
 import os
 import signal
@@ -46,7 +46,7 @@ class LaunchTest(EndToEndTest):
 
     def test_data_folder_cannot_be_written(self):
         self.make_desktop()
-        # A file in its place keeps even root from writing there.
+        # With a file in its place, even root cannot write there.
         self.desktop.data_home.write_bytes(b"in the way")
         self.start().active_window()
         self.program.choose_folder(self.make_folder({"report.pdf": 1_000}))
@@ -62,7 +62,7 @@ class LaunchTest(EndToEndTest):
         display.press("Ctrl+O")
         display.wait_for_focus("Select Folder to Scan")
         self.picture("dialog")
-        # There is nobody to ask whether the dialog has taken in the text; it takes its keys one after the other.
+        # The text of the dialog cannot be queried; it handles its keys in order.
         folder = self.make_folder({"report.pdf": 1_000})
         display.type(f"{folder}\n")
         started = time.time()

@@ -1,4 +1,4 @@
-"""Scans from the choice of a folder to the files that they leave."""
+"""Scans, from choosing a folder to the saved files."""
 
 import time
 
@@ -40,7 +40,7 @@ class ScanTest(EndToEndTest):
         self.program.wait_for_item("push button", "Scan Folder...")
         self.program.wait_until_gone("push button", "Cancel")
         self.release_folder()
-        # What the cancelled scan might still do would be done by the end of another one.
+        # Anything that the cancelled scan might still do is done before the end of another one.
         entries = [self.scan(self.folder)]
         self.assertEqual(self.store.history(), entries)
         self.assertEqual(len(list(self.store.scans.iterdir())), 1)

@@ -1,4 +1,4 @@
-"""Searching in what was scanned: text, type and size, the results and where they lead."""
+"""Searching by text, type and size."""
 
 import os
 
@@ -21,7 +21,7 @@ NO_TYPE, NO_THRESHOLD = "All Categories", "Any Size"
 
 
 def search(walk, text, category=None, least=0):
-    """Names and paths of what matches, by looking at one item after the other."""
+    """Names and paths of all matching items, one by one."""
     found = []
 
     def visit(item, path):
@@ -61,7 +61,7 @@ class SearchTest(EndToEndTest):
         return [path for _, path in expected]
 
     def pick(self, shown, wanted, key):
-        """Has a picker show another entry."""
+        """Selects another entry of a picker."""
         picker = self.program.tab_to("combo box", shown)
         while picker.name != wanted:
             before = picker.name

@@ -1,4 +1,4 @@
-"""Each shortcut of the window, pressed on a keyboard."""
+"""Shortcuts of the window, pressed on the keyboard."""
 
 import urllib.parse
 
@@ -42,7 +42,7 @@ class ShortcutsTest(EndToEndTest):
     def test_space_opens_selection(self):
         self.make_desktop()
         opened = self.desktop.folder / "opened"
-        # Renamed when complete, so that it is not read too early.
+        # Renamed when it is complete, so that it is not read too early.
         script = f"printf '%s\\n' \"$@\" >'{opened}.new' && mv '{opened}.new' '{opened}'"
         self.desktop.install_command("xdg-open", script)
         self.start().active_window()

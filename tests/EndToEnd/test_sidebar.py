@@ -1,4 +1,4 @@
-"""The sidebar's places, the earlier scans and the figures by category."""
+"""The sidebar: places, recent scans, space breakdown."""
 
 from case import EndToEndTest
 from store import check_tree
@@ -9,7 +9,7 @@ PHOTOS, PAPERS = ["sky.png", "sea.jpg"], ["report.pdf", "old.zip"]
 
 class SidebarTest(EndToEndTest):
     def start_with_two_scans(self):
-        """The newer one, of papers, is shown."""
+        """Shows the newer one, of papers."""
         self.start_on_desktop()
         self.folder = self.make_folder(FILES)
         self.photos = self.scan(self.folder / "photos")
@@ -25,7 +25,7 @@ class SidebarTest(EndToEndTest):
         return self.program.wait_for(lambda: self.rows().get(name), f"the row of {name}")
 
     def wait_for_rows(self, names):
-        self.program.wait_for(lambda: list(self.rows()) == names, f"the earlier scans to be {names}")
+        self.program.wait_for(lambda: list(self.rows()) == names, f"the recent scans to be {names}")
 
     def wait_for_breakdown(self, figures):
         def is_shown():
@@ -59,7 +59,7 @@ class SidebarTest(EndToEndTest):
 
     def test_earlier_scans_are_reopened(self):
         self.start_with_two_scans()
-        # What a scan found, not what there is now.
+        # The scan is shown, not the current content of the folder.
         (self.folder / "photos" / "sea.jpg").unlink()
         self.desktop.display.click(self.row("photos").extents)
         self.program.wait_for_treemap(PHOTOS)

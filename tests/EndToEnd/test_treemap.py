@@ -1,4 +1,4 @@
-"""The treemap, its header and the inspector, by mouse and by keyboard."""
+"""The treemap and its header, by mouse and by keyboard."""
 
 from Xlib import X
 
@@ -25,7 +25,7 @@ class TreemapTest(EndToEndTest):
         self.program.wait_for_treemap(IN_ALL)
 
     def click(self, name, margin_only=False, **options):
-        """Clicks on a rectangle. Of a folder nothing but the margin can be hit."""
+        """Clicks on a rectangle. A folder can only be hit at its margin."""
         x, y, width, height = self.program.wait_for_item("list item", name).extents
         self.desktop.display.click((x, y, 3 if margin_only else width, height), **options)
 

@@ -1,14 +1,14 @@
-"""Waiting for what a program does in its own time."""
+"""Waiting for conditions."""
 
 import time
 
-# Long enough for a slow machine that has other things to do; only failures ever take this long.
+# In seconds. Long enough for a slow, busy machine; only failures take this long.
 PATIENCE = 60.0
 INTERVAL = 0.02
 
 
 def wait_for(condition, what, patience=PATIENCE, interval=INTERVAL):
-    """Returns the first true value of condition(); fails when there is none in time."""
+    """Returns the first true value of condition(); fails if there is none in time."""
     deadline = time.monotonic() + patience
     while True:
         value = condition()

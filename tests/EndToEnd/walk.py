@@ -1,4 +1,4 @@
-"""What a scan of a folder must find, worked out without any of the program's code."""
+"""The expected result of a scan, computed without the program's code."""
 
 import os
 import stat
@@ -32,7 +32,7 @@ class Item:
 
 @dataclass
 class Walk:
-    """The tree of a folder, and what was counted on the way."""
+    """The tree of a folder, with counts."""
 
     path: bytes
     root: Item = None
@@ -51,7 +51,7 @@ class Walk:
         except PermissionError:
             return item
         try:
-            # Names as the kernel lists them; os.listdir gives texts for a descriptor.
+            # As bytes: os.listdir returns text for a descriptor.
             for entry in map(os.fsencode, os.listdir(descriptor)):
                 item.children.append(self._entry(entry, descriptor))
         finally:
