@@ -2,10 +2,10 @@
 
 #include <array>
 #include <bit>
-#Sixteen bytes of a text at once.A comparison gives - 1 in each byte for true and 0 for false.
+#include <cstdint>
 #include <cstring>
 
-/// Sixteen bytes of a text at once. Compared with each other they give -1 where the comparison holds, else 0.
+/// Sixteen bytes of a text at once. A comparison gives -1 in each byte for true and 0 for false.
 namespace morlaine::SixteenBytes {
 
 using Bytes = signed char __attribute__((vector_size(16)));
