@@ -10,7 +10,7 @@ namespace {
 
 static_assert(TreemapLayout::blockSize == 64, "a bit of a whole number for each item of a block");
 
-/// The order of a layout is that of the tree: what lies in a folder follows it.
+/// A layout has the order of the tree: the contents of a folder follow it.
 bool isClosedFolder(std::span<const TreemapLayout::Item> items, std::size_t index)
 {
     return items[index].isFolder != 0 && (index + 1 == items.size() || items[index + 1].depth <= items[index].depth);
@@ -67,7 +67,7 @@ FolderGrounds::FolderGrounds(const TreemapLayout& layout, const FolderGrounds* f
     }
 }
 
-/// Indices come in ascending order.
+/// Requires ascending indices.
 void FolderGrounds::add(std::size_t index, const Ground& ground)
 {
     Block& block = m_blocks[index / TreemapLayout::blockSize];

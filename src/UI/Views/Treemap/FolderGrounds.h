@@ -12,21 +12,21 @@
 
 namespace morlaine {
 
-/// What the closed folders of a layout hold, as a colour: those of which the layout shows nothing that lies inside. The
-/// colour is that of the types of all files inside, mixed by bytes. Keeps the tree, but nothing of the layout. Any
-/// thread.
+/// The colours of closed folders: folders whose contents the layout does not show. A colour is the mean of the colours
+/// of all files inside, weighted by bytes. Keeps the tree alive, but not the layout. Any thread.
 class FolderGrounds {
 public:
     FolderGrounds() = default;
 
-    /// Goes once over what the closed folders hold, except those that are closed in `former` too, which may be null: a
-    /// window that gets another size closes few others. Throws std::bad_alloc.
+    /// Passes once over the contents of the closed folders, except those that are closed in `former` too (which may be
+    /// null): resizing the window closes few others. Throws std::bad_alloc.
     explicit FolderGrounds(const TreemapLayout& layout, const FolderGrounds* former = nullptr);
 
-    /// Whether this is about folders of that tree.
+    /// Whether this belongs to folders of that tree.
     [[nodiscard]] bool isOf(const Tree& tree) const { return m_root && &m_root->tree() == &tree; }
 
-    /// Of the item at an index of the layout. Nothing for what is no closed folder, or holds no bytes.
+    /// The colour of the item at an index of the layout. Nothing for an item that is not a closed folder, or has no
+    /// bytes.
     [[nodiscard]] std::optional<QRgb> colorAt(std::size_t index) const
     {
         const Block& block = m_blocks[index / TreemapLayout::blockSize];
@@ -38,13 +38,13 @@ public:
     }
 
 private:
-    /// As many items as a block of the layout has.
+    /// The size of a block is that of a block of the layout.
     struct Block {
-        std::uint64_t isClosed = 0; // a bit for each item, the first one least significant
-        std::size_t first = 0;      // of their grounds
+        std::uint64_t isClosed = 0; // one bit per item, the first one least significant
+        std::size_t first = 0;      // index of their first ground
     };
 
-    /// The color of a closed folder, and its position in the tree.
+    /// The colour of a closed folder, and its position in the tree.
     struct Ground {
         Tree::Position node;
         QRgb color;
@@ -52,9 +52,9 @@ private:
 
     void add(std::size_t index, const Ground& ground);
 
-    std::optional<FileNode> m_root; // nothing without folders
+    std::optional<FileNode> m_root; // nothing if there are no folders
     std::vector<Block> m_blocks;
-    std::vector<Ground> m_grounds; // of all closed folders, in the order of the layout and the tree
+    std::vector<Ground> m_grounds; // of all closed folders, in the order of the layout and of the tree
 };
 
 } // namespace morlaine

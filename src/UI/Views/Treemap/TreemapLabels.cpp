@@ -21,7 +21,7 @@ namespace {
 
 namespace Decide = TreemapDecisions;
 
-/// A font with what placing text in it takes, looked up once for all labels.
+/// A font with its metrics, looked up once for all labels.
 class LabelStyle {
 public:
     LabelStyle(int size, QFont::Weight weight, double opacity)
@@ -54,7 +54,7 @@ private:
     QColor m_color;
 };
 
-/// Gives each place the sum of those up to `reach` steps before and behind it.
+/// Sums each value with its neighbours up to `reach` steps before and behind it.
 void spread(const std::vector<int>& from, std::vector<int>& to, int reach, int step)
 {
     const int size = static_cast<int>(from.size());
@@ -66,11 +66,11 @@ void spread(const std::vector<int>& from, std::vector<int>& to, int reach, int s
     }
 }
 
-/// Turns a picture of text, as opaque as the text is, into its shadow, which is wider by `reach` pixels. No text may
-/// lie as near to the left and the right edge.
+/// Turns the opacity mask of a text into its shadow, which extends `reach` pixels further. The text must not be that
+/// close to the left and right edge.
 void soften(QImage& mask, int reach)
 {
-    constexpr int strength = 3;  // times as dark as evenly spread text
+    constexpr int strength = 3;  // relative to evenly spread text
     constexpr int darkest = 140; // of 255
     const int width = mask.width();
     std::vector<int> values;
@@ -93,7 +93,7 @@ class LabelPainter {
 public:
     explicit LabelPainter(QImage& image) : m_scale(image.devicePixelRatio()), m_painter(&image)
     {
-        // As elsewhere in the window, also for a name that begins otherwise.
+        // Like the rest of the window, also for names in right-to-left scripts.
         m_painter.setLayoutDirection(Qt::LeftToRight);
     }
 
@@ -117,7 +117,7 @@ private:
     {
         constexpr double width = 1; // points
         const QRectF area = texts.adjusted(-2, -2, 2, 2) & frame.adjusted(-width, -width, width, width);
-        // Whole pixels of the picture, so that letters and shadow are rounded alike.
+        // Whole pixels, so that letters and shadow are rounded alike.
         const QRect pixels = QRectF(area.topLeft() * m_scale, area.size() * m_scale).toAlignedRect();
         QImage mask(pixels.size(), QImage::Format_Alpha8);
         if (mask.isNull()) {
