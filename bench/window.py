@@ -29,7 +29,7 @@ FEW = 40  # files of the tree to compare with
 def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--files", type=int, default=300_000, help="of a tree that is made beside the program and kept")
-    parser.add_argument("--tree", type=pathlib.Path, help="a folder to scan instead; made where there is none")
+    parser.add_argument("--tree", type=pathlib.Path, help="a folder to scan instead; made if it does not exist")
     parser.add_argument("--scale", type=int, choices=list(SIZES), default=1, help="2: 3840 x 2160 pixels at 2x")
     parser.add_argument("--quarter", action="store_true", help="give the program a quarter of a processor")
     parser.add_argument("--program", type=pathlib.Path, default=ROOT / "build" / "release" / "morlaine")
