@@ -139,10 +139,14 @@ FileDescriptor LinuxFolder::openFrom(const Handle& above)
         FileDescriptor opened = tryToOpenFrom(above);
         const int failure = opened.isOpen() ? 0 : errno;
         const bool needsDescriptors = failure == EMFILE || failure == ENFILE;
-        if (!needsDescriptors || !setOneAside()) {
-            errno = failure;
-            return opened;
+        if (needsDescriptors && setOneAside()) {
+            continue;
         }
+        if (m_parent == nullptr && opened.isOpen() && !m_state.volume) {
+            m_state.volume = walkedVolume(opened.get());
+        }
+        errno = failure;
+        return opened;
     }
 }
 
@@ -236,9 +240,6 @@ bool LinuxFolder::list(FolderContents& contents, const std::stop_token& stop, co
     FileDescriptor descriptor = openForListing();
     if (!descriptor.isOpen()) {
         return false;
-    }
-    if (m_parent == nullptr) {
-        m_state.volume = walkedVolume(descriptor.get());
     }
     bool holdsFolders = false;
     const bool isListed = listOpened(descriptor.get(), contents, stop, pace, holdsFolders);
