@@ -1,6 +1,7 @@
 #include "UI/Views/Treemap/TreemapTile.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace morlaine {
@@ -8,7 +9,7 @@ namespace morlaine {
 namespace {
 
 using Pixel = TreemapTile::Pixel;
-using Bytes = uchar __attribute__((vector_size(4)));
+using Numbers = std::int32_t __attribute__((vector_size(16)));
 
 Pixel smaller(const Pixel& a, const Pixel& b)
 {
@@ -20,25 +21,32 @@ Pixel larger(const Pixel& a, const Pixel& b)
     return a > b ? a : b;
 }
 
-QRgb rounded(const Pixel& pixel)
+Pixel load(const float* place)
 {
-    constexpr QRgb opaque = 0xff000000;
-    const auto bytes = __builtin_convertvector(pixel + 0.5F, Bytes);
-    QRgb color = 0;
-    std::memcpy(&color, &bytes, sizeof color);
-    return color | opaque;
+    Pixel four;
+    std::memcpy(&four, place, sizeof four);
+    return four;
+}
+
+void store(float* place, const Pixel& four)
+{
+    std::memcpy(place, &four, sizeof four);
+}
+
+Numbers rounded(const Pixel& four)
+{
+    return __builtin_convertvector(four + 0.5F, Numbers);
 }
 
 } // namespace
 
 TreemapTile::Pixel TreemapTile::pixelOf(QRgb color)
 {
-    Bytes bytes{};
-    std::memcpy(&bytes, &color, sizeof color);
-    return __builtin_convertvector(bytes, Pixel);
+    return Pixel{static_cast<float>(qBlue(color)), static_cast<float>(qGreen(color)), static_cast<float>(qRed(color)),
+                 0};
 }
 
-TreemapTile::TreemapTile(double scale) : m_scale(scale), m_values(std::size_t{side} * stride)
+TreemapTile::TreemapTile(double scale) : m_scale(scale), m_values(channels * planeSize)
 {
 }
 
@@ -46,7 +54,9 @@ void TreemapTile::restart(const QRect& pixels, QRgb ground)
 {
     Q_ASSERT(pixels.width() <= side && pixels.height() <= side);
     m_pixels = pixels;
-    std::ranges::fill(m_values, pixelOf(ground));
+    for (int channel = 0; channel < channels; ++channel) {
+        std::fill_n(m_values.begin() + channel * planeSize, planeSize, pixelOf(ground)[channel]);
+    }
 }
 
 inline TreemapTile::Four TreemapTile::Stretch::sharesFrom(int pixel) const
@@ -78,12 +88,18 @@ inline TreemapTile::Axis TreemapTile::axis(double begin, double length, double h
     if (isHollow) {
         axis.inner = {from + half, to - half};
     }
+    axis.solidFirst = axis.end;
+    axis.solidEnd = axis.end;
+    if (axis.end - axis.first <= 4) {
+        return axis;
+    }
     const int afterInnerEdge = static_cast<int>(std::min(std::max(axis.inner.begin, 0.F), last)) + 1;
     const int beforeInnerEdge = static_cast<int>(std::min(std::max(axis.inner.end, 0.F), last));
     const int solidFirst = axis.first + (afterInnerEdge - axis.first + 3) / 4 * 4;
-    const bool hasSolid = solidFirst < beforeInnerEdge;
-    axis.solidFirst = hasSolid ? solidFirst : axis.end;
-    axis.solidEnd = hasSolid ? beforeInnerEdge : axis.end;
+    if (solidFirst + 4 <= beforeInnerEdge) {
+        axis.solidFirst = solidFirst;
+        axis.solidEnd = solidFirst + (beforeInnerEdge - solidFirst) / 4 * 4;
+    }
     return axis;
 }
 
@@ -105,7 +121,7 @@ void TreemapTile::paint(const Rect& rect, const Style& style)
         paintEdges(columns.first, columns.solidFirst, columns, y, rowCount, shares, style);
         if (columns.solidFirst < columns.solidEnd) {
             for (int row = 0; row < rowCount; ++row) {
-                Pixel* const pixels = m_values.data() + static_cast<std::ptrdiff_t>(y + row) * stride;
+                float* const pixels = m_values.data() + static_cast<std::ptrdiff_t>(y + row) * stride;
                 paintSolid(pixels + columns.solidFirst, pixels + columns.solidEnd, style, shares.fill[row],
                            shares.outer[row] - shares.inner[row]);
             }
@@ -122,38 +138,47 @@ void TreemapTile::paintEdges(int first, int end, const Axis& columns, int y, int
     const bool isFilled = style.fillOpacity > 0;
     for (int x = first; x < end; x += 4) {
         const Shares shares = sharesFrom(columns, x);
-        Pixel* pixels = m_values.data() + static_cast<std::ptrdiff_t>(y) * stride + x;
+        float* pixels = m_values.data() + static_cast<std::ptrdiff_t>(y) * stride + x;
         for (int row = 0; row < rowCount; ++row, pixels += stride) {
             const Four line = shares.outer * rows.outer[row] - shares.inner * rows.inner[row];
             const Four fill = shares.fill * rows.fill[row] * (1 - line);
             const Four kept = 1 - line - fill;
             const Four colored = isFilled ? fill : line;
-            pixels[0] = pixels[0] * kept[0] + style.color * colored[0];
-            pixels[1] = pixels[1] * kept[1] + style.color * colored[1];
-            pixels[2] = pixels[2] * kept[2] + style.color * colored[2];
-            pixels[3] = pixels[3] * kept[3] + style.color * colored[3];
+            for (int channel = 0; channel < channels; ++channel) {
+                float* const place = pixels + channel * planeSize;
+                store(place, load(place) * kept + style.color[channel] * colored);
+            }
         }
     }
 }
 
-void TreemapTile::paintSolid(Pixel* first, Pixel* end, const Style& style, float fill, float line)
+void TreemapTile::paintSolid(float* first, const float* end, const Style& style, float fill, float line)
 {
-    if (fill == 1 && line == 0) {
-        std::fill(first, end, style.color);
-    } else if (fill != 0 || line != 0) {
-        const float filled = fill * (1 - line);
-        const float kept = 1 - line - filled;
-        const Pixel over = style.color * (style.fillOpacity > 0 ? filled : line);
-        std::transform(first, end, first, [&over, kept](const Pixel& under) { return under * kept + over; });
+    if (fill == 0 && line == 0) {
+        return;
+    }
+    const float filled = fill * (1 - line);
+    const float kept = 1 - line - filled;
+    const Four over = style.color * (style.fillOpacity > 0 ? filled : line);
+    for (int channel = 0; channel < channels; ++channel) {
+        for (std::ptrdiff_t x = channel * planeSize; x < channel * planeSize + (end - first); x += 4) {
+            store(first + x, load(first + x) * kept + over[channel]);
+        }
     }
 }
 
 void TreemapTile::copyTo(uchar* bits, qsizetype bytesPerLine) const
 {
     for (int y = 0; y < m_pixels.height(); ++y) {
-        const Pixel* const row = m_values.data() + static_cast<std::ptrdiff_t>(y) * stride;
-        auto* const line = reinterpret_cast<QRgb*>(bits + y * bytesPerLine);
-        std::transform(row, row + m_pixels.width(), line, rounded);
+        const float* const row = m_values.data() + static_cast<std::ptrdiff_t>(y) * stride;
+        uchar* const line = bits + y * bytesPerLine;
+        for (int x = 0; x < m_pixels.width(); x += 4) {
+            constexpr std::int32_t opaque = -1 << 24;
+            const Numbers colors = rounded(load(row + x)) | rounded(load(row + planeSize + x)) << 8 |
+                                   rounded(load(row + 2 * planeSize + x)) << 16 | opaque;
+            const auto count = static_cast<std::size_t>(std::min(m_pixels.width() - x, 4));
+            std::memcpy(line + static_cast<std::size_t>(x) * sizeof(QRgb), &colors, count * sizeof(QRgb));
+        }
     }
 }
 

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QRect>
 
+#include <cstddef>
 #include <vector>
 
 namespace morlaine {
@@ -16,7 +17,7 @@ class TreemapTile {
 public:
     static constexpr int side = 128; // maximum width and height in pixels
 
-    /// The four channels of a colour in memory order, 0...255.
+    /// Blue, green and red, 0...255; the fourth number is not used.
     using Pixel = float __attribute__((vector_size(16)));
 
     /// How a rectangle is painted: the fill, then an outline with sharp corners, centred on the edge. `color` is that
@@ -55,8 +56,8 @@ private:
     };
 
     /// One axis of a rectangle with its outline. It touches the pixels `first`...`end` - 1 of the tile. The pixels
-    /// `solidFirst`...`solidEnd` - 1 lie completely inside all three intervals. `solidFirst - first` is a multiple of
-    /// four.
+    /// `solidFirst`...`solidEnd` - 1 lie completely inside all three intervals. `solidFirst - first` and
+    /// `solidEnd - solidFirst` are multiples of four.
     struct Axis {
         Stretch fill;
         Stretch outer;
@@ -75,16 +76,18 @@ private:
     };
 
     static constexpr int stride = side + 4; // four pixels may be painted where only one is left
+    static constexpr int channels = 3;
+    static constexpr std::ptrdiff_t planeSize = std::ptrdiff_t{side} * stride;
 
     [[nodiscard]] Axis axis(double begin, double length, double halfLine, bool isHollow, int origin, int pixels) const;
     [[nodiscard]] static Shares sharesFrom(const Axis& axis, int pixel);
     void paintEdges(int first, int end, const Axis& columns, int y, int rowCount, const Shares& rows,
                     const Style& style);
-    static void paintSolid(Pixel* first, Pixel* end, const Style& style, float fill, float line);
+    static void paintSolid(float* first, const float* end, const Style& style, float fill, float line);
 
     const double m_scale;
     QRect m_pixels;
-    std::vector<Pixel> m_values;
+    std::vector<float> m_values; // a plane for each channel, so that four pixels are painted at once
 };
 
 } // namespace morlaine
