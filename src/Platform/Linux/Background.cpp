@@ -7,6 +7,7 @@
 #include <new>
 #include <thread>
 
+#include <malloc.h>
 #include <pthread.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -97,6 +98,7 @@ std::error_code Background::start(const std::string& name, Priority priority, st
             }
             run(work);
             work = nullptr; // before it counts as ended
+            ::malloc_trim(0); // the allocator would keep what large work has freed
             registry.remove(id);
         }).detach();
     } catch (const std::system_error& error) {
