@@ -97,7 +97,7 @@ std::error_code Background::start(const std::string& name, Priority priority, st
                 yieldToEverythingElse();
             }
             run(work);
-            work = nullptr; // before it counts as ended
+            work = nullptr;   // before it counts as ended
             ::malloc_trim(0); // the allocator would keep what large work has freed
             registry.remove(id);
         }).detach();
