@@ -19,7 +19,7 @@ bool makePrivateFolder(const FileUrl& folder);
 bool removeItem(const FileUrl& item);
 
 /// Opens `file` for reading on the regular file at `url`, by its exact bytes. False for anything else; does not block
-/// on a pipe. Any thread.
+/// on a pipe. Throws std::bad_alloc if the system is short of memory or descriptors. Any thread.
 [[nodiscard]] bool openRegularFile(QFile& file, const FileUrl& url);
 
 /// A file that appears whole or not at all, readable by this user only. Data is written to a locked temporary file in

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/FileDescriptor.h"
 #include "Platform/Linux/TemporaryNames.h"
+#include "Platform/Linux/Uninterrupted.h"
 
 #include <QFile>
 
@@ -12,6 +13,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <new>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -61,18 +63,49 @@ std::vector<std::string> temporaryFilesIn(const std::string& folder)
     return paths;
 }
 
+FileDescriptor opened(const std::string& path, int flags)
+{
+    flags |= O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+    return FileDescriptor(uninterrupted([&] { return ::open(path.c_str(), flags); }));
+}
+
+/// Says in errno why there is none.
 FileDescriptor openedRegularFile(const std::string& path, int flags)
 {
     struct stat status = {};
-    FileDescriptor file(::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
-    const bool isRegular = file.isOpen() && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
-    return isRegular ? std::move(file) : FileDescriptor();
+    FileDescriptor file = opened(path, flags);
+    if (file.isOpen() && (::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))) {
+        file = FileDescriptor();
+        errno = EINVAL;
+    }
+    return file;
+}
+
+bool isFlushed(int descriptor)
+{
+    return uninterrupted([&] { return ::fsync(descriptor); }) == 0;
 }
 
 bool flushPath(const std::string& path)
 {
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
-    return file.isOpen() && ::fsync(file.get()) == 0;
+    const FileDescriptor file = opened(path, O_RDONLY);
+    return file.isOpen() && isFlushed(file.get());
+}
+
+bool isRenamed(const std::string& from, const std::string& to, unsigned flags = 0)
+{
+    const auto rename = [&] { return ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), flags); };
+    return uninterrupted(rename) == 0;
+}
+
+void unlinkPath(const std::string& path)
+{
+    (void)uninterrupted([&] { return ::unlink(path.c_str()); });
+}
+
+int lock(int descriptor)
+{
+    return uninterrupted([&] { return ::flock(descriptor, LOCK_EX | LOCK_NB); });
 }
 
 std::string folderOf(const std::string& path)
@@ -90,7 +123,7 @@ void stampExactly(int descriptor)
 
 bool isGone(const std::string& path)
 {
-    return ::access(path.c_str(), F_OK) != 0 && errno == ENOENT;
+    return uninterrupted([&] { return ::access(path.c_str(), F_OK); }) != 0 && errno == ENOENT;
 }
 
 bool isRegularFile(const std::string& path)
@@ -122,6 +155,9 @@ bool removeItem(const FileUrl& item)
 bool openRegularFile(QFile& file, const FileUrl& url)
 {
     FileDescriptor opened = openedRegularFile(url.path(), O_RDONLY);
+    if (!opened.isOpen() && (errno == EMFILE || errno == ENFILE || errno == ENOMEM)) {
+        throw std::bad_alloc();
+    }
     return opened.isOpen() &&
            file.open(opened.release(), QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
 }
@@ -146,7 +182,7 @@ bool AtomicFile::openTemporary()
         m_temporary.clear();
         return true;
     }
-    const bool isTaken = ::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    const bool isTaken = lock(m_descriptor) != 0 && errno == EWOULDBLOCK;
     if (!isTaken && !isGone(m_temporary)) {
         return true;
     }
@@ -161,21 +197,21 @@ AtomicFile::~AtomicFile()
 
 bool AtomicFile::commit()
 {
-    const bool isOnDisk = isComplete() && ::fsync(m_descriptor) == 0;
-    return finish(isOnDisk && ::rename(m_temporary.c_str(), m_target.c_str()) == 0);
+    const bool isOnDisk = isComplete() && isFlushed(m_descriptor);
+    return finish(isOnDisk && isRenamed(m_temporary, m_target));
 }
 
 bool AtomicFile::commitUnflushed()
 {
     if (isComplete() && isGone(m_target)) {
-        return finish(::rename(m_temporary.c_str(), m_target.c_str()) == 0);
+        return finish(isRenamed(m_temporary, m_target));
     }
     if (!isComplete() || !isRegularFile(m_target)) {
         return commit();
     }
     stampExactly(m_descriptor);
     TemporaryNames::shared().forget(m_temporary);
-    if (::renameat2(AT_FDCWD, m_temporary.c_str(), AT_FDCWD, m_target.c_str(), RENAME_EXCHANGE) != 0) {
+    if (!isRenamed(m_temporary, m_target, RENAME_EXCHANGE)) {
         return commit();
     }
     m_replaced = m_temporary;
@@ -202,8 +238,8 @@ bool AtomicFile::finish(bool isInPlace)
 
 void AtomicFile::flush()
 {
-    if (::fsync(m_descriptor) == 0 && flushPath(folderOf(m_target)) && !m_replaced.empty()) {
-        ::unlink(m_replaced.c_str());
+    if (isFlushed(m_descriptor) && flushPath(folderOf(m_target)) && !m_replaced.empty()) {
+        unlinkPath(m_replaced);
         m_replaced.clear();
     }
 }
@@ -213,7 +249,7 @@ std::vector<AtomicFile::Abandoned> AtomicFile::abandonedIn(const FileUrl& folder
     std::vector<std::pair<std::filesystem::file_time_type, Abandoned>> found;
     for (const std::string& path : temporaryFilesIn(folder.path())) {
         auto file = std::make_shared<const FileDescriptor>(openedRegularFile(path, O_RDWR | O_NOFOLLOW));
-        if (file->isOpen() && ::flock(file->get(), LOCK_EX | LOCK_NB) == 0) {
+        if (file->isOpen() && lock(file->get()) == 0) {
             std::error_code unknown;
             found.emplace_back(std::filesystem::last_write_time(path, unknown),
                                Abandoned{FileUrl::fromPath(path), std::move(file)});
@@ -235,7 +271,7 @@ void AtomicFile::flush(const FileUrl& target, const std::vector<Abandoned>& aban
         return;
     }
     for (const Abandoned& file : abandoned) {
-        ::unlink(file.url.path().c_str());
+        unlinkPath(file.url.path());
     }
 }
 
@@ -245,7 +281,7 @@ void AtomicFile::remove(const FileUrl& target)
     const std::string prefix = temporaryPrefix(path) + randomPart.front();
     for (const std::string& temporary : temporaryFilesIn(folderOf(path))) {
         if (temporary.starts_with(prefix)) {
-            ::unlink(temporary.c_str());
+            unlinkPath(temporary);
         }
     }
     removeItem(target);
@@ -254,7 +290,7 @@ void AtomicFile::remove(const FileUrl& target)
 void AtomicFile::discard()
 {
     if (!m_temporary.empty()) {
-        ::unlink(m_temporary.c_str());
+        unlinkPath(m_temporary);
         TemporaryNames::shared().forget(m_temporary);
         m_temporary.clear();
     }

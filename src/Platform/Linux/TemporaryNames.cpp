@@ -1,5 +1,6 @@
 #include "Platform/Linux/TemporaryNames.h"
 
+#include "Platform/Linux/Uninterrupted.h"
 #include "Platform/PrivateFiles.h"
 
 #include <array>
@@ -48,7 +49,10 @@ TemporaryNames& TemporaryNames::shared()
 int TemporaryNames::make(std::string& path, int suffixLength)
 {
     const std::lock_guard lock(m_mutex);
-    const int descriptor = ::mkostemps(path.data(), suffixLength, O_CLOEXEC);
+    const int descriptor = uninterrupted([&, pattern = path] {
+        path = pattern; // a failed call may leave anything there
+        return ::mkostemps(path.data(), suffixLength, O_CLOEXEC);
+    });
     if (descriptor >= 0) {
         m_paths.insert(path);
     }
