@@ -46,6 +46,8 @@ TEST(FileNode, IsEqualInAllSevenFieldsOnly)
         EXPECT_NE(std::hash<FileNode>()(fields.node()), std::hash<FileNode>()(others[i].node())) << "field " << i;
     }
     EXPECT_NE(others[6].node(), others[8].node()) << "no list and an empty one differ";
+    const FileNode root = fields.node();
+    EXPECT_NE(root, root.children()->front()) << "of the same tree";
 }
 
 TEST(FileNode, ShowsValidUtf8AndKeepsExactBytes)
