@@ -47,7 +47,7 @@ class Desktop:
         # With a space in its name, intentionally.
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="morlaine test "))
         # Qt splits a command at spaces.
-        self._commands = pathlib.Path(tempfile.mkdtemp(prefix="morlaine-commands-"))
+        self.commands = pathlib.Path(tempfile.mkdtemp(prefix="morlaine-commands-"))
         self._processes = []
         self._programs = []
         self._log = open(self.folder / "services.log", "wb")
@@ -78,7 +78,7 @@ class Desktop:
             self.display.stop()
         self._log.close()
         remove_tree(self.folder)
-        remove_tree(self._commands)
+        remove_tree(self.commands)
 
     def start_program(self, path, environment=None):
         """Starts the program under test, with its output in a separate file."""
@@ -95,7 +95,7 @@ class Desktop:
 
     def install_command(self, name, script):
         """Installs a command that takes precedence over the system's."""
-        command = self._commands / name
+        command = self.commands / name
         command.write_text("#!/bin/sh\n" + script)
         command.chmod(0o755)
 
@@ -114,7 +114,7 @@ class Desktop:
     def _make_environment(self):
         runtime = self.folder / "runtime"
         return {
-            "PATH": f"{self._commands}:/usr/local/bin:/usr/bin:/bin",
+            "PATH": f"{self.commands}:/usr/local/bin:/usr/bin:/bin",
             "LANG": "C.UTF-8",
             "HOME": str(self.home),
             "DISPLAY": self.display.name,
@@ -133,10 +133,17 @@ class Desktop:
         self._processes.append(process)
         return process
 
-    def _start_session_bus(self):
+    def restart_session_bus(self, meanwhile):
+        """Kills it, and starts another at the same address."""
+        self._bus.kill()
+        self._bus.wait()
+        meanwhile()
+        self._start_session_bus("--address=" + self.environment["DBUS_SESSION_BUS_ADDRESS"].partition(",")[0])
+
+    def _start_session_bus(self, *options):
         reader, writer = os.pipe()
-        self._start(
-            ["dbus-daemon", f"--config-file={self.folder}/bus.conf", "--nofork", f"--print-address={writer}"],
+        self._bus = self._start(
+            ["dbus-daemon", f"--config-file={self.folder}/bus.conf", "--nofork", f"--print-address={writer}", *options],
             pass_fds=[writer],
         )
         os.close(writer)

@@ -35,7 +35,8 @@ class Display:
         self.root = self.connection.screen().root
 
     def stop(self):
-        self.connection.close()
+        if self.server.poll() is None:
+            self.connection.close()
         processes.stop(self.server)
 
     def wait_for_window_manager(self):

@@ -1,110 +1,89 @@
-"""Makes a folder with everything that is difficult for a walk."""
+"""Makes folders with all that a walk may stumble over, the same for the same random numbers. Everything is made
+relative to open folders, since paths get longer than the kernel takes, and others may put links into the way."""
 
 import os
 import socket
 
-from walk import CATEGORY_OF
-
-DEEPEST = 300
-LONG_NAME = b"n" * 255
-
-FILES = {
-    b"letter.txt": 5_000,
-    b"photo.JPG": 123_456,
-    b"archive.tar.gz": 40_000,
-    b"no extension": 17,
-    b".hidden.plist": 900,
-    b"empty": 0,
-    b"Makefile.": 3,
-    b"sketch.pages-tef": 222,
-    b"same size a": 4_321,
-    b"same size b": 4_321,
-    b"same size c": 4_321,
-    b"not text \xff\xfe.png": 1_234,
-    b"cut off \xe2\x82": 77,
-    b"\xc3\xbcber \xe6\x97\xa5\xe6\x9c\xac \xf0\x9f\x98\x80.MP3": 8_192,
-    b"two\nlines\t\x01\x7f.log": 512,
-    b'quotes " and \\ and % and ? and #.json': 64,
-    LONG_NAME[:251] + b".mkv": 70_000,
-    b"Editor.app/Contents/Info.plist": 700,
-    b"Editor.app/Contents/MacOS/editor": 90_000,
-    b"Editor.app/Contents/.hidden/secret": 60_000,
-    b"Editor.app/.DS_Store": 6_148,
-    b"Editor.app/Contents/PlugIns/Inner.plugin/Contents/Info.plist": 333,
-    b"Only a name.app/readme.txt": 100,
-    b"Upper.APPEX/Contents/Info.plist": 10,
-    b"folder.d/inside/deeper.cpp": 2_048,
-    **{b"every kind/x." + extension.encode(): 1 for extension in CATEGORY_OF},
-}
-FOLDERS = [b"empty folder", b"empty.bundle", LONG_NAME]
+FOLDER = os.O_RDONLY | os.O_DIRECTORY | os.O_NOFOLLOW
+PARTS = [b"\n", b"\x1b[31m", b"\t\x01\x7f", "\u202e".encode(), "\u200b".encode(), b"<b>&amp;", b"\xff\xfe", b"\xe2\x82", b"%41",
+         b"'\"\\", b" ", b"? #", "e\u0301".encode(), "\U0001f600 日本".encode(), b".", b"~", b"-rf", "İı".encode()]
+ENDS = [b"", b".txt", b".JPG", b".tar.gz", b".app", b".APPEX", b".bundle", b".", b".mp4 ", b".PDF\n", b".dmg-part", b".\xff"]
+SIZES = [0, 1, 17, 4_095, 4_097, 4_321, 123_456]
 
 
-def make_hostile_tree(root):
-    root = os.fsencode(root)
-    for name, size in FILES.items():
-        path = os.path.join(root, name)
-        os.makedirs(os.path.dirname(path), exist_ok=True)
-        _write(path, size)
-    for name in FOLDERS:
-        os.mkdir(os.path.join(root, name))
-    _make_links(root)
-    _make_special_files(root)
-    _make_deep_folders(root)
-    unreadable = os.path.join(root, b"unreadable")
-    os.mkdir(unreadable)
-    _write(os.path.join(unreadable, b"unseen.iso"), 10_000)
-    os.chmod(unreadable, 0)
+def hostile_name(random):
+    if random.random() < 0.05:
+        return b"n" * 251 + b".mkv"
+    name = b"".join(random.choices(PARTS, k=random.randint(1, 4))) + b"%d" % random.randrange(10**6)
+    return name + random.choice(ENDS)
 
 
-def _write(path, size):
-    with open(path, "wb") as file:
-        file.write(b"x" * size)
-        file.flush()
-        # The number of blocks is final only after the file is flushed.
-        os.fsync(file.fileno())
+def make_hostile_tree(path, random, count):
+    """Makes about so many items in the folder, some of them very deep."""
+    top = os.open(path, FOLDER)
+    grow(top, random, count)
+    os.close(top)
+    make_nested(path, 300, b"deep" * 5)
 
 
-def _make_links(root):
-    for name, target in {
-        b"to a file": b"letter.txt",
-        b"to a folder": b"folder.d",
-        b"to nothing": b"missing",
-        b"loop": b".",
-        b"to the top": b"/",
-        b"round and round": b"round and round",
-        b"folder.d/back": b"..",
-    }.items():
-        os.symlink(target, os.path.join(root, name))
-    os.link(os.path.join(root, b"photo.JPG"), os.path.join(root, b"folder.d", b"the same photo.jpg"))
+def grow(folder, random, count):
+    names = [b"missing"]
+    while count > 0:
+        name, kind = hostile_name(random), random.randrange(14)
+        count -= 1
+        try:
+            if kind == 0:
+                os.symlink(random.choice([b"/", b".", b"..", names[-1], name]), name, dir_fd=folder)
+            elif kind == 1:
+                os.mkfifo(name, dir_fd=folder)
+            elif kind == 2 and len(names) > 1:
+                os.link(names[-1], name, src_dir_fd=folder, dst_dir_fd=folder)
+            elif kind == 3 and len(name) < 60:
+                with socket.socket(socket.AF_UNIX) as listener:
+                    listener.bind(b"/proc/self/fd/%d/%s" % (folder, name))
+            elif kind <= 6:
+                inner = make_folder(folder, name)
+                share = random.randint(0, count)
+                grow(inner, random, share)
+                count -= share
+                if kind == 5:
+                    contents = make_folder(inner, b"Contents")
+                    make_file(contents, b"Info.plist", 700, random)
+                    os.close(contents)
+                os.fchmod(inner, random.choice([0, 0o700, 0o700, 0o700]))
+                os.close(inner)
+            else:
+                make_file(folder, name, random.choice(SIZES), random)
+                names.append(name)
+        except FileExistsError:
+            pass
 
 
-def _make_special_files(root):
-    os.mkfifo(os.path.join(root, b"fifo.mp4"))
-    folder = os.open(root, os.O_RDONLY)
-    try:
-        with socket.socket(socket.AF_UNIX) as listener:
-            # The path would be too long for a socket address.
-            listener.bind(f"/proc/self/fd/{folder}/socket.zip")
-    finally:
-        os.close(folder)
-    with open(os.path.join(root, b"sparse.dmg"), "wb") as sparse:
-        sparse.write(b"start")
-        sparse.truncate(5_000_000_000)
-        sparse.flush()
-        os.fsync(sparse.fileno())
+def make_folder(folder, name):
+    """Returns it open."""
+    os.mkdir(name, dir_fd=folder)
+    return os.open(name, FOLDER, dir_fd=folder)
 
 
-def _make_deep_folders(root):
-    """Nested folders, up to a path that is too long for a system call."""
-    name = b"deep" * 5
-    folder = os.open(root, os.O_RDONLY)
-    for _ in range(DEEPEST):
-        os.mkdir(name, dir_fd=folder)
-        inner = os.open(name, os.O_RDONLY, dir_fd=folder)
+def make_file(folder, name, size, random):
+    file = os.open(name, os.O_WRONLY | os.O_CREAT | os.O_EXCL | os.O_NOFOLLOW, 0o600, dir_fd=folder)
+    os.write(file, b"x" * size)
+    if random.random() < 0.1:
+        os.ftruncate(file, size + 10**12)
+    # The blocks that a file takes are settled only once it is on the disk.
+    os.fsync(file)
+    os.close(file)
+
+
+def make_nested(path, depth, name):
+    """Folders in folders, with a file of five bytes in the innermost."""
+    folder = os.open(path, FOLDER)
+    for _ in range(depth):
+        inner = make_folder(folder, name)
         os.close(folder)
         folder = inner
     file = os.open(b"bottom.c", os.O_WRONLY | os.O_CREAT, 0o600, dir_fd=folder)
-    os.write(file, b"int bottom;\n")
+    os.write(file, b"12345")
     os.fsync(file)
     os.close(file)
     os.close(folder)

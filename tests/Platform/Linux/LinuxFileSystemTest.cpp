@@ -178,25 +178,6 @@ TEST(LinuxFileSystem, TakesEveryWayOfNamingTheTop)
     EXPECT_EQ(through.fileCount(), 3);
 }
 
-TEST(LinuxFileSystem, KeepsNamesOfAnyBytes)
-{
-    const TemporaryFolder folder;
-    const std::string longest(255, 'n');
-    const std::vector<std::string> names = {"caf\xE9.txt", "new\nline", " ",  "\xF0\x9F\x98\x80", "\x01\x7F", longest,
-                                            "-rf",         "100%",      "..."};
-    for (const std::string& name : names) {
-        folder.makeFile(name + "/" + name, 1);
-    }
-    const auto children = childrenByName(scan(folder.url()));
-    for (const std::string& name : names) {
-        ASSERT_TRUE(children.contains(name)) << name;
-        ASSERT_EQ(children.at(name).childrenOrNone().size(), 1U) << name;
-        EXPECT_EQ(children.at(name).children()->front().url().path(), (folder.path() / name / name).native());
-        EXPECT_TRUE(fs::exists(children.at(name).children()->front().url().path())) << name;
-    }
-    EXPECT_EQ(children.at("caf\xE9.txt").name(), "caf\uFFFD.txt");
-}
-
 TEST(LinuxFileSystem, TellsAnUnreadableFolderFromAnEmptyOne)
 {
     const TemporaryFolder folder;

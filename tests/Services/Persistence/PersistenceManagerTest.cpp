@@ -21,7 +21,6 @@
 #include <string>
 #include <thread>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -305,72 +304,6 @@ TEST_F(PersistenceManagerTest, FlushesTheListBehindTheCaller)
     onFsync = nullptr;
 }
 
-TEST_F(PersistenceManagerTest, FindsNoTreeInAFileThatIsNone)
-{
-    const HistoricalScan scan = saveToTheEnd("one");
-    const std::string text = read(treeFile(scan));
-    for (const std::string& broken : {std::string(), std::string("{}"), text.substr(0, text.size() / 2), text + "x"}) {
-        write(treeFile(scan), broken);
-        EXPECT_FALSE(m_store->loadScanTree(scan.id)) << broken;
-    }
-    fs::remove(treeFile(scan));
-    ASSERT_EQ(::mkfifo(treeFile(scan).c_str(), 0600), 0);
-    EXPECT_FALSE(m_store->loadScanTree(scan.id)) << "and waits for nobody";
-}
-
-TEST_F(PersistenceManagerTest, SwallowsWhatCannotBeWritten)
-{
-    fs::remove(scans());
-    write(scans(), "in the way");
-    reopen();
-    fs::create_directory(index());
-    write(index() / "inside", "x");
-    (void)save("two");
-    EXPECT_THAT(paths(), IsEmpty());
-    EXPECT_THAT(namesIn(index()), ElementsAre("inside"));
-    EXPECT_THAT(namesIn(appFolder()), UnorderedElementsAre("Scans", "history.json")) << "no temporary file stays";
-
-    fs::remove_all(appFolder());
-    (void)save("three");
-    EXPECT_FALSE(fs::exists(appFolder())) << "folders are made when the store is";
-}
-
-TEST_F(PersistenceManagerTest, KeepsTheOldListWhenTheDiskIsFull)
-{
-    (void)saveToTheEnd("one");
-    const std::string before = read(index());
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit = {};
-    ::getrlimit(RLIMIT_FSIZE, &limit);
-    const rlimit small = {before.size() + 10, limit.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    EXPECT_EQ(save("two, which does not fit").totalSize, 3) << "the caller has its entry all the same";
-    QTest::qWait(100);
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(read(index()), before);
-    EXPECT_THAT(namesIn(appFolder()), UnorderedElementsAre("Scans", "history.json"));
-}
-
-TEST_F(PersistenceManagerTest, LosesNothingWhileOthersRead)
-{
-    (void)save("first");
-    std::atomic<bool> isStopping = false;
-    std::atomic<int> broken = 0;
-    std::thread reader([&] {
-        while (!isStopping) {
-            broken += read(index()).ends_with("]") ? 0 : 1;
-        }
-    });
-    for (int i = 0; i < 50; ++i) {
-        (void)save("more");
-    }
-    isStopping = true;
-    reader.join();
-    EXPECT_EQ(broken, 0) << "a half-written list is never seen";
-    EXPECT_EQ(paths().size(), 51U);
-}
-
 using PersistenceManagerDeathTest = PersistenceManagerTest;
 
 TEST_F(PersistenceManagerDeathTest, LeavesNoTemporaryFileWhenASignalEndsTheProgram)
@@ -395,25 +328,6 @@ TEST_F(PersistenceManagerDeathTest, LeavesNoTemporaryFileWhenASignalEndsTheProgr
             std::_Exit(7);
         },
         testing::ExitedWithCode(7), "");
-}
-
-TEST_F(PersistenceManagerDeathTest, LetsTheProgramEndDuringAWrite)
-{
-    const FileNode tree(FileUrl::fromPath("/w"), "w", 0, true, FileCategory::other,
-                        std::vector<FileNode>(500'000, treeFromText("a file 1", "/w")));
-    for (int round = 0; round < 5; ++round) {
-        EXPECT_EXIT(
-            {
-                (void)m_store->saveScan(tree, 1, 1);
-                std::this_thread::sleep_for(std::chrono::milliseconds(10 * round));
-                std::exit(7);
-            },
-            testing::ExitedWithCode(7), "");
-    }
-    for (const HistoricalScan& scan : m_store->loadHistory()) {
-        EXPECT_TRUE(!fs::exists(treeFile(scan)) || m_store->loadScanTree(scan.id)) << "never half a tree";
-    }
-    EXPECT_EQ(paths().size(), 5U);
 }
 
 } // namespace
