@@ -1,5 +1,5 @@
-// Preloaded into the program, this library makes files appear a thousand times larger, and every disk nearly full of them.
-// So the demonstration shows the disk of a real person and fits on any disk.
+// Preloaded into the program, this library makes files appear a thousand times larger, and every disk nearly full of
+// them. So the demonstration shows the disk of a real person and fits on any disk.
 
 #include <dlfcn.h>
 #include <fcntl.h>

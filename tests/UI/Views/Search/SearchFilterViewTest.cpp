@@ -188,6 +188,7 @@ TEST_F(SearchFilterViewTest, ReturnSelectsTheFirstResultAndFocusTheText)
     QTest::keyClicks(&field(), QStringLiteral("jpg"));
     QTest::keyClick(&field(), Qt::Key_Return);
     EXPECT_EQ(selected(), "beach.jpg");
+    EXPECT_EQ(list().currentIndex().row(), 0);
 }
 
 TEST_F(SearchFilterViewTest, ArrowsLeadFromTheFieldThroughTheListAndBack)
