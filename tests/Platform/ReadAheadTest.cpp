@@ -1,30 +1,81 @@
 #include "Platform/ReadAhead.h"
 
 #include "Core/Scanner/DiskWalk.h"
+#include "Platform/Background.h"
 #include "Support/FakeFileSystem.h"
 #include "Support/Gate.h"
 #include "Support/TemporaryFolder.h"
+#include "Support/TreeText.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <chrono>
+#include <filesystem>
 #include <future>
+#include <iterator>
 #include <memory>
 #include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include <sys/resource.h>
+
 namespace morlaine {
 namespace {
 
+namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using test::FakeFileSystem;
 using test::Gate;
 using test::TemporaryFolder;
 
 constexpr std::size_t manyReaders = 8;
+
+std::string scanText(std::shared_ptr<const FileSystem> fileSystem, const FileUrl& url, std::size_t readers)
+{
+    DiskWalk walk(
+        std::move(fileSystem), {}, [](const auto&...) {}, readers);
+    return test::textOfTree(walk.scan(url));
+}
+
+/// A random tree with links, bundles, empty folders, and deep and wide folders.
+void fill(const TemporaryFolder& folder, unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::vector<fs::path> folders{""};
+    for (int number = 0; number < 300; ++number) {
+        const fs::path path = folders[random() % folders.size()] / std::to_string(number);
+        switch (random() % 8) {
+        case 0:
+            folder.makeLink(path, "/");
+            break;
+        case 1:
+            folder.makeFile(path.native() + ".app/Contents/Info.plist", static_cast<std::size_t>(number));
+            break;
+        case 2:
+        case 3:
+            folder.makeFile(path, random() % 5);
+            break;
+        default:
+            folder.makeFolder(path);
+            folders.push_back(path);
+        }
+    }
+}
+
+TEST(ReadAhead, YieldsTheSameTree)
+{
+    for (unsigned seed = 0; seed < 20; ++seed) {
+        const TemporaryFolder folder;
+        fill(folder, seed);
+        const std::string expected = scanText(FileSystem::native(), folder.url(), 0);
+        for (const std::size_t readers : {1U, 2U, 8U}) {
+            EXPECT_EQ(scanText(FileSystem::native(), folder.url(), readers), expected) << seed;
+        }
+    }
+}
 
 TEST(ReadAhead, ListsEachFolderOnceAndNoneThatTheWalkLeavesOut)
 {
@@ -42,9 +93,7 @@ TEST(ReadAhead, ListsEachFolderOnceAndNoneThatTheWalkLeavesOut)
     const auto listingsOf = [&](std::size_t readers) {
         const std::size_t before = fileSystem->listings().size();
         for (const char* top : {"/", "/sixteen letters", "/a/P.app"}) {
-            (void)DiskWalk(
-                fileSystem, {}, [](const auto&...) {}, readers)
-                .scan(FileUrl::fromPath(top));
+            (void)scanText(fileSystem, FileUrl::fromPath(top), readers);
         }
         const auto all = fileSystem->listings();
         return std::multiset<std::string>(all.begin() + static_cast<std::ptrdiff_t>(before), all.end());
@@ -93,12 +142,46 @@ TEST(ReadAhead, HoldsBoundedContentsAheadAndReadsNearestFirst)
     EXPECT_EQ(fileSystem->listings().size(), folders + 1U);
 }
 
+TEST(ReadAhead, StaysInTheTreeHoweverItChanges)
+{
+    const TemporaryFolder folder;
+    folder.makeFile("outside/a/escaped", 1);
+    std::atomic<bool> isOver = false;
+    std::thread changes([&] {
+        std::mt19937 random(1);
+        std::error_code ignored;
+        while (!isOver) {
+            const fs::path path = folder.path() / "tree" / std::to_string(random() % 8);
+            const fs::path other = folder.path() / "tree" / std::to_string(random() % 8);
+            switch (random() % 5) {
+            case 0:
+                fs::remove_all(path, ignored);
+                break;
+            case 1:
+                fs::rename(path, other, ignored);
+                break;
+            case 2:
+                fs::remove_all(path, ignored);
+                fs::create_directory_symlink(folder.path() / "outside", path, ignored);
+                break;
+            default:
+                fs::create_directories(path / "a/b/c", ignored);
+                fs::create_directories(path / "b/a", ignored);
+            }
+        }
+    });
+    folder.makeFolder("tree");
+    for (int round = 0; round < 200; ++round) {
+        EXPECT_EQ(scanText(FileSystem::native(), folder.url("tree"), manyReaders).find("escaped"), std::string::npos);
+    }
+    isOver = true;
+    changes.join();
+}
+
 TEST(ReadAhead, StopsAtOnceWhereverItIs)
 {
     const TemporaryFolder folder;
-    for (int number = 0; number < 200; ++number) {
-        folder.makeFile(std::to_string(number % 20) + '/' + std::to_string(number) + "/a", 1);
-    }
+    fill(folder, 1);
     std::mt19937 random(2);
     for (int round = 0; round < 200; ++round) {
         std::stop_source stop;
@@ -145,6 +228,34 @@ TEST(ReadAhead, CanBeCancelledWhileAHelperHangs)
     stop.request_stop();
     EXPECT_EQ(walking.wait_for(5s), std::future_status::ready);
     gate->open();
+}
+
+TEST(ReadAhead, GetsAlongWithFewDescriptors)
+{
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the undefined behaviour sanitizer checks pointers through a pipe, for which none is left";
+#endif
+    const TemporaryFolder folder;
+    for (int level = 0; level < 40; ++level) {
+        fs::path path;
+        for (int i = 0; i < level; ++i) {
+            path /= "d";
+        }
+        folder.makeFile(path / "left/in/a", 1);
+        folder.makeFile(path / "right/in/b", 1);
+    }
+    const std::string expected = scanText(FileSystem::native(), folder.url(), 0);
+    const auto openNow = std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    rlimit before = {};
+    ::getrlimit(RLIMIT_NOFILE, &before);
+    for (int free = 4; free < 16; ++free) {
+        const rlimit few = {static_cast<rlim_t>(openNow + free), before.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &few);
+        const std::string tree = scanText(FileSystem::native(), folder.url(), manyReaders);
+        ::setrlimit(RLIMIT_NOFILE, &before);
+        EXPECT_EQ(tree, expected) << free;
+        EXPECT_TRUE(Background::waitForAll(5s).empty());
+    }
 }
 
 } // namespace
