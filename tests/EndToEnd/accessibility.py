@@ -9,7 +9,9 @@ REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/registry", "org.a11y.ats
 NULL_PATH = "/org/a11y/atspi/null"
 
 # Positions in the protocol's set of states.
-STATES = {"active": 1, "checked": 4, "enabled": 8, "focused": 12, "selected": 23, "sensitive": 24, "showing": 25}
+STATES = {
+    "active": 1, "checked": 4, "enabled": 8, "focusable": 11, "focused": 12, "selected": 23, "sensitive": 24, "showing": 25
+}
 
 
 class Gone(Exception):
@@ -71,6 +73,19 @@ class Node:
     def extents(self):
         """x, y, width and height on the screen."""
         return self._call(PREFIX + "Component", "GetExtents", GLib.Variant("(u)", (0,)))[0]
+
+    def do_default_action(self):
+        self._call(PREFIX + "Action", "DoAction", GLib.Variant("(i)", (0,)))
+
+    def do_action(self, name):
+        names = [action[0] for action in self._call(PREFIX + "Action", "GetActions")[0]]
+        self._call(PREFIX + "Action", "DoAction", GLib.Variant("(i)", (names.index(name),)))
+
+    @property
+    def value(self):
+        """A number, or None for what has none."""
+        has_value = PREFIX + "Value" in self._call(PREFIX + "Accessible", "GetInterfaces")[0]
+        return self._property("Value", "CurrentValue") if has_value else None
 
     @property
     def text(self):

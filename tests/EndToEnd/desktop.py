@@ -126,6 +126,10 @@ class Desktop:
             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent/bus",
         }
 
+    def start_service(self, command):
+        """Starts something that the session offers; it ends with the desktop."""
+        return self._start(command)
+
     def _start(self, command, **options):
         process = processes.start(
             command, env=self.environment, cwd=self.home, stderr=self._log, **{"stdout": self._log, **options}

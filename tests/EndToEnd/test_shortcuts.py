@@ -15,7 +15,7 @@ class ShortcutsTest(EndToEndTest):
         return x + width / 2
 
     def wait_for_help(self, button, text):
-        node = self.program.wait_for_item("push button", button)
+        node = self.program.wait_for_item(name=button)
         self.program.wait_for(lambda: node.description == text, f'the help "{text}"')
 
     def wait_for_middle(self, is_there):

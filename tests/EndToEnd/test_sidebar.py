@@ -29,9 +29,8 @@ class SidebarTest(EndToEndTest):
 
     def wait_for_breakdown(self, figures):
         def is_shown():
-            labels = [label.name for label in self.program.find("filler", "Disks").all("label")]
-            title = "Space Breakdown"
-            return labels[labels.index(title) + 1:] == figures if title in labels else figures == []
+            rows = self.program.find("list", "Space Breakdown")
+            return [text for row in rows.children for text in (row.name, row.description)] == figures if rows else not figures
 
         self.program.wait_for(is_shown, f"a breakdown of {figures}")
 

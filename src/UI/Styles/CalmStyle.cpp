@@ -71,7 +71,8 @@ void drawToolButton(QPainter& painter, const QStyleOption& option)
     if (!has(option, QStyle::State_Enabled)) {
         return;
     }
-    const bool isDown = has(option, QStyle::State_Sunken) || has(option, QStyle::State_On);
+    // What a button has switched on is seen elsewhere in the window.
+    const bool isDown = has(option, QStyle::State_Sunken);
     if (isDown || has(option, QStyle::State_MouseOver)) {
         drawRound(painter, option.rect, Theme::cornerRadiusSmall,
                   textAt(option, isDown ? Theme::pressedOpacity : Theme::hoverOpacity));
@@ -260,6 +261,19 @@ void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     } else {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
+}
+
+/// Text keeps its own direction in a window that is read from right to left: a full stop stays at the end.
+void CalmStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool isEnabled,
+                             const QString& text, QPalette::ColorRole role) const
+{
+    constexpr int directions = Qt::TextForceLeftToRight | Qt::TextForceRightToLeft;
+    const Qt::Alignment place =
+        visualAlignment(painter->layoutDirection(), Qt::Alignment(flags & Qt::AlignHorizontal_Mask));
+    const int kept = flags & ~(directions | static_cast<int>(Qt::AlignHorizontal_Mask));
+    const int direction = text.isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
+    QProxyStyle::drawItemText(painter, rect, kept | static_cast<int>(place) | direction, palette, isEnabled, text,
+                              role);
 }
 
 QRect CalmStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,

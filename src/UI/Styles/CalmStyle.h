@@ -18,6 +18,8 @@ public:
                      const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override;
+    void drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool isEnabled,
+                      const QString& text, QPalette::ColorRole role) const override;
     [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
                                        const QWidget* widget) const override;
     [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption* option,

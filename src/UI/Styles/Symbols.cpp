@@ -152,6 +152,13 @@ int sideBeside(const QFont& font)
     return std::max(least, 2 * static_cast<int>(std::lround(QFontInfo(font).pixelSize() * besidePixelSize / 2)));
 }
 
+int grown(int side)
+{
+    constexpr double usualPixelSize = 40.0 / 3; // of ten points
+    const double growth = QFontInfo(QGuiApplication::font()).pixelSize() / usualPixelSize;
+    return std::max(side, 2 * static_cast<int>(std::lround(side * growth / 2)));
+}
+
 QIcon applicationIcon()
 {
     QSvgRenderer renderer(QStringLiteral(":/icon/com.morlaine.Morlaine.svg"));

@@ -93,6 +93,9 @@ void paint(QPainter& painter, const QRectF& rect, SymbolName name, const QBrush&
 /// The size, in points, of a symbol beside text of that font.
 [[nodiscard]] int sideBeside(const QFont& font);
 
+/// `side` points, of a design for usual fonts, larger where the application's font is larger than those.
+[[nodiscard]] int grown(int side);
+
 /// The application's icon in the usual sizes.
 [[nodiscard]] QIcon applicationIcon();
 

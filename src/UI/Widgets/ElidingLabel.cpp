@@ -4,6 +4,7 @@
 
 #include <QHelpEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QTextLayout>
 #include <QToolTip>
 
@@ -101,12 +102,14 @@ void ElidingLabel::paintEvent(QPaintEvent* /*event*/)
     if (alignment().testFlag(Qt::AlignVCenter)) {
         area.moveTop((height() - block.height()) / 2);
     }
-    const auto horizontal = alignment() & Qt::AlignHorizontal_Mask;
+    const auto horizontal = QStyle::visualAlignment(layoutDirection(), alignment()) & Qt::AlignHorizontal_Mask;
+    const int direction = text().isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
 
     QPainter painter(this);
     painter.setPen(m_color(palette()));
     for (const QString& line : lines) {
-        painter.drawText(area, static_cast<int>(horizontal | Qt::AlignTop) | Qt::TextSingleLine, line.trimmed());
+        painter.drawText(area, static_cast<int>(horizontal | Qt::AlignTop) | Qt::TextSingleLine | direction,
+                         line.trimmed());
         area.setTop(area.top() + lineSpacing());
     }
 }

@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStyle>
 
 namespace morlaine {
 
@@ -33,8 +34,10 @@ void paintLine(QPainter& painter, const QRect& rect, const QString& text, const 
     painter.setFont(font);
     painter.setPen(color);
     constexpr int flags = Qt::TextSingleLine | Qt::TextDontClip | Qt::AlignVCenter;
+    // The text's own direction: numbers and paths stay readable in a window that is read from right to left.
+    const int direction = text.isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
     painter.drawText(
-        rect, flags | static_cast<int>(alignment),
+        rect, flags | direction | static_cast<int>(QStyle::visualAlignment(painter.layoutDirection(), alignment)),
         QFontMetrics(font).elidedText(cutForEliding(text, elide), elide, rect.width(), Qt::TextSingleLine));
 }
 

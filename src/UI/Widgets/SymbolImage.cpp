@@ -1,5 +1,6 @@
 #include "UI/Widgets/SymbolImage.h"
 
+#include <QEvent>
 #include <QPainter>
 
 namespace morlaine {
@@ -10,7 +11,7 @@ SymbolImage::SymbolImage(SymbolName name, int side, Theme::SystemColor color, QW
     , m_side(side)
     , m_systemColor(color)
 {
-    setFixedSize(side, side);
+    grow();
     setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
@@ -21,6 +22,19 @@ void SymbolImage::setSymbol(SymbolName name, const QColor& color)
         m_color = color;
         update();
     }
+}
+
+bool SymbolImage::event(QEvent* event)
+{
+    if (event->type() == QEvent::ApplicationFontChange) {
+        grow();
+    }
+    return QWidget::event(event);
+}
+
+void SymbolImage::grow()
+{
+    setFixedSize(sizeHint());
 }
 
 void SymbolImage::paintEvent(QPaintEvent* /*event*/)

@@ -6,8 +6,8 @@
 
 namespace morlaine {
 
-/// A symbol of `side` by `side` points, in a system colour or a fixed one. It is invisible to assistive technology: the
-/// text beside it is read.
+/// A symbol of `side` by `side` points, more with large fonts, in a system colour or a fixed one. It is invisible to
+/// assistive technology: the text beside it is read.
 class SymbolImage final : public QWidget {
     Q_OBJECT
 
@@ -17,12 +17,15 @@ public:
     void setSymbol(SymbolName name, const QColor& color);
 
     [[nodiscard]] SymbolName name() const { return m_name; }
-    [[nodiscard]] QSize sizeHint() const override { return {m_side, m_side}; }
+    [[nodiscard]] QSize sizeHint() const override { return {Symbols::grown(m_side), Symbols::grown(m_side)}; }
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void grow();
+
     SymbolName m_name;
     const int m_side;
     const Theme::SystemColor m_systemColor;

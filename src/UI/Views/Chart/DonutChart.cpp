@@ -131,6 +131,7 @@ void DonutChart::paintTotal(QPainter& painter) const
     constexpr int flags = Qt::AlignCenter | Qt::TextSingleLine;
     painter.setFont(captionFont);
     painter.setPen(Theme::textSecondary(palette()));
+    painter.setLayoutDirection(Qt::LeftToRight); // for the numbers
     painter.drawText(line, flags, QFontMetricsF(captionFont).elidedText(caption, Qt::ElideRight, side));
     painter.setFont(totalFont);
     painter.setPen(Theme::textPrimary(palette()));

@@ -6,6 +6,7 @@
 #include "UI/Views/State/MainViewModel.h"
 #include "UI/Widgets/ElidingLabel.h"
 #include "UI/Widgets/LegendDot.h"
+#include "UI/Widgets/NamedRows.h"
 #include "UI/Widgets/SymbolImage.h"
 
 #include <QGridLayout>
@@ -39,7 +40,7 @@ PieChartView::PieChartView(MainViewModel& viewModel, QWidget* parent)
     , m_observer(viewModel, [this] { refresh(); })
 {
     setAccessibleName(title());
-    auto* titleLabel = new StyledLabel(TextStyle::headline, Theme::textSecondary);
+    auto* titleLabel = new ElidingLabel(TextStyle::headline, Theme::textSecondary);
     titleLabel->setText(title());
     m_content->addWidget(makeEmptyState());
     m_content->addWidget(makeChart());
@@ -71,8 +72,8 @@ QWidget* PieChartView::makeChart()
     m_donut = new DonutChart;
     m_donut->setAccessibleName(title());
 
-    auto* rows = new QWidget;
-    auto* centred = new QVBoxLayout(rows);
+    m_rows = new NamedRows(QStringLiteral("Legend"));
+    auto* centred = new QVBoxLayout(m_rows);
     centred->setContentsMargins({});
     m_legend = new QGridLayout;
     m_legend->setSpacing(inLegendRow);
@@ -87,9 +88,9 @@ QWidget* PieChartView::makeChart()
     m_legendArea->setFocusPolicy(Qt::NoFocus);
     m_legendArea->setWidgetResizable(true);
     m_legendArea->setMinimumHeight(0);
-    m_legendArea->setWidget(rows);
+    m_legendArea->setWidget(m_rows);
     m_legendArea->viewport()->setAutoFillBackground(false);
-    rows->setAutoFillBackground(false);
+    m_rows->setAutoFillBackground(false);
 
     auto* chart = new QWidget;
     auto* row = new QHBoxLayout(chart);
@@ -125,6 +126,7 @@ void PieChartView::showSlices(const FileNode& root)
 
 void PieChartView::showLegend(const std::vector<LegendRow>& rows)
 {
+    m_rows->forgetRows();
     while (const std::unique_ptr<QLayoutItem> item{m_legend->takeAt(0)}) {
         delete item->widget();
     }
@@ -138,6 +140,7 @@ void PieChartView::showLegend(const std::vector<LegendRow>& rows)
         m_legend->addWidget(new LegendDot(row.category ? toQColor(row.category->color()) : Theme::grey), line, 0);
         m_legend->addWidget(name, line, 1);
         m_legend->addWidget(percentage, line, 2, Qt::AlignRight | Qt::AlignVCenter);
+        m_rows->addRow(*name, *percentage);
         ++line;
     }
     m_legend->setColumnStretch(3, 1);

@@ -16,6 +16,7 @@ namespace morlaine {
 class DonutChart;
 class FileNode;
 class MainViewModel;
+class NamedRows;
 struct LegendRow;
 
 /// The panel "Storage by File Type": the sizes of the file categories in the whole scan, wherever the treemap is zoomed
@@ -37,7 +38,8 @@ private:
     QStackedWidget* m_content = nullptr;
     DonutChart* m_donut = nullptr;
     QScrollArea* m_legendArea = nullptr;
-    QGridLayout* m_legend = nullptr;
+    NamedRows* m_rows = nullptr;
+    QGridLayout* m_legend = nullptr; // in it
     std::optional<Uuid> m_shownRoot;
     ChangeObserver m_observer;
 };

@@ -13,12 +13,11 @@ namespace {
 
 constexpr QSize least(240, 120);
 
-/// Makes `panel` scroll if the pane is too low. The scroll area is transparent.
+/// Makes `panel` scroll if the pane is too small. The scroll area is transparent.
 QScrollArea* scrollable(QWidget* panel)
 {
     auto* area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(true);
     area->setWidget(panel);

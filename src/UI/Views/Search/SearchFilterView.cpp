@@ -76,6 +76,8 @@ void prepare(QComboBox& picker, const QString& title)
     picker.setFocusPolicy(Qt::TabFocus); // after a click, Space still opens the selection
     picker.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     picker.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    // The entry may have no room.
+    QObject::connect(&picker, &QComboBox::currentTextChanged, &picker, &QWidget::setToolTip);
     new EscapeFilter(picker);
 }
 

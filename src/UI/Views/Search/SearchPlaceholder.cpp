@@ -36,6 +36,7 @@ SearchPlaceholder::SearchPlaceholder(SymbolName symbol, const QString& headline,
     column->setSpacing(spacing);
     column->addStretch();
     column->addWidget(m_symbol, 0, Qt::AlignHCenter);
+    m_text = captionOrNone.isEmpty() ? headline : headline + QLatin1Char('\n') + captionOrNone;
     addLine(*column, headline, TextStyle::headline, &Theme::textSecondary);
     if (!captionOrNone.isEmpty()) {
         addLine(*column, captionOrNone, TextStyle::caption, &Theme::textTertiary);
@@ -54,6 +55,7 @@ void SearchPlaceholder::resizeEvent(QResizeEvent* event)
     const bool isShown = !m_symbol->isHidden();
     const int others = layout()->totalHeightForWidth(width()) - (isShown ? symbolSide + spacing : 0);
     m_symbol->setVisible(others + symbolSide + spacing <= height());
+    setToolTip(others > height() ? m_text : QString());
 }
 
 } // namespace morlaine

@@ -25,6 +25,7 @@ protected:
 
 private:
     SymbolImage* m_symbol;
+    QString m_text;
 };
 
 } // namespace morlaine

@@ -8,6 +8,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStyle>
 
 namespace morlaine {
 
@@ -66,15 +67,16 @@ void paintSelection(QPainter& painter, const QRect& rect, const QColor& color)
     painter.restore();
 }
 
-void paintTexts(QPainter& painter, QRect area, const SearchResultRow& row, const RowColors& colors)
+void paintTexts(QPainter& painter, QRect area, const QRect& frame, const SearchResultRow& row, const RowColors& colors)
 {
+    const auto mirrored = [&](const QRect& rect) { return QStyle::visualRect(painter.layoutDirection(), frame, rect); };
     const int sizeWidth = lineWidth(row.size, sizeFont());
-    paintLine(painter, area, row.size, sizeFont(), colors.detail, Qt::ElideNone, Qt::AlignTrailing);
+    paintLine(painter, mirrored(area), row.size, sizeFont(), colors.detail, Qt::ElideNone, Qt::AlignTrailing);
     area.setRight(area.right() - sizeWidth - gap);
     const QRect nameLine(area.left(), area.top() + verticalPadding, area.width(), heightOf(nameFont()));
     const QRect pathLine(area.left(), nameLine.bottom() + 1 + lineSpacing, area.width(), heightOf(pathFont()));
-    paintLine(painter, nameLine, row.name, nameFont(), colors.name, Qt::ElideMiddle);
-    paintLine(painter, pathLine, row.path, pathFont(), colors.detail, Qt::ElideLeft);
+    paintLine(painter, mirrored(nameLine), row.name, nameFont(), colors.name, Qt::ElideMiddle);
+    paintLine(painter, mirrored(pathLine), row.path, pathFont(), colors.detail, Qt::ElideLeft);
 }
 
 } // namespace
@@ -104,9 +106,11 @@ void SearchResultDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
         paintFocusRing(*painter, frame, palette);
     }
     const QRect area = frame.adjusted(padding, 0, -padding, 0);
-    Symbols::paint(*painter, QRect(area.left(), area.top(), iconSide, area.height()),
+    const int side = Symbols::grown(iconSide);
+    const QRect icon(area.left(), area.top(), side, area.height());
+    Symbols::paint(*painter, QStyle::visualRect(option.direction, frame, icon),
                    row.isDirectory ? SymbolName("folder.fill") : SymbolName("doc.fill"), colors.icon);
-    paintTexts(*painter, area.adjusted(iconSide + gap, 0, 0, 0), row, colors);
+    paintTexts(*painter, area.adjusted(side + gap, 0, 0, 0), frame, row, colors);
 }
 
 } // namespace morlaine

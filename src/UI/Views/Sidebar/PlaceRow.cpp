@@ -3,6 +3,7 @@
 #include "UI/Styles/TextStyles.h"
 #include "UI/Views/Sidebar/SidebarMetrics.h"
 #include "UI/Views/Sidebar/SidebarText.h"
+#include "UI/Widgets/ElidingLabel.h"
 #include "UI/Widgets/PlainToolTip.h"
 #include "UI/Widgets/RowPainting.h"
 #include "Utilities/ShownText.h"
@@ -10,6 +11,7 @@
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyle>
 
 #include <algorithm>
 #include <utility>
@@ -19,7 +21,8 @@ namespace morlaine {
 namespace {
 
 constexpr int verticalPadding = 5;
-constexpr int symbolColumn = 18;
+constexpr int widestSymbol = 18;
+constexpr int mostCaptionLines = 2;
 constexpr int gap = 8;
 constexpr int cueSide = 16;
 constexpr int favoriteCueSide = 15;
@@ -35,6 +38,22 @@ QFont captionFont()
     return TextStyles::font(TextStyle::caption);
 }
 
+int symbolColumn()
+{
+    return Symbols::grown(widestSymbol);
+}
+
+/// Where the texts begin and end.
+int leadingOfTexts()
+{
+    return SidebarMetrics::margin + symbolColumn() + gap;
+}
+
+int trailingOfTexts()
+{
+    return SidebarMetrics::margin + Symbols::grown(cueSide) + gap;
+}
+
 void paintBar(QPainter& painter, const QRectF& rect, double fraction, const QColor& track, const QColor& fill)
 {
     const double radius = rect.height() / 2;
@@ -44,8 +63,11 @@ void paintBar(QPainter& painter, const QRectF& rect, double fraction, const QCol
     const double width = rect.width() * std::clamp(fraction, 0.0, 1.0);
     if (width > 0) {
         painter.setBrush(fill);
-        painter.drawRoundedRect(QRectF(rect.topLeft(), QSizeF(std::max(width, rect.height()), rect.height())), radius,
-                                radius);
+        QRectF filled(rect.topLeft(), QSizeF(std::max(width, rect.height()), rect.height()));
+        if (painter.layoutDirection() == Qt::RightToLeft) {
+            filled.moveRight(rect.right());
+        }
+        painter.drawRoundedRect(filled, radius, radius);
     }
 }
 
@@ -58,7 +80,9 @@ PlaceRow::PlaceRow(const Uuid& id, const std::string& name, SymbolName symbol, Q
     , m_symbol(symbol)
 {
     setFocusPolicy(Qt::TabFocus);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
     setAccessibleName(m_name);
     setToolTip(plainToolTip(scanHelp(m_name)));
 }
@@ -89,11 +113,30 @@ QFont PlaceRow::nameFont() const
 
 QSize PlaceRow::sizeHint() const
 {
+    return {0, heightForWidth(width())};
+}
+
+int PlaceRow::heightForWidth(int width) const
+{
     int height = 2 * verticalPadding + QFontMetrics(nameFont()).height();
     if (m_usage) {
-        height += 2 * barSpacing + barHeight + QFontMetrics(captionFont()).height();
+        const auto lines = static_cast<int>(captionLines(width).size());
+        height += 2 * barSpacing + barHeight + lines * QFontMetrics(captionFont()).height();
     }
-    return {0, height};
+    return height;
+}
+
+/// The caption reaches below the cue.
+QStringList PlaceRow::captionLines(int rowWidth) const
+{
+    const int room = rowWidth - leadingOfTexts() - SidebarMetrics::margin;
+    return elidedLines(m_usage->caption, captionFont(), room, mostCaptionLines);
+}
+
+/// A place in the row as it is read from left to right, where it is read the other way.
+QRect PlaceRow::mirrored(const QRect& place) const
+{
+    return QStyle::visualRect(layoutDirection(), rect(), place);
 }
 
 QSize PlaceRow::minimumSizeHint() const
@@ -133,18 +176,18 @@ QPalette PlaceRow::currentPalette() const
 
 void PlaceRow::paintSymbol(QPainter& painter) const
 {
-    const int side = m_usage ? volumeSymbolSide : favoriteSymbolSide;
+    const int side = Symbols::grown(m_usage ? volumeSymbolSide : favoriteSymbolSide);
     const QColor color = m_usage ? Theme::blue : Theme::textSecondary(palette());
-    const QRect place(SidebarMetrics::margin, 0, symbolColumn, height());
+    const QRect place = mirrored(QRect(SidebarMetrics::margin, 0, symbolColumn(), height()));
     const QRect square(place.center().x() - side / 2, place.center().y() - side / 2, side, side);
     Symbols::paint(painter, square, m_symbol, isEnabled() ? color : Theme::withOpacity(color, fadedOpacity));
 }
 
 void PlaceRow::paintCue(QPainter& painter) const
 {
-    const int side = m_usage ? cueSide : favoriteCueSide;
-    Symbols::paint(painter, QRect(width() - SidebarMetrics::margin - cueSide, (height() - side) / 2, side, side),
-                   "play.circle.fill", Theme::green);
+    const int side = Symbols::grown(m_usage ? cueSide : favoriteCueSide);
+    const QRect place(width() - SidebarMetrics::margin - side, (height() - side) / 2, side, side);
+    Symbols::paint(painter, mirrored(place), "play.circle.fill", Theme::green);
 }
 
 /// Below the name: the bar, then the caption.
@@ -153,21 +196,23 @@ void PlaceRow::paintUsage(QPainter& painter, const QRect& area) const
     const QPalette colors = currentPalette();
     const QColor fill = usageColor(m_usage->fraction);
     painter.setRenderHint(QPainter::Antialiasing);
-    paintBar(painter, QRectF(area.left(), area.top() + barSpacing, area.width(), barHeight), m_usage->fraction,
+    paintBar(painter, mirrored(QRect(area.left(), area.top() + barSpacing, area.width(), barHeight)), m_usage->fraction,
              Theme::separator(colors), isEnabled() ? fill : Theme::withOpacity(fill, fadedOpacity));
-    const int top = area.top() + 2 * barSpacing + barHeight;
-    const int captionWidth = width() - SidebarMetrics::margin - area.left(); // reaches below the cue
-    paintLine(painter, QRect(area.left(), top, captionWidth, area.bottom() + 1 - top), m_usage->caption, captionFont(),
-              Theme::textSecondary(colors), Qt::ElideRight);
+    const QFont font = captionFont();
+    QRect line(area.left(), area.top() + 2 * barSpacing + barHeight, width() - SidebarMetrics::margin - area.left(),
+               QFontMetrics(font).height());
+    for (const QString& text : captionLines(width())) {
+        paintLine(painter, mirrored(line), text.trimmed(), font, Theme::textSecondary(colors), Qt::ElideRight);
+        line.translate(0, line.height());
+    }
 }
 
 void PlaceRow::paintTexts(QPainter& painter) const
 {
-    const int left = SidebarMetrics::margin + symbolColumn + gap;
-    const QRect area(left, verticalPadding, width() - left - SidebarMetrics::margin - cueSide - gap,
+    const QRect area(leadingOfTexts(), verticalPadding, width() - leadingOfTexts() - trailingOfTexts(),
                      height() - 2 * verticalPadding);
     const QRect nameLine(area.left(), area.top(), area.width(), QFontMetrics(nameFont()).height());
-    paintLine(painter, nameLine, m_name, nameFont(), Theme::textPrimary(currentPalette()), Qt::ElideMiddle);
+    paintLine(painter, mirrored(nameLine), m_name, nameFont(), Theme::textPrimary(currentPalette()), Qt::ElideMiddle);
     if (m_usage) {
         paintUsage(painter, area.adjusted(0, nameLine.height(), 0, 0));
     }

@@ -22,11 +22,18 @@ public:
     /// Of the volume or folder.
     [[nodiscard]] const Uuid& id() const { return m_id; }
 
+    /// How much of a volume is used, 0...100.
+    [[nodiscard]] std::optional<double> percentUsed() const
+    {
+        return m_usage ? std::optional(m_usage->fraction * 100) : std::nullopt;
+    }
+
     [[nodiscard]] bool isCueShown() const { return m_isCueShown; }
     void setCueShown(bool isShown);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] int heightForWidth(int width) const override;
 
 Q_SIGNALS:
     /// The pointer has entered or left the row, enabled or not.
@@ -46,6 +53,8 @@ private:
 
     PlaceRow(const Uuid& id, const std::string& name, SymbolName symbol, QWidget* parent);
     [[nodiscard]] QFont nameFont() const;
+    [[nodiscard]] QRect mirrored(const QRect& place) const;
+    [[nodiscard]] QStringList captionLines(int rowWidth) const;
     [[nodiscard]] QPalette currentPalette() const;
     void paintSymbol(QPainter& painter) const;
     void paintCue(QPainter& painter) const;

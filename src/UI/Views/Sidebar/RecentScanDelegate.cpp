@@ -8,6 +8,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStyle>
 
 namespace morlaine {
 
@@ -17,7 +18,7 @@ constexpr int verticalPadding = 4;
 constexpr int lineSpacing = 2;
 constexpr int itemSpacing = 4;
 constexpr int gap = 8;
-constexpr int trashSide = 10;
+constexpr int leastTrashSide = 10;
 constexpr int trashReach = 6; // around the picture
 
 QFont nameFont()
@@ -35,16 +36,18 @@ int heightOf(const QFont& font)
     return QFontMetrics(font).height();
 }
 
-void paintCaption(QPainter& painter, QRect line, const RecentScansModel::Row& row, const QPalette& palette)
+void paintCaption(QPainter& painter, QRect line, const QRect& rowRect, const RecentScansModel::Row& row,
+                  const QPalette& palette)
 {
+    const auto mirrored = [&] { return QStyle::visualRect(painter.layoutDirection(), rowRect, line); };
     const QFont font = captionFont();
     const QColor tertiary = Theme::textTertiary(palette);
     const QString bullet = QStringLiteral("•");
-    paintLine(painter, line, row.size, font, Theme::textSecondary(palette), Qt::ElideRight);
+    paintLine(painter, mirrored(), row.size, font, Theme::textSecondary(palette), Qt::ElideRight);
     line.setLeft(line.left() + lineWidth(row.size, font) + itemSpacing);
-    paintLine(painter, line, bullet, font, tertiary, Qt::ElideRight);
+    paintLine(painter, mirrored(), bullet, font, tertiary, Qt::ElideRight);
     line.setLeft(line.left() + lineWidth(bullet, font) + itemSpacing);
-    paintLine(painter, line, row.date, font, tertiary, Qt::ElideRight);
+    paintLine(painter, mirrored(), row.date, font, tertiary, Qt::ElideRight);
 }
 
 } // namespace
@@ -55,11 +58,13 @@ RecentScanDelegate::RecentScanDelegate(const RecentScansModel& model, QObject* p
 {
 }
 
-QRect RecentScanDelegate::trashRect(const QRect& rowRect)
+QRect RecentScanDelegate::trashRect(const QRect& rowRect, Qt::LayoutDirection direction)
 {
+    const int trashSide = Symbols::grown(leastTrashSide);
     const int left = rowRect.right() + 1 - SidebarMetrics::margin - trashSide;
     const int top = rowRect.top() + (rowRect.height() - trashSide) / 2;
-    return QRect(left, top, trashSide, trashSide).adjusted(-trashReach, -trashReach, trashReach, trashReach);
+    const QRect trash(left, top, trashSide, trashSide);
+    return QStyle::visualRect(direction, rowRect, trash.adjusted(-trashReach, -trashReach, trashReach, trashReach));
 }
 
 QSize RecentScanDelegate::sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& /*index*/) const
@@ -71,14 +76,15 @@ void RecentScanDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
 {
     const RecentScansModel::Row& row = m_model.row(index.row());
     const QPalette palette = rowPalette(option);
-    const QRect trash = trashRect(option.rect);
+    const QRect trash = trashRect(option.rect, option.direction);
     QRect line = option.rect.adjusted(SidebarMetrics::margin, verticalPadding, 0, 0);
-    line.setRight(trash.left() + trashReach - gap);
+    line.setRight(trashRect(option.rect, Qt::LeftToRight).left() + trashReach - gap);
     line.setHeight(heightOf(nameFont()));
-    paintLine(*painter, line, row.name, nameFont(), Theme::textPrimary(palette), Qt::ElideMiddle);
+    paintLine(*painter, QStyle::visualRect(option.direction, option.rect, line), row.name, nameFont(),
+              Theme::textPrimary(palette), Qt::ElideMiddle);
     line.moveTop(line.bottom() + 1 + lineSpacing);
     line.setHeight(heightOf(captionFont()));
-    paintCaption(*painter, line, row, palette);
+    paintCaption(*painter, line, option.rect, row, palette);
     const bool isHot = index.row() == m_rowWithHotTrash;
     Symbols::paint(*painter, trash.adjusted(trashReach, trashReach, -trashReach, -trashReach), "trash",
                    isHot ? Theme::textPrimary(palette) : Theme::textSecondary(palette));

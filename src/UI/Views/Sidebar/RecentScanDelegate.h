@@ -15,7 +15,7 @@ public:
     explicit RecentScanDelegate(const RecentScansModel& model, QObject* parent = nullptr);
 
     /// The area of the trash can that takes clicks, in a row at `rowRect`.
-    [[nodiscard]] static QRect trashRect(const QRect& rowRect);
+    [[nodiscard]] static QRect trashRect(const QRect& rowRect, Qt::LayoutDirection direction);
 
     /// The row whose trash can is under the pointer; -1 for none.
     void setRowWithHotTrash(int row) { m_rowWithHotTrash = row; }

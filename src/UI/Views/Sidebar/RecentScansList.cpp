@@ -18,11 +18,6 @@ namespace {
 
 constexpr std::chrono::seconds clockInterval{10};
 
-QString removeText()
-{
-    return QStringLiteral("Remove scan cache");
-}
-
 } // namespace
 
 RecentScansList::RecentScansList(QWidget* parent)
@@ -30,13 +25,13 @@ RecentScansList::RecentScansList(QWidget* parent)
     , m_scans(new RecentScansModel(this))
     , m_painter(new RecentScanDelegate(*m_scans, this))
 {
-    setAccessibleName(QStringLiteral("Recent Scans"));
+    setItemDelegate(m_painter);
+    setModel(m_scans);
+    setAccessibleName(QStringLiteral("Recent Scans")); // may make the accessible object, which reads the model
     setFocusPolicy(Qt::TabFocus);
     setSelectionMode(NoSelection);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    setItemDelegate(m_painter);
-    setModel(m_scans);
     viewport()->setAutoFillBackground(false);
     viewport()->setMouseTracking(true);
     m_clock.setTimerType(Qt::VeryCoarseTimer);
@@ -66,13 +61,39 @@ void RecentScansList::doItemsLayout()
     setFixedHeight(contentHeight());
 }
 
+QString RecentScansList::removeText()
+{
+    return QStringLiteral("Remove scan cache");
+}
+
+QString RecentScansList::spokenText(int row) const
+{
+    return m_scans->index(row).data(Qt::AccessibleTextRole).toString();
+}
+
+QRect RecentScansList::rectOf(int row) const
+{
+    return visualRect(m_scans->index(row));
+}
+
+/// With a copy, since acting on it may change the rows.
+void RecentScansList::open(int row)
+{
+    Q_EMIT openRequested(HistoricalScan(m_scans->row(row).scan));
+}
+
+void RecentScansList::remove(int row)
+{
+    Q_EMIT removeRequested(Uuid(m_scans->row(row).scan.id));
+}
+
 RecentScansList::Part RecentScansList::partAt(const QPoint& point) const
 {
     const QModelIndex index = indexAt(point);
     if (!index.isValid() || !viewport()->rect().contains(point)) {
         return {};
     }
-    return {index.row(), RecentScanDelegate::trashRect(visualRect(index)).contains(point)};
+    return {index.row(), RecentScanDelegate::trashRect(visualRect(index), layoutDirection()).contains(point)};
 }
 
 void RecentScansList::currentChanged(const QModelIndex& current, const QModelIndex& previous)
@@ -115,7 +136,7 @@ void RecentScansList::keyPressEvent(QKeyEvent* event)
         return;
     }
     if (isReturn && currentIndex().isValid()) {
-        Q_EMIT openRequested(HistoricalScan(m_scans->row(currentIndex().row()).scan));
+        open(currentIndex().row());
     } else {
         UniformListView::keyPressEvent(event);
     }
@@ -133,12 +154,10 @@ void RecentScansList::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton || part.row < 0 || pressed != part) {
         return;
     }
-    // A copy: the handler may change the rows.
-    const HistoricalScan scan = m_scans->row(part.row).scan;
     if (part.isTrash) {
-        Q_EMIT removeRequested(scan.id);
+        remove(part.row);
     } else {
-        Q_EMIT openRequested(scan);
+        open(part.row);
     }
 }
 
@@ -186,7 +205,7 @@ void RecentScansList::showToolTip(const QPoint& point, const QPoint& globalPosit
     const QModelIndex index = m_scans->index(part.row);
     const QRect row = visualRect(index);
     QToolTip::showText(globalPosition, part.isTrash ? removeText() : index.data(Qt::ToolTipRole).toString(), viewport(),
-                       part.isTrash ? RecentScanDelegate::trashRect(row) : row);
+                       part.isTrash ? RecentScanDelegate::trashRect(row, layoutDirection()) : row);
 }
 
 void RecentScansList::showRowMenu(const QModelIndex& index, const QPoint& globalPosition)

@@ -32,6 +32,15 @@ public:
 
     void doItemsLayout() override;
 
+    /// What the trash can does.
+    [[nodiscard]] static QString removeText();
+
+    // Of a row that there is.
+    [[nodiscard]] QString spokenText(int row) const;
+    [[nodiscard]] QRect rectOf(int row) const;
+    void open(int row);
+    void remove(int row);
+
 Q_SIGNALS:
     void openRequested(const HistoricalScan& scan);
     void removeRequested(const Uuid& id);

@@ -3,6 +3,7 @@
 #include "UI/Styles/StyledLabel.h"
 #include "UI/Views/Sidebar/PlaceRow.h"
 #include "UI/Views/Sidebar/RecentScansList.h"
+#include "UI/Views/Sidebar/SidebarAccessibility.h"
 #include "UI/Views/Sidebar/SidebarMetrics.h"
 #include "UI/Views/Sidebar/SpaceBreakdownView.h"
 
@@ -39,10 +40,10 @@ SidebarView::SidebarView(MainViewModel& viewModel, QWidget* parent)
     , m_viewModel(viewModel)
     , m_observer(viewModel, [this] { refresh(); })
 {
+    SidebarAccessibility::install();
     setAccessibleName(QStringLiteral("Disks"));
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWidgetResizable(true);
     buildSections();
     refresh();

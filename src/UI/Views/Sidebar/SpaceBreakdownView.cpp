@@ -18,26 +18,9 @@ constexpr int rowSpacing = 6;
 constexpr int topPadding = 4;
 constexpr int gap = 8;
 
-QWidget* makeRow(const CategoryShare& share)
-{
-    auto* row = new QWidget;
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(gap);
-    auto* name = new StyledLabel(TextStyle::caption);
-    name->setText(textOfUtf8(share.category.displayName()));
-    auto* size = new StyledLabel(TextStyle::caption, &Theme::textSecondary);
-    size->setText(QString::fromStdString(byteCountText(share.size)));
-    layout->addWidget(new LegendDot(toQColor(share.category.color())));
-    layout->addWidget(name);
-    layout->addStretch();
-    layout->addWidget(size);
-    return row;
-}
-
 } // namespace
 
-SpaceBreakdownView::SpaceBreakdownView(QWidget* parent) : QWidget(parent)
+SpaceBreakdownView::SpaceBreakdownView(QWidget* parent) : NamedRows(QStringLiteral("Space Breakdown"), parent)
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(SidebarMetrics::margin, topPadding, SidebarMetrics::margin, topPadding);
@@ -46,10 +29,29 @@ SpaceBreakdownView::SpaceBreakdownView(QWidget* parent) : QWidget(parent)
 
 void SpaceBreakdownView::setShares(const std::vector<CategoryShare>& shares)
 {
+    forgetRows();
     qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
     for (const CategoryShare& share : shares) {
-        layout()->addWidget(makeRow(share));
+        addShare(share);
     }
+}
+
+void SpaceBreakdownView::addShare(const CategoryShare& share)
+{
+    auto* row = new QWidget;
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(gap);
+    auto* name = new StyledLabel(TextStyle::caption);
+    name->setText(textOfUtf8(share.category.displayName()));
+    auto* size = new StyledLabel(TextStyle::caption, &Theme::textSecondary);
+    size->setText(QString::fromStdString(byteCountText(share.size)));
+    line->addWidget(new LegendDot(toQColor(share.category.color())));
+    line->addWidget(name);
+    line->addStretch();
+    line->addWidget(size);
+    layout()->addWidget(row);
+    addRow(*name, *size);
 }
 
 } // namespace morlaine

@@ -3,15 +3,11 @@
 #include "UI/Styles/Conversions.h"
 #include "UI/Views/Treemap/TreemapCanvas.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"
+#include "UI/Widgets/AccessibleItems.h"
 #include "Utilities/ShownText.h"
-
-#include <QAccessible>
-#include <QAccessibleWidget>
-#include <QWindow>
 
 #include <algorithm>
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 namespace morlaine::TreemapAccessibility {
@@ -19,10 +15,11 @@ namespace morlaine::TreemapAccessibility {
 namespace {
 
 /// One rectangle of one layout. Becomes invalid when the canvas shows another layout.
-class Item final : public QAccessibleInterface, public QAccessibleActionInterface {
+class Item final : public AccessibleItem {
 public:
     Item(TreemapCanvas& canvas, std::size_t position)
-        : m_canvas(canvas)
+        : AccessibleItem(canvas, QAccessible::ListItem)
+        , m_canvas(canvas)
         , m_layoutNumber(canvas.layoutNumber())
         , m_position(position)
     {
@@ -31,47 +28,11 @@ public:
     std::size_t position() const { return m_position; }
 
     bool isValid() const override { return m_layoutNumber == m_canvas.layoutNumber(); }
-    QObject* object() const override { return nullptr; }
-    QWindow* window() const override { return m_canvas.window()->windowHandle(); }
-    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(&m_canvas); }
-    QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
-    QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface* /*child*/) const override { return -1; }
-    QAccessible::Role role() const override { return QAccessible::ListItem; }
-    void setText(QAccessible::Text /*kind*/, const QString& /*text*/) override {}
-
-    QString text(QAccessible::Text kind) const override
-    {
-        if (!isValid()) {
-            return {};
-        }
-        switch (kind) {
-        case QAccessible::Name:
-            return shownText(item().node.name());
-        case QAccessible::Description:
-        case QAccessible::Value:
-            return QString::fromStdString(item().node.formattedSize());
-        default:
-            return {};
-        }
-    }
-
-    QRect rect() const override
-    {
-        if (!isValid()) {
-            return {};
-        }
-        const QRect inCanvas = toQRectF(item().rect).toAlignedRect() & m_canvas.rect();
-        return {m_canvas.mapToGlobal(inCanvas.topLeft()), inCanvas.size()};
-    }
 
     QAccessible::State state() const override
     {
         const bool isSelected = isValid() && m_canvas.selectedPosition() == m_position;
-        QAccessible::State state;
-        state.invalid = !isValid();
-        state.invisible = !m_canvas.isVisible();
+        QAccessible::State state = AccessibleItem::state();
         state.selectable = true;
         state.selected = isSelected;
         state.focusable = true;
@@ -79,22 +40,32 @@ public:
         return state;
     }
 
-    void* interface_cast(QAccessible::InterfaceType type) override
+    QStringList actionNames() const override
     {
-        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
+        QStringList names{pressAction()};
+        if (isValid() && m_canvas.layout().items()[m_position].isFolder != 0) {
+            names.append(zoomAction());
+        }
+        return names;
     }
 
-    QStringList actionNames() const override { return {pressAction()}; }
-    QStringList keyBindingsForAction(const QString& /*name*/) const override { return {}; }
+protected:
+    QString name() const override { return shownText(item().node.name()); }
+    QString value() const override { return QString::fromStdString(item().node.formattedSize()); }
+    QRect place() const override { return toQRectF(item().rect).toAlignedRect(); }
 
-    void doAction(const QString& name) override
+    void act(const QString& action) override
     {
-        if (name == pressAction() && isValid()) {
+        if (action == pressAction()) {
             Q_EMIT m_canvas.rectPressed(m_position);
+        } else {
+            Q_EMIT m_canvas.rectZoomed(m_position);
         }
     }
 
 private:
+    static QString zoomAction() { return QStringLiteral("Zoom In"); }
+
     TreemapRect item() const { return m_canvas.layout()[m_position]; }
 
     TreemapCanvas& m_canvas;
@@ -109,10 +80,10 @@ void announceLayout(TreemapCanvas& canvas)
 }
 
 /// Reports events of the canvas to assistive technology. Qt makes it on the first request for the canvas.
-class List final : public QAccessibleWidget {
+class List final : public AccessibleItems {
 public:
     explicit List(TreemapCanvas& canvas)
-        : QAccessibleWidget(&canvas, QAccessible::List)
+        : AccessibleItems(canvas, QAccessible::List)
         , m_canvas(canvas)
         , m_layoutShown(
               QObject::connect(&canvas, &TreemapCanvas::layoutShown, &canvas, [&canvas] { announceLayout(canvas); }))
@@ -124,26 +95,11 @@ public:
     {
         QObject::disconnect(m_layoutShown);
         QObject::disconnect(m_selectionMoved);
-        forgetItems();
     }
     List(const List&) = delete;
     List& operator=(const List&) = delete;
 
     int childCount() const override { return static_cast<int>(offered().size()); }
-
-    /// Qt owns registered interfaces and returns them by id.
-    QAccessibleInterface* child(int index) const override
-    {
-        if (index < 0 || index >= childCount()) {
-            return nullptr;
-        }
-        const auto [known, isNew] = m_items.try_emplace(index);
-        if (isNew) {
-            known->second = QAccessible::registerAccessibleInterface(
-                new Item(m_canvas, offered()[static_cast<std::size_t>(index)]));
-        }
-        return QAccessible::accessibleInterface(known->second);
-    }
 
     QAccessibleInterface* childAt(int x, int y) const override
     {
@@ -169,6 +125,12 @@ public:
             return -1;
         }
         return static_cast<int>(std::ranges::lower_bound(offered(), *position) - offered().begin());
+    }
+
+protected:
+    QAccessibleInterface* makeItem(int index) const override
+    {
+        return new Item(m_canvas, offered()[static_cast<std::size_t>(index)]);
     }
 
 private:
@@ -210,18 +172,9 @@ private:
 
     QAccessibleInterface* childFor(std::optional<std::size_t> position) const { return child(indexFor(position)); }
 
-    void forgetItems() const
-    {
-        for (const auto& [index, id] : m_items) {
-            QAccessible::deleteAccessibleInterface(id);
-        }
-        m_items.clear();
-    }
-
     TreemapCanvas& m_canvas;
     const QMetaObject::Connection m_layoutShown;
     const QMetaObject::Connection m_selectionMoved;
-    mutable std::unordered_map<int, QAccessible::Id> m_items;
     mutable std::vector<std::uint32_t> m_offered;
     mutable int m_layoutNumber = -1;
 };

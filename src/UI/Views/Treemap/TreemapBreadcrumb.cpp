@@ -9,6 +9,7 @@
 #include <QEvent>
 #include <QMenu>
 #include <QPainter>
+#include <QStyle>
 #include <QToolButton>
 
 #include <algorithm>
@@ -139,7 +140,8 @@ int TreemapBreadcrumb::place(QToolButton& button, int left, int width)
     m_chevrons.push_back(left);
     const int nameLeft = left + chevronSide() + insideStep;
     const int height = std::min(button.sizeHint().height(), this->height());
-    button.setGeometry(nameLeft, (this->height() - height) / 2, width, height);
+    button.setGeometry(
+        QStyle::visualRect(layoutDirection(), rect(), {nameLeft, (this->height() - height) / 2, width, height}));
     return nameLeft + width + betweenSteps;
 }
 
@@ -182,7 +184,9 @@ void TreemapBreadcrumb::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     const int side = chevronSide();
     for (const int left : m_chevrons) {
-        Symbols::paint(painter, QRect(left, (height() - side) / 2, side, side), "chevron.right",
+        Symbols::paint(painter,
+                       QStyle::visualRect(layoutDirection(), rect(), {left, (height() - side) / 2, side, side}),
+                       isRightToLeft() ? SymbolName("chevron.left") : SymbolName("chevron.right"),
                        Theme::textSecondary(palette()));
     }
 }

@@ -77,6 +77,9 @@ Q_SIGNALS:
     /// An assistive program has pressed the rectangle at that position.
     void rectPressed(std::size_t position);
 
+    /// The same for a folder that is to be zoomed into.
+    void rectZoomed(std::size_t position);
+
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -6,9 +6,11 @@
 #include "UI/Styles/Theme.h"
 #include "UI/Views/Treemap/BreadcrumbFit.h"
 #include "UI/Views/Treemap/TreemapBreadcrumb.h"
+#include "UI/Widgets/RowPainting.h"
 
 #include <QEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QToolButton>
 
 #include <algorithm>
@@ -58,26 +60,21 @@ void TreemapInfo::paintEvent(QPaintEvent* /*event*/)
     if (!m_info) {
         return;
     }
-    const QFontMetrics nameMetrics(nameFont());
-    const int sizeWidth = QFontMetrics(sizeFont()).horizontalAdvance(m_info->size);
+    const auto mirrored = [this](const QRect& place) { return QStyle::visualRect(layoutDirection(), rect(), place); };
+    const int sizeWidth = morlaine::lineWidth(m_info->size, sizeFont());
     const int nameRoom = std::max(width() - dotDiameter - 2 * infoSpacing - sizeWidth, 0);
-    const QString name = nameMetrics.elidedText(m_info->name, Qt::ElideMiddle, nameRoom);
-    const int nameWidth = nameMetrics.horizontalAdvance(name);
-    const int sizeLeft = width() - sizeWidth;
-    const int nameLeft = sizeLeft - infoSpacing - nameWidth;
-    const int baseline = (height() - nameMetrics.height()) / 2 + nameMetrics.ascent();
-
+    const int nameWidth = std::min(morlaine::lineWidth(m_info->name, nameFont()), nameRoom);
+    const int nameLeft = width() - sizeWidth - infoSpacing - nameWidth;
     QPainter painter(this);
-    painter.setFont(nameFont());
-    painter.setPen(Theme::textPrimary(palette()));
-    painter.drawText(nameLeft, baseline, name);
-    painter.setFont(sizeFont());
-    painter.setPen(Theme::textSecondary(palette()));
-    painter.drawText(sizeLeft, baseline, m_info->size);
+    paintLine(painter, mirrored({nameLeft, 0, nameWidth, height()}), m_info->name, nameFont(),
+              Theme::textPrimary(palette()), Qt::ElideMiddle);
+    paintLine(painter, mirrored({width() - sizeWidth, 0, sizeWidth, height()}), m_info->size, sizeFont(),
+              Theme::textSecondary(palette()), Qt::ElideNone);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(toQColor(m_info->color));
-    painter.drawEllipse(nameLeft - infoSpacing - dotDiameter, (height() - dotDiameter) / 2, dotDiameter, dotDiameter);
+    const QRect dot(nameLeft - infoSpacing - dotDiameter, (height() - dotDiameter) / 2, dotDiameter, dotDiameter);
+    painter.drawEllipse(mirrored(dot));
 }
 
 TreemapHeader::TreemapHeader(QWidget* parent)
@@ -92,7 +89,7 @@ TreemapHeader::TreemapHeader(QWidget* parent)
     m_house->setAutoRaise(true);
     m_house->setFocusPolicy(Qt::TabFocus);
     m_house->setIcon(Symbols::icon("house"));
-    m_house->setIconSize({16, 16});
+    growIcon();
     m_house->setAccessibleName(QStringLiteral("Zoom to root"));
     m_house->setEnabled(false);
     connect(m_house, &QToolButton::clicked, this, &TreemapHeader::houseClicked);
@@ -136,9 +133,16 @@ void TreemapHeader::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        growIcon();
         updateGeometry();
         arrange();
     }
+}
+
+void TreemapHeader::growIcon()
+{
+    constexpr int side = 16;
+    m_house->setIconSize({Symbols::grown(side), Symbols::grown(side)});
 }
 
 void TreemapHeader::arrange()
@@ -147,12 +151,14 @@ void TreemapHeader::arrange()
     // The picture in the button is what the eye takes for the edge.
     const int leading = leadingPadding - (house.width() - m_house->iconSize().width()) / 2;
     const QRect inner = rect().adjusted(leading, topPadding, -leadingPadding, -topPadding);
-    m_house->setGeometry(inner.left(), inner.top() + (inner.height() - house.height()) / 2, house.width(),
-                         house.height());
+    const auto place = [this](QWidget& part, const QRect& where) {
+        part.setGeometry(QStyle::visualRect(layoutDirection(), rect(), where));
+    };
+    place(*m_house, {inner.left(), inner.top() + (inner.height() - house.height()) / 2, house.width(), house.height()});
     const int left = inner.left() + house.width();
     const HeaderWidths widths = divideHeader(inner.right() + 1 - left, m_breadcrumb->naturalWidth(), 2 * spacing);
-    m_breadcrumb->setGeometry(left, inner.top(), widths.breadcrumb, inner.height());
-    m_info->setGeometry(inner.right() + 1 - widths.info, inner.top(), widths.info, inner.height());
+    place(*m_breadcrumb, {left, inner.top(), widths.breadcrumb, inner.height()});
+    place(*m_info, {inner.right() + 1 - widths.info, inner.top(), widths.info, inner.height()});
 }
 
 } // namespace morlaine

@@ -59,6 +59,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void growIcon();
     void arrange();
 
     QToolButton* const m_house;

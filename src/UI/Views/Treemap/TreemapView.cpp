@@ -90,6 +90,8 @@ void TreemapView::connectCanvas()
     connect(m_canvas, &TreemapCanvas::leaveRequested, this, [this] { m_viewModel.zoomOut(); });
     connect(m_canvas, &TreemapCanvas::rectPressed, this,
             [this](std::size_t position) { m_viewModel.setSelectedNode(computedRects()[position].node); });
+    connect(m_canvas, &TreemapCanvas::rectZoomed, this,
+            [this](std::size_t position) { m_viewModel.zoomIn(computedRects()[position].node); });
 }
 
 void TreemapView::connectHeader()

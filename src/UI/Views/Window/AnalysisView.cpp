@@ -43,6 +43,8 @@ AnalysisView::AnalysisView(MainViewModel& viewModel, QWidget* parent)
     setChildrenCollapsible(false);
     addWidget(new TreemapView(viewModel));
     addWidget(pane);
+    handle(1)->setAccessibleName(QStringLiteral("Divider below the treemap"));
+    m_bottom->handle(1)->setAccessibleName(QStringLiteral("Divider between search and chart"));
     setStretchFactor(0, 1);
     setStretchFactor(1, 0);
     setSizes({highestPane * 4, idealPaneHeight});

@@ -14,7 +14,7 @@ namespace morlaine {
 
 namespace {
 
-constexpr QSize iconSide(18, 18);
+constexpr int iconSide = 18;
 
 /// The name is the accessible name of the picture.
 QAction* addButton(QToolBar& toolbar, SymbolName symbol, const QString& name)
@@ -45,7 +45,7 @@ MainToolbar::MainToolbar(QWidget* parent) : QToolBar(parent)
     setAccessibleName(tr("Toolbar"));
     setMovable(false);
     setFloatable(false);
-    setIconSize(iconSide);
+    growIcons();
     setToolButtonStyle(Qt::ToolButtonIconOnly);
     buildNavigationGroup();
     auto* space = new QWidget(this);
@@ -53,16 +53,23 @@ MainToolbar::MainToolbar(QWidget* parent) : QToolBar(parent)
     addWidget(space);
     buildPrimaryGroup();
     updateTexts();
+    // For what has no room.
+    findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))->setAccessibleName(QStringLiteral("More"));
 }
 
 void MainToolbar::buildNavigationGroup()
 {
-    m_sidebar = addButton(*this, "sidebar.leading", QStringLiteral("Disks Sidebar"));
+    const bool isMirrored = isRightToLeft();
+    m_sidebar = addButton(*this, isMirrored ? SymbolName("sidebar.trailing") : SymbolName("sidebar.leading"),
+                          QStringLiteral("Disks Sidebar"));
     m_sidebar->setShortcuts({QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S), QKeySequence(Qt::CTRL | Qt::Key_S)});
     connect(m_sidebar, &QAction::triggered, this, &MainToolbar::sidebarToggled);
-    m_back = addButton(*this, "chevron.left", QStringLiteral("Go Back"));
+    m_sidebar->setCheckable(true);
+    m_back = addButton(*this, isMirrored ? SymbolName("chevron.right") : SymbolName("chevron.left"),
+                       QStringLiteral("Go Back"));
     connect(m_back, &QAction::triggered, this, &MainToolbar::backRequested);
-    m_forward = addButton(*this, "chevron.right", QStringLiteral("Go Forward"));
+    m_forward = addButton(*this, isMirrored ? SymbolName("chevron.left") : SymbolName("chevron.right"),
+                          QStringLiteral("Go Forward"));
     connect(m_forward, &QAction::triggered, this, &MainToolbar::forwardRequested);
 }
 
@@ -77,8 +84,10 @@ void MainToolbar::buildPrimaryGroup()
     qobject_cast<QToolButton*>(widgetForAction(m_scan))->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     connect(m_scan, &QAction::triggered, this, &MainToolbar::scanRequested);
 
-    m_inspector = addButton(*this, "sidebar.trailing", QStringLiteral("Inspector"));
+    m_inspector = addButton(*this, isRightToLeft() ? SymbolName("sidebar.leading") : SymbolName("sidebar.trailing"),
+                            QStringLiteral("Inspector"));
     m_inspector->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_I));
+    m_inspector->setCheckable(true);
     connect(m_inspector, &QAction::triggered, this, &MainToolbar::inspectorToggled);
 }
 
@@ -102,6 +111,8 @@ void MainToolbar::setState(const State& state)
 
 void MainToolbar::updateTexts()
 {
+    m_sidebar->setChecked(m_state.isSidebarVisible);
+    m_inspector->setChecked(m_state.isDetailVisible);
     m_sidebar->setToolTip(m_state.isSidebarVisible ? QStringLiteral("Hide Disks Sidebar (⌥⌘S or ⌘S)")
                                                    : QStringLiteral("Show Disks Sidebar (⌥⌘S or ⌘S)"));
     m_inspector->setToolTip(m_state.isDetailVisible ? QStringLiteral("Hide Inspector (⌥⌘I)")
@@ -119,9 +130,17 @@ void MainToolbar::updateTexts()
 void MainToolbar::changeEvent(QEvent* event)
 {
     QToolBar::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        growIcons();
+    }
     if (event->type() == QEvent::PaletteChange && m_cancel != nullptr) {
         tintCancelButton();
     }
+}
+
+void MainToolbar::growIcons()
+{
+    setIconSize({Symbols::grown(iconSide), Symbols::grown(iconSide)});
 }
 
 void MainToolbar::tintCancelButton()

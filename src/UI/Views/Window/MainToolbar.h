@@ -42,6 +42,7 @@ private:
     void buildPrimaryGroup();
     [[nodiscard]] QWidget* makeCancelButton();
     void updateTexts();
+    void growIcons();
     void tintCancelButton();
 
     State m_state;

@@ -5,11 +5,13 @@
 #include "UI/Views/Inspector/DetailView.h"
 #include "UI/Views/Sidebar/SidebarView.h"
 #include "UI/Views/Window/AnalysisView.h"
+#include "UI/Views/Window/Announcer.h"
 #include "UI/Views/Window/FolderDrop.h"
 #include "UI/Views/Window/MainToolbar.h"
 #include "UI/Views/Window/MessageBanner.h"
 #include "UI/Views/Window/OnboardingView.h"
 #include "UI/Views/Window/WindowColumns.h"
+#include "Utilities/ShownText.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -81,6 +83,7 @@ MainView::MainView(const MainViewModel::Environment& environment, std::unique_pt
     bindShortcuts();
     acceptFolders();
     m_banner = new MessageBanner(this);
+    m_announcer = new Announcer(this);
     connect(&m_viewModel->scanner(), &DiskScanner::failed, this, &MainView::showFailure);
     refresh();
     // Otherwise the first button would have the focus, and with it the space bar.
@@ -175,6 +178,26 @@ void MainView::refresh()
     m_toolbar->setState({m_isSidebarVisible, m_isDetailVisible, m_viewModel->canGoBack(), m_viewModel->canGoForward(),
                          m_viewModel->scanner().isScanning()});
     updateCentralArea();
+    announceEndOfScan();
+}
+
+/// The tree comes a little later than the end of its scan.
+void MainView::announceEndOfScan()
+{
+    if (m_viewModel->scanner().isScanning()) {
+        m_isEndToBeAnnounced = true;
+    } else if (!m_isEndToBeAnnounced) {
+        return;
+    } else if (const std::optional<FileNode>& root = m_viewModel->currentRootNode()) {
+        m_isEndToBeAnnounced = false;
+        m_announcer->announce(QStringLiteral("Scan finished: %1, %2")
+                                  .arg(shownText(root->name()), QString::fromStdString(root->formattedSize())));
+    } else if (const std::optional<QString> message = m_viewModel->scanner().errorMessage()) {
+        m_isEndToBeAnnounced = false;
+        if (!m_banner->isVisible()) {
+            m_announcer->announce(*message);
+        }
+    }
 }
 
 /// Makes a new analysis for the first tree after none was shown.

@@ -14,6 +14,7 @@ class QStackedWidget;
 namespace morlaine {
 
 class AnalysisView;
+class Announcer;
 class DetailView;
 class MainToolbar;
 class MessageBanner;
@@ -50,6 +51,7 @@ private:
 
     void refresh();
     void updateCentralArea();
+    void announceEndOfScan();
 
     void toggleSidebar();
     void toggleInspector();
@@ -67,11 +69,13 @@ private:
     const std::shared_ptr<const FileSystem> m_fileSystem;
     bool m_isSidebarVisible = true;
     bool m_isDetailVisible = true;
+    bool m_isEndToBeAnnounced = false;
 
     MainToolbar* m_toolbar = nullptr;
     WindowColumns* m_columns = nullptr;
     DetailView* m_detailView = nullptr;
     MessageBanner* m_banner = nullptr;
+    Announcer* m_announcer = nullptr;
     QStackedWidget* m_centralArea = nullptr;
     OnboardingView* m_onboarding = nullptr;
     AnalysisView* m_analysis = nullptr; // while a tree is shown

@@ -11,6 +11,7 @@
 #include <QBoxLayout>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
 
 #include <utility>
 
@@ -19,6 +20,7 @@ namespace morlaine {
 namespace {
 
 constexpr int symbolSide = 88;
+constexpr int symbolBesideHeadline = 16;
 constexpr int spacing = 24;
 constexpr int widestSubtitle = 480;
 constexpr int widestPermissionBox = 580;
@@ -55,7 +57,7 @@ QWidget* makeHeadline(SymbolName symbol, const QString& text)
     layout->setSpacing(static_cast<int>(Theme::paddingSmall));
     auto* title = new StyledLabel(TextStyle::headline);
     title->setText(text);
-    auto* picture = new SymbolImage(symbol, Symbols::sideBeside(title->font()), Theme::textPrimary);
+    auto* picture = new SymbolImage(symbol, symbolBesideHeadline, Theme::textPrimary);
     layout->addWidget(picture);
     layout->addWidget(title, 1);
     return line;
@@ -77,8 +79,9 @@ OnboardingView::OnboardingView(std::shared_ptr<Workspace> workspace, QWidget* pa
     : QWidget(parent)
     , m_workspace(std::move(workspace))
 {
-    auto* title = new StyledLabel(TextStyle::largeTitle, QFont::Bold, Theme::textPrimary);
+    auto* title = wrapping(new StyledLabel(TextStyle::largeTitle, QFont::Bold, Theme::textPrimary));
     title->setText(QStringLiteral("Welcome to Morlaine"));
+    title->setAlignment(Qt::AlignCenter);
 
     auto* subtitle = wrapping(new StyledLabel(TextStyle::headline, Theme::textSecondary));
     subtitle->setText(QStringLiteral("Analyze which folders and files are taking up your disk space with a squarified "
@@ -86,17 +89,30 @@ OnboardingView::OnboardingView(std::shared_ptr<Workspace> workspace, QWidget* pa
     subtitle->setAlignment(Qt::AlignCenter);
     subtitle->setMaximumWidth(widestSubtitle);
 
-    auto* layout = new QVBoxLayout(this);
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
     const int padding = static_cast<int>(Theme::paddingMedium);
     layout->setContentsMargins(padding, padding, padding, padding);
     layout->setSpacing(spacing);
     layout->addStretch();
     layout->addWidget(new GradientSymbol, 0, Qt::AlignHCenter);
-    layout->addWidget(title, 0, Qt::AlignHCenter);
+    layout->addLayout(centred(title));
     layout->addLayout(centred(subtitle));
     layout->addWidget(makeScanButton(), 0, Qt::AlignHCenter);
     layout->addLayout(centred(makePermissionBox()));
     layout->addStretch();
+
+    // Where fonts are large and the window is low.
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(content);
+    area->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins({});
+    whole->addWidget(area);
 }
 
 QWidget* OnboardingView::makeScanButton()

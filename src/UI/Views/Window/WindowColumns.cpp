@@ -1,5 +1,7 @@
 #include "UI/Views/Window/WindowColumns.h"
 
+#include "UI/Widgets/SplitterAccessibility.h"
+
 #include <algorithm>
 
 namespace morlaine {
@@ -29,6 +31,9 @@ WindowColumns::WindowColumns(SideColumn* leading, QWidget* centre, SideColumn* t
     addWidget(m_leading);
     addWidget(centre);
     addWidget(m_trailing);
+    SplitterAccessibility::install();
+    handle(1)->setAccessibleName(QStringLiteral("Divider beside the sidebar"));
+    handle(2)->setAccessibleName(QStringLiteral("Divider beside the inspector"));
     for (int index = 0; index < count(); ++index) {
         setStretchFactor(index, widget(index) == centre ? 1 : 0);
     }

@@ -84,7 +84,10 @@ protected:
 
     [[nodiscard]] QRect row(int number) const { return recent().visualRect(recent().model()->index(number, 0)); }
     [[nodiscard]] QPoint onRow(int number) const { return row(number).center(); }
-    [[nodiscard]] QPoint onTrash(int number) const { return RecentScanDelegate::trashRect(row(number)).center(); }
+    [[nodiscard]] QPoint onTrash(int number) const
+    {
+        return RecentScanDelegate::trashRect(row(number), Qt::LeftToRight).center();
+    }
     [[nodiscard]] std::vector<std::string> labels() const { return test::labelsIn(*view); }
     [[nodiscard]] std::string shown() const { return test::nameOf(fixture.model->currentRootNode()); }
 
