@@ -22,7 +22,7 @@ std::optional<ResourceValues> FolderContents::values(std::size_t index) const no
             values->volumeIdentifier = m_volume;
         }
         if (has(Stored::knowsIsDirectory)) {
-            values->isDirectory = has(Stored::isDirectory);
+            values->isDirectory = has(Stored::directory);
         }
         values->isPackage = has(Stored::isPackage);
         values->isSymbolicLink = has(Stored::isSymbolicLink);
@@ -50,7 +50,7 @@ void FolderContents::append(std::string_view name, const std::optional<ResourceV
                        flag(values->allocatedSize.has_value(), Stored::hasAllocatedSizes) |
                        flag(values->volumeIdentifier.has_value(), Stored::hasVolume) |
                        flag(values->isDirectory.has_value(), Stored::knowsIsDirectory) |
-                       flag(values->isDirectory.value_or(false), Stored::isDirectory) |
+                       flag(values->isDirectory.value_or(false), Stored::directory) |
                        flag(values->isPackage, Stored::isPackage) |
                        flag(values->isSymbolicLink, Stored::isSymbolicLink) | flag(values->isVolume, Stored::isVolume) |
                        flag(!usual, Stored::isUnusual);

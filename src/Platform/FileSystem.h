@@ -51,7 +51,7 @@ public:
     /// Whether the entry is known to be a folder.
     [[nodiscard]] bool isDirectory(std::size_t index) const noexcept
     {
-        return (m_entries[index].flags & Stored::isDirectory) != 0;
+        return (m_entries[index].flags & Stored::directory) != 0;
     }
 
     void append(std::string_view name, const std::optional<ResourceValues>& values);
@@ -74,7 +74,7 @@ private:
             hasAllocatedSizes = 0x04, // both, and equal
             hasVolume = 0x08,         // m_volume
             knowsIsDirectory = 0x10,
-            isDirectory = 0x20,
+            directory = 0x20,
             isPackage = 0x40,
             isSymbolicLink = 0x80,
             isVolume = 0x100,

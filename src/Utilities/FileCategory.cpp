@@ -88,7 +88,9 @@ FileCategory FileCategory::from(std::string_view ext)
 std::optional<FileCategory> FileCategory::fromRawValue(std::string_view rawValue) noexcept
 {
     const auto found = std::ranges::find(traits, rawValue, &Traits::rawValue);
-    return found == traits.end() ? std::nullopt : std::optional<FileCategory>(allCases.at(found - traits.begin()));
+    return found == traits.end()
+               ? std::nullopt
+               : std::optional<FileCategory>(allCases.at(static_cast<std::size_t>(found - traits.begin())));
 }
 
 std::string_view FileCategory::rawValue() const noexcept

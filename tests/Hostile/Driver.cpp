@@ -70,8 +70,10 @@ int scanAgain(const FileUrl& url, std::size_t readers, std::chrono::milliseconds
     do {
         const FileNode root = scan(url, readers);
         check(root, time > 0ms);
-        std::printf(++rounds == 1 ? "%lld %lld %lld\n" : "", static_cast<long long>(root.fileCount()),
-                    static_cast<long long>(root.directoryCount()), static_cast<long long>(root.size()));
+        if (++rounds == 1) {
+            std::printf("%lld %lld %lld\n", static_cast<long long>(root.fileCount()),
+                        static_cast<long long>(root.directoryCount()), static_cast<long long>(root.size()));
+        }
     } while (Clock::now() < end);
     std::printf("%d\n", rounds);
     return 0;

@@ -71,6 +71,8 @@ Function next(const char* name)
 
 } // namespace
 
+// The system's headers have reserved names, and a macro's lists of parameters are no expressions.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name, bugprone-macro-parentheses)
 #define MORLAINE_FAIL(type, name, item, parameters, arguments)                                                         \
     extern "C" type name parameters                                                                                    \
     {                                                                                                                  \
@@ -106,3 +108,4 @@ extern "C" ssize_t write(int file, const void* bytes, size_t size)
     }
     return ::syscall(SYS_write, file, bytes, size);
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name, bugprone-macro-parentheses)

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <ranges>
 
 namespace morlaine {
 
@@ -44,8 +43,12 @@ bool NodeIDSet::containsAnyInside(const Tree& tree, Tree::Position folder) const
     if (&tree == &m_hits->root().tree()) {
         return m_hits->isAnyMarked(begin, end);
     }
-    return std::ranges::any_of(std::views::iota(begin, end),
-                               [&](Tree::Position node) { return m_hits->contains(tree.idOf(node)); });
+    for (Tree::Position node = begin; node != end; ++node) {
+        if (m_hits->contains(tree.idOf(node))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace morlaine
