@@ -14,7 +14,9 @@ constexpr unsigned long long available = 4'200'000'000;
 
 } // namespace
 
-// The system's header has reserved names. NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
+// The system's headers name the parameters of these functions differently.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
+
 extern "C" int statx(int folder, const char* path, int flags, unsigned mask, struct statx* status)
 {
     using Function = int (*)(int, const char*, int, unsigned, struct statx*);
@@ -41,3 +43,5 @@ extern "C" int statvfs(const char* path, struct statvfs* status) noexcept
     }
     return result;
 }
+
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
