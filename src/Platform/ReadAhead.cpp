@@ -2,6 +2,7 @@
 
 #include "Platform/ReadAheadPool.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace morlaine {
@@ -44,6 +45,16 @@ private:
 };
 
 } // namespace
+
+void ReadAheadRules::setPath(std::string& path, const std::string& folder, std::string_view name) const
+{
+    path = folder;
+    if (path.size() < decisiveLength) {
+        path += path == "/" ? "" : "/";
+        path += name;
+        path.resize(std::min(path.size(), decisiveLength));
+    }
+}
 
 std::unique_ptr<Folder> readingAhead(std::unique_ptr<Folder> top, std::string path, ReadAheadRules rules,
                                      std::size_t helpers)

@@ -17,6 +17,9 @@ struct ReadAheadRules {
     /// `decisiveLength` are cut to that length.
     std::function<bool(std::string_view path, const ResourceValues& values)> mayEnter;
     std::size_t decisiveLength = 0;
+
+    /// Sets `path` to the path of an entry of the folder with path `folder`, both cut to the decisive length.
+    void setPath(std::string& path, const std::string& folder, std::string_view name) const;
 };
 
 /// Wraps `top` and the folders below it for one walk. Up to `helpers` threads list folders before the walk asks for

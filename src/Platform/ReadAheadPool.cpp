@@ -263,7 +263,7 @@ ReadAheadPool::Branch& ReadAheadPool::add(Branch& parent, std::string_view name)
     Branch& branch = m_spareBranches.front();
     branch.parent = &parent;
     branch.name = name;
-    setPath(branch.path, parent, name);
+    m_rules.setPath(branch.path, parent.path, name);
     branch.state = Branch::State::untried;
     branch.isWanted = false;
     branch.isApart = false;
@@ -358,21 +358,10 @@ void ReadAheadPool::findSubfolders(const Branch& branch, const FolderContents& c
             continue;
         }
         const auto [name, values] = contents[i];
-        setPath(path, branch, name);
+        m_rules.setPath(path, branch.path, name);
         if (m_rules.mayEnter(path, *values)) {
             names.append(name);
         }
-    }
-}
-
-/// Sets `path` to the path of an entry, cut to the decisive length.
-void ReadAheadPool::setPath(std::string& path, const Branch& branch, std::string_view name) const
-{
-    path = branch.path;
-    if (path.size() < m_rules.decisiveLength) {
-        path += path == "/" ? "" : "/";
-        path += name;
-        path.resize(std::min(path.size(), m_rules.decisiveLength));
     }
 }
 

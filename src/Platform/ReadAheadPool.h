@@ -137,7 +137,6 @@ private:
     void readAhead(Branch& branch, Lock& lock, const std::stop_token& stop, bool mayPause);
     [[nodiscard]] bool countAsHeld(const Branch& branch, std::size_t& counted, std::size_t bytes, bool mayPause);
     void findSubfolders(const Branch& branch, const FolderContents& contents, Names& names) const;
-    void setPath(std::string& path, const Branch& branch, std::string_view name) const;
     void takeOutOfOrder(Branch& branch);
     void hold(std::size_t bytes);
     void release(std::size_t bytes);
