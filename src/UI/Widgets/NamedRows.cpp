@@ -1,6 +1,7 @@
 #include "UI/Widgets/NamedRows.h"
 
 #include "UI/Widgets/AccessibleItems.h"
+#include "UI/Widgets/InstallAccessible.h"
 
 #include <QLabel>
 
@@ -55,17 +56,11 @@ private:
     QMetaObject::Connection m_forgotten;
 };
 
-QAccessibleInterface* makeRows(const QString& /*className*/, QObject* object)
-{
-    auto* const widget = qobject_cast<NamedRows*>(object);
-    return widget != nullptr ? new Rows(*widget) : nullptr;
-}
-
 } // namespace
 
 NamedRows::NamedRows(const QString& accessibleName, QWidget* parent) : QWidget(parent)
 {
-    [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(makeRows), true);
+    installAccessible<Rows, NamedRows>();
     setAccessibleName(accessibleName);
 }
 

@@ -1,5 +1,7 @@
 #include "UI/Widgets/SplitterAccessibility.h"
 
+#include "UI/Widgets/InstallAccessible.h"
+
 #include <QAccessibleWidget>
 #include <QSplitter>
 
@@ -38,17 +40,11 @@ private:
     QSplitter& m_splitter;
 };
 
-QAccessibleInterface* make(const QString& /*className*/, QObject* object)
-{
-    auto* const splitter = qobject_cast<QSplitter*>(object);
-    return splitter != nullptr ? new Parts(*splitter) : nullptr;
-}
-
 } // namespace
 
 void install()
 {
-    [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(make), true);
+    installAccessible<Parts, QSplitter>();
 }
 
 } // namespace morlaine::SplitterAccessibility

@@ -4,6 +4,7 @@
 #include "UI/Views/Sidebar/RecentScanDelegate.h"
 #include "UI/Views/Sidebar/RecentScansList.h"
 #include "UI/Widgets/AccessibleItems.h"
+#include "UI/Widgets/InstallAccessible.h"
 
 namespace morlaine::SidebarAccessibility {
 
@@ -169,20 +170,12 @@ private:
     QMetaObject::Connection m_reset;
 };
 
-QAccessibleInterface* make(const QString& /*className*/, QObject* object)
-{
-    if (auto* const row = qobject_cast<PlaceRow*>(object)) {
-        return new Place(*row);
-    }
-    auto* const list = qobject_cast<RecentScansList*>(object);
-    return list != nullptr ? new Scans(*list) : nullptr;
-}
-
 } // namespace
 
 void install()
 {
-    [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(make), true);
+    installAccessible<Place, PlaceRow>();
+    installAccessible<Scans, RecentScansList>();
 }
 
 } // namespace morlaine::SidebarAccessibility

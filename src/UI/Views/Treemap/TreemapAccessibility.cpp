@@ -4,6 +4,7 @@
 #include "UI/Views/Treemap/TreemapCanvas.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"
 #include "UI/Widgets/AccessibleItems.h"
+#include "UI/Widgets/InstallAccessible.h"
 #include "Utilities/ShownText.h"
 
 #include <algorithm>
@@ -179,17 +180,11 @@ private:
     mutable int m_layoutNumber = -1;
 };
 
-QAccessibleInterface* make(const QString& /*className*/, QObject* object)
-{
-    auto* const canvas = qobject_cast<TreemapCanvas*>(object);
-    return canvas != nullptr ? new List(*canvas) : nullptr;
-}
-
 } // namespace
 
 void install()
 {
-    [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(make), true);
+    installAccessible<List, TreemapCanvas>();
 }
 
 } // namespace morlaine::TreemapAccessibility
