@@ -7,10 +7,10 @@
 #include "UI/Widgets/ElidingLabel.h"
 #include "UI/Widgets/LegendDot.h"
 #include "UI/Widgets/NamedRows.h"
+#include "UI/Widgets/Scrollable.h"
 #include "UI/Widgets/SymbolImage.h"
 
 #include <QGridLayout>
-#include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -81,16 +81,10 @@ QWidget* PieChartView::makeChart()
     centred->addLayout(m_legend);
     centred->addStretch();
 
-    m_legendArea = new QScrollArea;
-    m_legendArea->setFrameShape(QFrame::NoFrame);
+    m_legendArea = scrollable(m_rows);
     m_legendArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_legendArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_legendArea->setFocusPolicy(Qt::NoFocus);
-    m_legendArea->setWidgetResizable(true);
     m_legendArea->setMinimumHeight(0);
-    m_legendArea->setWidget(m_rows);
-    m_legendArea->viewport()->setAutoFillBackground(false);
-    m_rows->setAutoFillBackground(false);
 
     auto* chart = new QWidget;
     auto* row = new QHBoxLayout(chart);

@@ -4,27 +4,13 @@
 #include "UI/Views/Inspector/NodePanel.h"
 #include "UI/Views/Inspector/ScanningPanel.h"
 #include "UI/Views/State/MainViewModel.h"
-
-#include <QScrollArea>
+#include "UI/Widgets/Scrollable.h"
 
 namespace morlaine {
 
 namespace {
 
 constexpr QSize least(240, 120);
-
-/// Makes `panel` scroll if the pane is too small. The scroll area is transparent.
-QScrollArea* scrollable(QWidget* panel)
-{
-    auto* area = new QScrollArea;
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidgetResizable(true);
-    area->setWidget(panel);
-    area->viewport()->setAutoFillBackground(false);
-    panel->setAutoFillBackground(false);
-    return area;
-}
 
 } // namespace
 

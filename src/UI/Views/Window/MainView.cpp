@@ -5,10 +5,10 @@
 #include "UI/Views/Inspector/DetailView.h"
 #include "UI/Views/Sidebar/SidebarView.h"
 #include "UI/Views/Window/AnalysisView.h"
-#include "UI/Views/Window/Announcer.h"
 #include "UI/Views/Window/FolderDrop.h"
 #include "UI/Views/Window/MainToolbar.h"
 #include "UI/Views/Window/MessageBanner.h"
+#include "UI/Views/Window/Notification.h"
 #include "UI/Views/Window/OnboardingView.h"
 #include "UI/Views/Window/WindowColumns.h"
 #include "Utilities/ShownText.h"
@@ -83,7 +83,7 @@ MainView::MainView(const MainViewModel::Environment& environment, std::unique_pt
     bindShortcuts();
     acceptFolders();
     m_banner = new MessageBanner(this);
-    m_announcer = new Announcer(this);
+    m_notification = new Notification(this);
     connect(&m_viewModel->scanner(), &DiskScanner::failed, this, &MainView::showFailure);
     refresh();
     // Otherwise the first button would have the focus, and with it the space bar.
@@ -190,12 +190,12 @@ void MainView::announceEndOfScan()
         return;
     } else if (const std::optional<FileNode>& root = m_viewModel->currentRootNode()) {
         m_isEndToBeAnnounced = false;
-        m_announcer->announce(QStringLiteral("Scan finished: %1, %2")
-                                  .arg(shownText(root->name()), QString::fromStdString(root->formattedSize())));
+        m_notification->announce(QStringLiteral("Scan finished: %1, %2")
+                                     .arg(shownText(root->name()), QString::fromStdString(root->formattedSize())));
     } else if (const std::optional<QString> message = m_viewModel->scanner().errorMessage()) {
         m_isEndToBeAnnounced = false;
         if (!m_banner->isVisible()) {
-            m_announcer->announce(*message);
+            m_notification->announce(*message);
         }
     }
 }

@@ -14,10 +14,10 @@ class QStackedWidget;
 namespace morlaine {
 
 class AnalysisView;
-class Announcer;
 class DetailView;
 class MainToolbar;
 class MessageBanner;
+class Notification;
 class OnboardingView;
 class WindowColumns;
 
@@ -75,7 +75,7 @@ private:
     WindowColumns* m_columns = nullptr;
     DetailView* m_detailView = nullptr;
     MessageBanner* m_banner = nullptr;
-    Announcer* m_announcer = nullptr;
+    Notification* m_notification = nullptr;
     QStackedWidget* m_centralArea = nullptr;
     OnboardingView* m_onboarding = nullptr;
     AnalysisView* m_analysis = nullptr; // while a tree is shown

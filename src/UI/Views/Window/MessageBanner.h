@@ -1,19 +1,16 @@
 #pragma once
 
-#include <QTimer>
-#include <QWidget>
+#include "UI/Views/Window/Notification.h"
 
 namespace morlaine {
 
 class ElidingLabel;
 
-/// A message at the bottom of its parent that disappears after some seconds. It lies over the other content and takes
-/// neither focus nor mouse. Assistive technology sees a notification.
-class MessageBanner final : public QWidget {
+/// A notification that is seen, too: a message at the bottom of its parent, over the other content.
+class MessageBanner final : public Notification {
     Q_OBJECT
 
 public:
-    /// Hidden at first.
     explicit MessageBanner(QWidget* parent);
 
     /// Shows the message, and announces it again if it is already shown.
@@ -27,7 +24,6 @@ private:
     void place();
 
     ElidingLabel* m_label;
-    QTimer m_timer;
 };
 
 } // namespace morlaine

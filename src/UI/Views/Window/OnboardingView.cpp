@@ -6,12 +6,12 @@
 #include "UI/Styles/Symbols.h"
 #include "UI/Styles/Theme.h"
 #include "UI/Widgets/RoundedBox.h"
+#include "UI/Widgets/Scrollable.h"
 #include "UI/Widgets/SymbolImage.h"
 
 #include <QBoxLayout>
 #include <QPainter>
 #include <QPushButton>
-#include <QScrollArea>
 
 #include <utility>
 
@@ -102,17 +102,9 @@ OnboardingView::OnboardingView(std::shared_ptr<Workspace> workspace, QWidget* pa
     layout->addLayout(centred(makePermissionBox()));
     layout->addStretch();
 
-    // Where fonts are large and the window is low.
-    auto* area = new QScrollArea;
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidgetResizable(true);
-    area->setWidget(content);
-    area->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins({});
-    whole->addWidget(area);
+    whole->addWidget(scrollable(content)); // for large fonts in a low window
 }
 
 QWidget* OnboardingView::makeScanButton()
