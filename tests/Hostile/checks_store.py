@@ -5,7 +5,7 @@ import os
 import shutil
 import time
 
-from common import APP, check, command, expect, small_folder
+from common import APP, check, command, expect, mount, small_folder
 
 CALLS = ["open", "read", "access", "mkostemps", "flock", "write", "fsync", "renameat2", "unlink"]
 ERRORS = [errno.ENOSPC, errno.EIO, errno.EDQUOT, errno.EINTR]
@@ -88,7 +88,7 @@ def killed_at_random(context):
 def disk_full_and_freed(context):
     tree = small_folder(context, 300)
     context.data.mkdir()
-    command("mount", "-t", "tmpfs", "-o", "size=400k", "disk", context.data)
+    mount("-t", "tmpfs", "-o", "size=400k", "disk", context.data)
     saved = context.save(tree, 30)
     whole = [entry for entry, size in context.load().items() if size == 300]
     expect(0 < len(whole) < 30 and set(context.listed()) <= set(saved), "filled up")
@@ -109,7 +109,7 @@ def disk_full_and_freed(context):
     [late] = context.save(tree)
     whole_now = {entry: size for entry, size in context.load().items() if entry not in on_full_disk}
     expect(whole_now == {kept: 300, late: 300}, "not saved once there was room")
-    command("mount", "-o", "remount,ro", context.data)
+    mount("-o", "remount,ro", context.data)
     context.save(tree)
     context.run("delete", kept)
     expect(context.load() == on_full_disk | whole_now, "changed on a read-only disk")

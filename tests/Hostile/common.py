@@ -12,6 +12,7 @@ sys.path.insert(0, str(HERE.parent / "EndToEnd"))
 
 CHECKS = {}  # by name: the group and the function
 APP = "com.morlaine.Morlaine"
+OWN_MOUNTS = "MORLAINE_OWN_MOUNTS"  # set if mounts are seen by these checks only
 PATIENCE = 120  # seconds for one run of the driver
 
 
@@ -96,6 +97,13 @@ def command(*words):
         subprocess.run(list(map(str, words)), check=True, capture_output=True)
     except (OSError, subprocess.CalledProcessError) as failure:
         raise Skipped(f"no {words[0]} here") from failure
+
+
+def mount(*words):
+    """Mounts something that others do not see."""
+    if OWN_MOUNTS not in os.environ:
+        raise Skipped("no mounts of its own here")
+    command("mount", *words)
 
 
 def small_folder(context, files=3):

@@ -8,12 +8,13 @@ import argparse
 import os
 import pathlib
 import random
+import subprocess
 import sys
 import tempfile
 import time
 import traceback
 
-from common import CHECKS, Context, Skipped
+from common import CHECKS, OWN_MOUNTS, Context, Skipped
 import processes
 import checks_scan  # noqa: F401
 import checks_store  # noqa: F401
@@ -48,10 +49,11 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("wanted", nargs="*")
     arguments = parser.parse_args()
-    if "MORLAINE_OWN_MOUNTS" not in os.environ and os.geteuid() == 0:
-        # What is mounted goes away with the last process.
-        os.environ["MORLAINE_OWN_MOUNTS"] = "1"
-        os.execvp("unshare", ["unshare", "--mount", "--propagation", "private", sys.executable, "-B", *sys.argv])
+    unshare = ["unshare", "--mount", "--propagation", "private"]
+    if OWN_MOUNTS not in os.environ and subprocess.run([*unshare, "true"], stderr=subprocess.DEVNULL).returncode == 0:
+        # What is mounted is unmounted with the last process.
+        os.environ[OWN_MOUNTS] = "1"
+        os.execvp(unshare[0], [*unshare, sys.executable, "-B", *sys.argv])
     processes.adopt_orphans()
     chosen = [(name, group, function) for name, (group, function) in CHECKS.items()
               if not arguments.wanted or {group, name} & set(arguments.wanted)]
