@@ -51,9 +51,10 @@ class AccessibilityTest(EndToEndTest):
             buttons = {node for node, role in items if role == "push button" and node.is_("sensitive")}
             self.assertEqual({node.name for node in buttons - set(stops)}, set(), "buttons that no key reaches")
             wanted = {node for node in stops if node.is_("sensitive")}
+            focused = [node for node in wanted if node.is_("focused")]
             reached = []
             while not reached or reached[-1] not in reached[:-1]:
-                before = reached[-1:]
+                before = focused
                 self.desktop.display.press("Tab")
                 focused = self.program.wait_for(
                     lambda: [node for node in wanted if node.is_("focused") and [node] != before],
