@@ -83,7 +83,6 @@ QWidget* PieChartView::makeChart()
 
     m_legendArea = scrollable(m_rows);
     m_legendArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_legendArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_legendArea->setMinimumHeight(0);
 
     auto* chart = new QWidget;

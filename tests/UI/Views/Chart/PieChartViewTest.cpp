@@ -7,6 +7,7 @@
 #include "UI/Views/Chart/DonutChart.h"
 
 #include <QHelpEvent>
+#include <QLabel>
 #include <QToolTip>
 
 #include <gmock/gmock.h>
@@ -92,6 +93,19 @@ TEST_F(PieChartViewTest, ShowsTheWholeScanWhereverTheTreemapIs)
     EXPECT_EQ(texts(), before);
     show("root/\n  a.jpg 0\n");
     EXPECT_TRUE(waitForText("No scan data available"));
+}
+
+TEST_F(PieChartViewTest, ALegendThatIsTooHighKeepsTheHeightOfItsRows)
+{
+    view.hide();
+    view.resize(320, 90);
+    show(halfImages);
+    QCoreApplication::processEvents();
+    view.show();
+    ASSERT_TRUE(waitForText("Images"));
+    for (const auto* label : view.findChildren<QLabel*>()) {
+        EXPECT_TRUE(label->isHidden() || label->height() >= label->minimumSizeHint().height()) << label->text().toStdString();
+    }
 }
 
 TEST_F(PieChartViewTest, PaintsAndNamesTheSliceUnderThePointer)
