@@ -4,6 +4,7 @@
 #include "UI/Styles/Palettes.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QStyle>
 
@@ -39,12 +40,41 @@ void apply(Appearance::Preference preference)
     QApplication::setPalette(preference == Appearance::Preference::dark ? Palettes::dark() : Palettes::light());
 }
 
+/// Keeps hints and disabled texts visible whatever colours the desktop changes to.
+class VisibleTexts final : public QObject {
+public:
+    VisibleTexts()
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+        mend();
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::ApplicationPaletteChange && watched == QCoreApplication::instance()) {
+            mend();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    static void mend()
+    {
+        const QPalette now = QApplication::palette();
+        const QPalette visible = Palettes::withVisibleTexts(now);
+        if (visible != now) {
+            QApplication::setPalette(visible);
+        }
+    }
+};
+
 } // namespace
 
 DesktopAppearance::DesktopAppearance(std::unique_ptr<Appearance> appearance) : m_appearance(std::move(appearance))
 {
     if (desktopBringsColors()) {
         m_appearance.reset();
+        m_visibleTexts = std::make_unique<VisibleTexts>();
         return;
     }
     QApplication::setStyle(new CalmStyle);

@@ -104,6 +104,24 @@ QPalette paletteOf(const Tints& tints)
     return palette;
 }
 
+struct TextOnGround {
+    QPalette::ColorRole text;
+    QPalette::ColorRole ground;
+};
+
+/// Replaces a colour that is nearly its ground by a fainter shade of `text`.
+void makeVisible(QPalette& palette, QPalette::ColorGroup group, TextOnGround pair, const QColor& text)
+{
+    constexpr double hardlyVisible = 1.6;
+    constexpr double share = 0.5;
+    constexpr double leastContrast = 3;
+    const QColor ground = palette.color(group, pair.ground);
+    const QColor color = palette.color(group, pair.text);
+    if (contrastRatio(mixed(color, ground, color.alphaF()), ground) < hardlyVisible) {
+        palette.setColor(group, pair.text, receded(text, ground, share, leastContrast));
+    }
+}
+
 } // namespace
 
 QPalette light()
@@ -114,6 +132,20 @@ QPalette light()
 QPalette dark()
 {
     return paletteOf(darkTints);
+}
+
+QPalette withVisibleTexts(QPalette palette)
+{
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        makeVisible(palette, group, {QPalette::PlaceholderText, QPalette::Base},
+                    palette.color(QPalette::Active, QPalette::Text));
+    }
+    for (const auto& [role, ground] : {TextOnGround{QPalette::WindowText, QPalette::Window},
+                                       {QPalette::Text, QPalette::Base},
+                                       {QPalette::ButtonText, QPalette::Button}}) {
+        makeVisible(palette, QPalette::Disabled, {role, ground}, palette.color(QPalette::Active, role));
+    }
+    return palette;
 }
 
 } // namespace morlaine::Palettes

@@ -9,4 +9,8 @@ namespace morlaine::Palettes {
 [[nodiscard]] QPalette light();
 [[nodiscard]] QPalette dark();
 
+/// `palette` with new colours for the hints and disabled texts that can hardly be seen on their grounds. Some desktops
+/// choose dark colours and leave these black.
+[[nodiscard]] QPalette withVisibleTexts(QPalette palette);
+
 } // namespace morlaine::Palettes

@@ -1,5 +1,6 @@
 #include "UI/Styles/DesktopAppearance.h"
 
+#include "UI/Styles/Contrast.h"
 #include "UI/Styles/Palettes.h"
 #include "UI/Styles/StyledLabel.h"
 
@@ -96,6 +97,15 @@ TEST_F(DesktopAppearanceTest, LeavesTheColorsAndTheStyleOfADesktopAlone)
     const DesktopAppearance appearance(std::make_unique<FakeAppearance>(Preference::dark, true));
     EXPECT_EQ(windowColor(), QColor(220, 235, 220));
     EXPECT_EQ(QApplication::style(), style);
+
+    // A desktop may leave texts black on black, at the start or later.
+    const QPalette blackOnBlack(Qt::white, Qt::black, Qt::white, Qt::black, Qt::black, Qt::white, Qt::white, Qt::black,
+                                Qt::black);
+    QApplication::setPalette(blackOnBlack);
+    EXPECT_EQ(windowColor(), QColor(Qt::black));
+    const QPalette shown = QApplication::palette();
+    EXPECT_GE(contrastRatio(shown.color(QPalette::PlaceholderText), Qt::black), 3);
+    EXPECT_GE(contrastRatio(shown.color(QPalette::Disabled, QPalette::ButtonText), Qt::black), 3);
 }
 
 } // namespace morlaine
