@@ -104,7 +104,8 @@ TEST_F(PieChartViewTest, ALegendThatIsTooHighKeepsTheHeightOfItsRows)
     view.show();
     ASSERT_TRUE(waitForText("Images"));
     for (const auto* label : view.findChildren<QLabel*>()) {
-        EXPECT_TRUE(label->isHidden() || label->height() >= label->minimumSizeHint().height()) << label->text().toStdString();
+        EXPECT_TRUE(label->isHidden() || label->height() >= label->minimumSizeHint().height())
+            << label->text().toStdString();
     }
 }
 
