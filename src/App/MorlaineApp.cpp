@@ -4,6 +4,7 @@
 #include "UI/Styles/Symbols.h"
 #include "UI/Views/Window/MainView.h"
 
+#include <QPixmapCache>
 #include <QScreen>
 #include <QSettings>
 #include <QTimer>
@@ -14,6 +15,10 @@
 namespace morlaine {
 
 namespace {
+
+/// Of pictures of symbols and controls: several times what one window shows. Qt's default of 10,240 would fill up with
+/// pictures of controls in earlier widths.
+constexpr int mostCachedPictures = 2048; // kilobytes
 
 bool hasDisplay = false;
 
@@ -57,6 +62,7 @@ void requireTrueColor()
 MorlaineApp::MorlaineApp(int& argc, char** argv) : m_application(prepareQt(argc), argv)
 {
     hasDisplay = true;
+    QPixmapCache::setCacheLimit(mostCachedPictures);
     LivingBuses::settleOnScreen();
     requireTrueColor();
     QApplication::setApplicationName(QStringLiteral("Morlaine"));

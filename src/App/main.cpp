@@ -26,6 +26,7 @@ int main(int argc, char* argv[])
         std::fputs("Morlaine cannot start: there is not enough memory.\n", stderr);
         return EXIT_FAILURE;
     }
+    morlaine::giveBackLargeBlocks();
     morlaine::removeTemporaryFilesOnSignals();
     // Background threads may still run, and some may wait for a share or a bus that never answers. The program does not
     // wait for them and destroys nothing that they use.

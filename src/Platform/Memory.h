@@ -7,4 +7,7 @@ namespace morlaine {
 /// Whether the program may still map so many bytes, which a limit on its address space can prevent. Any thread.
 [[nodiscard]] bool canReserve(std::size_t bytes);
 
+/// From now on, freeing a large block gives its memory back to the system at once. Call before any thread is started.
+void giveBackLargeBlocks();
+
 } // namespace morlaine

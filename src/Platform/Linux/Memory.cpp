@@ -1,5 +1,6 @@
 #include "Platform/Memory.h"
 
+#include <malloc.h>
 #include <sys/mman.h>
 
 namespace morlaine {
@@ -8,6 +9,14 @@ bool canReserve(std::size_t bytes)
 {
     void* const place = ::mmap(nullptr, bytes, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     return place != MAP_FAILED && ::munmap(place, bytes) == 0;
+}
+
+/// The C library maps large blocks one by one, but by default no longer those that are smaller than the largest block
+/// that was freed. Arrays of one tree after another would then lie among small blocks and leave gaps.
+void giveBackLargeBlocks()
+{
+    constexpr int leastLargeBlock = 128 * 1024; // bytes; where the C library begins
+    ::mallopt(M_MMAP_THRESHOLD, leastLargeBlock);
 }
 
 } // namespace morlaine
