@@ -19,6 +19,7 @@ namespace {
 constexpr int statxFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT;
 constexpr unsigned statxMask = STATX_TYPE | STATX_SIZE | STATX_BLOCKS;
 constexpr std::uint64_t blockSize = 512;
+constexpr std::uint64_t largestSize = std::numeric_limits<std::int64_t>::max();
 
 /// Lower-case extensions of folders that are shown as one item.
 constexpr std::array<std::string_view, 9> packageExtensions{"app",      "appex",       "bundle", "kext", "plugin",
@@ -49,12 +50,6 @@ std::uint64_t product(std::uint64_t count, std::uint64_t unit, std::uint64_t mos
     return unit != 0 && count > most / unit ? most : count * unit;
 }
 
-std::int64_t saturatedProduct(std::uint64_t count, std::uint64_t unit)
-{
-    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-    return static_cast<std::int64_t>(product(count, unit, most));
-}
-
 std::uint64_t deviceOf(const struct statx& status)
 {
     return makedev(status.stx_dev_major, status.stx_dev_minor);
@@ -83,12 +78,13 @@ std::optional<ResourceValues> measure(int folder, const char* name, const Walked
     values.isDirectory = isDirectory;
     values.isSymbolicLink = S_ISLNK(status.stx_mode);
     const bool knowsBlocks = (status.stx_mask & STATX_BLOCKS) != 0;
-    const bool isPossible = !knowsBlocks || status.stx_blocks <= volume.capacity / blockSize;
+    const std::uint64_t claimedBlocks = knowsBlocks ? status.stx_blocks : status.stx_size / blockSize;
+    const bool isPossible = claimedBlocks <= volume.largestFile / blockSize;
     if (!isDirectory && isPossible && (status.stx_mask & STATX_SIZE) != 0) {
-        values.fileSize = saturatedProduct(status.stx_size, 1);
+        values.fileSize = static_cast<std::int64_t>(product(status.stx_size, 1, largestSize));
     }
     if (knowsBlocks && isPossible) {
-        values.allocatedSize = saturatedProduct(status.stx_blocks, blockSize);
+        values.allocatedSize = static_cast<std::int64_t>(status.stx_blocks * blockSize);
         values.totalAllocatedSize = values.allocatedSize;
     }
     values.volumeIdentifier = isDirectory || !volume.identifier ? deviceOf(status) : *volume.identifier;
@@ -113,7 +109,8 @@ WalkedVolume walkedVolume(int descriptor)
     WalkedVolume volume{volumeOf(descriptor)};
     struct statfs status;
     if (::fstatfs(descriptor, &status) == 0 && status.f_type != OVERLAYFS_SUPER_MAGIC && status.f_blocks != 0) {
-        volume.capacity = product(status.f_blocks, static_cast<std::uint64_t>(status.f_frsize), volume.capacity);
+        const auto unit = static_cast<std::uint64_t>(status.f_frsize);
+        volume.largestFile = product(status.f_blocks, unit, volume.largestFile);
     }
     return volume;
 }

@@ -4,7 +4,6 @@
 #include "Platform/Linux/FileDescriptor.h"
 
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -13,7 +12,7 @@ namespace morlaine {
 /// The volume of a walk.
 struct WalkedVolume {
     std::optional<std::uint64_t> identifier;
-    std::uint64_t capacity = std::numeric_limits<std::uint64_t>::max(); // bytes, free and used; the maximum if unknown
+    std::uint64_t largestFile = std::uint64_t{1} << 53; // bytes; what the volume holds, but not more than 8 PiB
 };
 
 /// The values of the item `name` (NUL-terminated) relative to the open folder `folder`. A file gets the identifier of
@@ -24,8 +23,8 @@ struct WalkedVolume {
 /// The identifier that all items of an open folder's volume have.
 [[nodiscard]] std::optional<std::uint64_t> volumeOf(int descriptor);
 
-/// The volume of an open folder, the top of a walk. The capacity of a stacked file system is unknown: it reports that
-/// of one layer only.
+/// The volume of an open folder, the top of a walk. What a stacked file system holds is unknown: it reports the
+/// capacity of one layer only.
 [[nodiscard]] WalkedVolume walkedVolume(int descriptor);
 
 /// A path whose beginning is opened if it is too long for one system call.
