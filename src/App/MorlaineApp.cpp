@@ -1,5 +1,6 @@
 #include "App/MorlaineApp.h"
 
+#include "Platform/Desktop/FontList.h"
 #include "Platform/Desktop/LivingBuses.h"
 #include "UI/Styles/Symbols.h"
 #include "UI/Views/Window/MainView.h"
@@ -31,12 +32,12 @@ void discardMessage(QtMsgType type, const QMessageLogContext& /*context*/, const
     }
 }
 
-/// Settings that must be in place when Qt's application object is made.
-int& prepareQt(int& argc)
+/// Settings that must be in place when Qt's application object is made; then starts to read the list of fonts.
+std::future<void> prepareQt()
 {
     qInstallMessageHandler(discardMessage);
     LivingBuses::settleBeforeApplication();
-    return argc;
+    return readFontList();
 }
 
 MainViewModel::Environment runningDesktop()
@@ -59,10 +60,11 @@ void requireTrueColor()
 
 } // namespace
 
-MorlaineApp::MorlaineApp(int& argc, char** argv) : m_application(prepareQt(argc), argv)
+MorlaineApp::MorlaineApp(int& argc, char** argv) : m_fontList(prepareQt()), m_application(argc, argv)
 {
     hasDisplay = true;
     QPixmapCache::setCacheLimit(mostCachedPictures);
+    m_fontList.wait();
     LivingBuses::settleOnScreen();
     requireTrueColor();
     QApplication::setApplicationName(QStringLiteral("Morlaine"));

@@ -6,6 +6,7 @@
 #include <QApplication>
 
 #include <functional>
+#include <future>
 #include <memory>
 
 namespace morlaine {
@@ -36,6 +37,7 @@ private:
         std::function<void()> onLackOfMemory;
     };
 
+    std::future<void> m_fontList;
     Application m_application;
     DesktopAppearance m_appearance;
     std::unique_ptr<MainView> m_mainView;

@@ -1,8 +1,10 @@
 #include "UI/Styles/CalmStyle.h"
 
 #include "UI/Styles/Contrast.h"
+#include "UI/Styles/Symbols.h"
 #include "UI/Styles/Theme.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -347,6 +349,17 @@ QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     default:
         return size;
     }
+}
+
+/// Each tool bar has a button for what does not fit; Qt's own picture of it loads the readers of all picture formats.
+QIcon CalmStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const
+{
+    if (icon == SP_ToolBarHorizontalExtensionButton) {
+        const bool isMirrored = QApplication::isRightToLeft();
+        return Symbols::icon(isMirrored ? SymbolName("chevron.left") : SymbolName("chevron.right"),
+                             Theme::textSecondary);
+    }
+    return QProxyStyle::standardIcon(icon, option, widget);
 }
 
 } // namespace morlaine

@@ -29,6 +29,8 @@ public:
                                 QStyleHintReturn* returned) const override;
     [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contentsSize,
                                          const QWidget* widget) const override;
+    [[nodiscard]] QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                                     const QWidget* widget) const override;
 };
 
 } // namespace morlaine

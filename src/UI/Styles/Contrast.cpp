@@ -1,21 +1,30 @@
 #include "UI/Styles/Contrast.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 namespace morlaine {
 
 namespace {
 
-double linear(float component)
+/// The light of each component from 0 to 255.
+std::array<double, 256> makeLinear()
 {
-    const auto value = static_cast<double>(component);
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    std::array<double, 256> table{};
+    for (std::size_t component = 0; component < table.size(); ++component) {
+        const double value = static_cast<double>(component) / 255;
+        table[component] = value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    }
+    return table;
 }
 
 double luminance(const QColor& color)
 {
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    static const std::array<double, 256> linear = makeLinear();
+    const auto of = [](int component) { return linear[static_cast<std::size_t>(component)]; };
+    return 0.2126 * of(color.red()) + 0.7152 * of(color.green()) + 0.0722 * of(color.blue());
 }
 
 int mixedComponent(int over, int under, double share)

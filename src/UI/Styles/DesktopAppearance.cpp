@@ -5,7 +5,6 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QFontMetrics>
 #include <QStyle>
 
 #include <algorithm>
@@ -27,12 +26,6 @@ bool desktopBringsColors()
     constexpr std::array roles{QPalette::Window, QPalette::WindowText, QPalette::Base, QPalette::Button,
                                QPalette::Highlight};
     return std::ranges::any_of(roles, [&](auto role) { return palette.color(role) != ofStyle.color(role); });
-}
-
-/// Any window needs them, and the desktop is being asked meanwhile.
-void loadFonts()
-{
-    (void)QFontMetrics(QApplication::font()).horizontalAdvance(QStringLiteral("Morlaine"));
 }
 
 void apply(Appearance::Preference preference)
@@ -78,7 +71,6 @@ DesktopAppearance::DesktopAppearance(std::unique_ptr<Appearance> appearance) : m
         return;
     }
     QApplication::setStyle(new CalmStyle);
-    loadFonts();
     m_appearance->waitForAnswer(patience);
     apply(m_appearance->preference());
     m_appearance->observe(apply);

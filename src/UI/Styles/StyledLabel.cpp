@@ -28,6 +28,18 @@ StyledLabel::StyledLabel(std::function<QFont()> font, Theme::SystemColor color, 
     connect(&ApplicationLook::shared(), &ApplicationLook::paletteChanged, this, &StyledLabel::applyColor);
 }
 
+int StyledLabel::heightForWidth(int width) const
+{
+    if (m_heights.text != text() || m_heights.font != font()) {
+        m_heights = {text(), font(), {}};
+    }
+    const auto [place, isNew] = m_heights.ofWidths.try_emplace(width);
+    if (isNew) {
+        place->second = QLabel::heightForWidth(width);
+    }
+    return place->second;
+}
+
 void StyledLabel::applyFont()
 {
     setFont(m_styleFont());

@@ -6,6 +6,8 @@
 #include "UI/Views/State/MainViewModel.h"
 #include "UI/Widgets/Scrollable.h"
 
+#include <utility>
+
 namespace morlaine {
 
 namespace {
@@ -17,17 +19,9 @@ constexpr QSize least(240, 120);
 DetailView::DetailView(MainViewModel& viewModel, QWidget* parent)
     : QStackedWidget(parent)
     , m_viewModel(viewModel)
-    , m_scanningPanel(new ScanningPanel(viewModel.scanner()))
-    , m_nodePanel(new NodePanel(viewModel))
-    , m_emptyPanel(new EmptyPanel)
     , m_observer(viewModel, [this] { refresh(); })
 {
     setAccessibleName(QStringLiteral("Inspector"));
-    // In the order of InspectorText::Panel.
-    addWidget(scrollable(m_scanningPanel));
-    addWidget(scrollable(m_nodePanel));
-    addWidget(scrollable(m_emptyPanel));
-    connect(m_scanningPanel, &ScanningPanel::cancelRequested, this, &DetailView::cancelIfScanning);
     refresh();
 }
 
@@ -60,21 +54,31 @@ std::optional<QString> DetailView::message() const
     return panel() == InspectorText::Panel::empty ? m_viewModel.scanner().errorMessage() : std::nullopt;
 }
 
+template <typename Content, typename... Arguments>
+Content& DetailView::turnTo(Page<Content>& page, Arguments&&... arguments)
+{
+    if (page.panel == nullptr) {
+        page.panel = new Content(std::forward<Arguments>(arguments)...);
+        page.area = scrollable(page.panel);
+        addWidget(page.area);
+    }
+    setCurrentWidget(page.area);
+    return *page.panel;
+}
+
 void DetailView::refresh()
 {
-    const auto shown = panel();
-    switch (shown) {
-    case InspectorText::Panel::scanning:
-        m_scanningPanel->refresh();
-        break;
-    case InspectorText::Panel::node:
-        m_nodePanel->refresh();
-        break;
-    case InspectorText::Panel::empty:
-        m_emptyPanel->setMessage(message());
-        break;
+    switch (panel()) {
+    case InspectorText::Panel::scanning: {
+        ScanningPanel& scanning = turnTo(m_scanningPage, m_viewModel.scanner());
+        connect(&scanning, &ScanningPanel::cancelRequested, this, &DetailView::cancelIfScanning, Qt::UniqueConnection);
+        return scanning.refresh();
     }
-    setCurrentIndex(static_cast<int>(shown));
+    case InspectorText::Panel::node:
+        return turnTo(m_nodePage, m_viewModel).refresh();
+    case InspectorText::Panel::empty:
+        return turnTo(m_emptyPage).setMessage(message());
+    }
 }
 
 } // namespace morlaine

@@ -35,10 +35,20 @@ private:
     [[nodiscard]] InspectorText::Panel panel() const;
     void refresh();
 
+    /// A panel and what it scrolls in. They are made when they are first shown, which makes the window appear sooner.
+    template <typename Content>
+    struct Page {
+        Content* panel = nullptr;
+        QWidget* area = nullptr;
+    };
+
+    template <typename Content, typename... Arguments>
+    Content& turnTo(Page<Content>& page, Arguments&&... arguments);
+
     MainViewModel& m_viewModel;
-    ScanningPanel* m_scanningPanel;
-    NodePanel* m_nodePanel;
-    EmptyPanel* m_emptyPanel;
+    Page<ScanningPanel> m_scanningPage;
+    Page<NodePanel> m_nodePage;
+    Page<EmptyPanel> m_emptyPage;
     ChangeObserver m_observer;
 };
 

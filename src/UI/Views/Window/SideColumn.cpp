@@ -34,7 +34,8 @@ SideColumn::SideColumn(Side side, Widths widths, QWidget* content, QWidget* pare
 
 QSize SideColumn::sizeHint() const
 {
-    return {m_width, m_content->sizeHint().height()};
+    // The window has a height of its own; that of the content would lay out everything in it.
+    return {m_width, 0};
 }
 
 void SideColumn::setShown(bool isShown, int width)
