@@ -22,9 +22,9 @@ struct ReadAheadRules {
     void setPath(std::string& path, const std::string& folder, std::string_view name) const;
 };
 
-/// Wraps `top` and the folders below it for one walk. Up to `helpers` threads list folders before the walk asks for
-/// them, nearest first in the order of the walk (depth first, in the order of the listings). The walk gets the same
-/// results as from `top`, only older. `path` is the path of the top for `rules`.
+/// Wraps `top` and the folders below it for one walk. `helpers` threads, more while they mostly wait for a disk, list
+/// folders before the walk asks for them, nearest first in the order of the walk (depth first, in the order of the
+/// listings). The walk gets the same results as from `top`, only older. `path` is the path of the top for `rules`.
 ///
 /// The walk lists a folder itself if a helper could not. The memory of results that wait for the walk is bounded: a
 /// helper may pause in the middle of a listing. Destroying the top stops the helpers without waiting for them; a helper

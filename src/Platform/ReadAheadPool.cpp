@@ -1,6 +1,7 @@
 #include "Platform/ReadAheadPool.h"
 
 #include "Platform/Background.h"
+#include "Platform/Waits.h"
 
 #include <algorithm>
 #include <new>
@@ -9,9 +10,9 @@ namespace morlaine {
 
 namespace {
 
-constexpr std::size_t mostBytesAhead = std::size_t{6} * 1024 * 1024; // about 100,000 entries
-constexpr std::size_t bytesOfBranch = 512;                           // with its folder, without names
+constexpr std::size_t bytesOfBranch = 512; // with its folder, without names
 constexpr std::size_t mostSpareContents = 64;
+constexpr std::size_t listingsPerSample = 4; // asking how often a thread has waited costs a hundredth of a listing
 constexpr std::chrono::milliseconds longListing{1};
 constexpr std::chrono::milliseconds patienceForDescriptors{100};
 
@@ -19,7 +20,7 @@ constexpr std::chrono::milliseconds patienceForDescriptors{100};
 
 ReadAheadPool::ReadAheadPool(std::unique_ptr<Folder> top, std::string path, ReadAheadRules rules, std::size_t helpers)
     : m_rules(std::move(rules))
-    , m_mostHelpers(helpers)
+    , m_limits(helpers)
 {
     Branch& branch = m_branches.emplace_front();
     branch.self = m_branches.begin();
@@ -59,6 +60,9 @@ bool ReadAheadPool::list(Place& place, FolderContents& contents, const std::stop
         callHelper();
         return true;
     }
+    if (m_limits.makeRoom()) { // nobody has read this folder: what is held is far ahead
+        m_helpersWait.notify_all();
+    }
     lock.unlock();
     return listForWalk(branch, contents, stop, pace);
 }
@@ -76,7 +80,7 @@ void ReadAheadPool::take(Branch& branch)
 void ReadAheadPool::waitFor(Branch& branch, Lock& lock, const std::stop_token& stop)
 {
     while (branch.state == Branch::State::reading && !stop.stop_requested()) {
-        if (!std::exchange(branch.isWanted, true) && m_isFull) {
+        if (!std::exchange(branch.isWanted, true) && m_limits.isFull()) {
             m_helpersWait.notify_all(); // the helper of this branch may be paused
         }
         Branch* const next = std::chrono::steady_clock::now() - branch.since < longListing ? beginNext() : nullptr;
@@ -189,25 +193,29 @@ void ReadAheadPool::help()
     Lock lock(m_mutex);
     const std::stop_token stop = m_stop.get_token();
     while (!stop.stop_requested()) {
-        if (Branch* const next = beginNext()) {
-            readAhead(*next, lock, stop, true);
-            continue;
-        }
         ++m_idleHelpers;
-        m_helpersWait.wait(lock, stop, [this] { return m_notBegun > 0 && !m_isFull && !m_hasEnded; });
+        const bool mayBegin = hasWork() || m_helpersWait.wait(lock, stop, [this] { return hasWork(); });
         --m_idleHelpers;
+        if (mayBegin) {
+            readAhead(*beginNext(), lock, stop, true);
+        }
     }
+}
+
+bool ReadAheadPool::hasWork() const
+{
+    return m_notBegun > 0 && !m_limits.isFull() && !m_hasEnded && m_helpers - m_idleHelpers < m_limits.helpers();
 }
 
 /// Needs two folders: the walk will list the first one itself.
 void ReadAheadPool::callHelper()
 {
-    if (m_notBegun < 2 || m_isFull || m_hasEnded) {
+    if (m_notBegun < 2 || !hasWork()) {
         return;
     }
     if (m_idleHelpers > 0) {
         m_helpersWait.notify_one();
-    } else if (m_helpers < m_mostHelpers) {
+    } else {
         startHelper();
     }
 }
@@ -228,7 +236,7 @@ void ReadAheadPool::startHelper() noexcept
 /// Begins the nearest folder that nobody has begun to list; null if there is none.
 ReadAheadPool::Branch* ReadAheadPool::beginNext()
 {
-    if (m_isFull || m_hasEnded || m_notBegun == 0) {
+    if (m_limits.isFull() || m_hasEnded || m_notBegun == 0) {
         return nullptr;
     }
     const auto next =
@@ -295,12 +303,17 @@ void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token&
     }
     Names subfolders = std::move(branch.subfolders);
     ++m_readers;
+    const bool isSample = ++m_begun % listingsPerSample == 0;
     lock.unlock();
+    std::int64_t waits = isSample ? waitsOfThisThread() : 0;
     std::size_t counted = 0;
     bool isListed = false;
     try {
         isListed = folderOf(branch).list(contents, stop, [&](const FolderContents& soFar) {
-            return countAsHeld(branch, counted, soFar.bytes(), mayPause);
+            const std::int64_t before = waitsOfThisThread();
+            const bool goesOn = countAsHeld(branch, counted, soFar.bytes(), mayPause);
+            waits += waitsOfThisThread() - before;
+            return goesOn;
         });
         if (isListed) {
             findSubfolders(branch, contents, subfolders);
@@ -308,6 +321,7 @@ void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token&
     } catch (...) { // the walk will list the folder again and meet the error
         isListed = false;
     }
+    const bool hasSlept = isSample && waitsOfThisThread() > waits;
     const bool lacksDescriptors = !isListed && branch.folder != nullptr && branch.folder->lackedDescriptors();
     if (!isListed || subfolders.count() == 0) {
         branch.folder.reset();
@@ -316,9 +330,12 @@ void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token&
     --m_readers;
     release(counted);
     m_hasEnded = m_hasEnded || lacksDescriptors;
+    if (isSample) {
+        m_limits.noteListing(hasSlept);
+    }
     if (isListed) {
         branch.bytes = bytesOfBranch + contents.bytes() + subfolders.bytes();
-        hold(branch.bytes);
+        m_limits.hold(branch.bytes);
         branch.contents = std::move(contents);
         branch.subfolders = std::move(subfolders);
         m_notBegun += branch.subfolders.count();
@@ -339,8 +356,8 @@ void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token&
 bool ReadAheadPool::countAsHeld(const Branch& branch, std::size_t& counted, std::size_t bytes, bool mayPause)
 {
     Lock lock(m_mutex);
-    hold(bytes - std::exchange(counted, bytes));
-    const auto mayGoOn = [this, &branch] { return branch.isWanted || (!m_isFull && !m_hasEnded); };
+    m_limits.hold(bytes - std::exchange(counted, bytes));
+    const auto mayGoOn = [this, &branch] { return branch.isWanted || (!m_limits.isFull() && !m_hasEnded); };
     if (!mayPause) {
         return mayGoOn();
     }
@@ -372,17 +389,9 @@ void ReadAheadPool::takeOutOfOrder(Branch& branch)
     }
 }
 
-void ReadAheadPool::hold(std::size_t bytes)
-{
-    m_bytesAhead += bytes;
-    m_isFull = m_isFull || m_bytesAhead >= mostBytesAhead;
-}
-
 void ReadAheadPool::release(std::size_t bytes)
 {
-    m_bytesAhead -= bytes;
-    if (m_isFull && m_bytesAhead <= mostBytesAhead / 2) {
-        m_isFull = false;
+    if (m_limits.release(bytes)) {
         m_helpersWait.notify_all();
     }
 }

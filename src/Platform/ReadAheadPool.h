@@ -3,6 +3,7 @@
 #include "Platform/BriefMutex.h"
 #include "Platform/FileSystem.h"
 #include "Platform/ReadAhead.h"
+#include "Platform/ReadAheadLimits.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -128,6 +129,7 @@ private:
     void endReadingAhead(const std::stop_token& stop);
 
     void help();
+    [[nodiscard]] bool hasWork() const; // for one more helper
     void callHelper();
     void startHelper() noexcept;
     [[nodiscard]] Branch* beginNext();
@@ -138,11 +140,9 @@ private:
     [[nodiscard]] bool countAsHeld(const Branch& branch, std::size_t& counted, std::size_t bytes, bool mayPause);
     void findSubfolders(const Branch& branch, const FolderContents& contents, Names& names) const;
     void takeOutOfOrder(Branch& branch);
-    void hold(std::size_t bytes);
     void release(std::size_t bytes);
 
     const ReadAheadRules m_rules;
-    const std::size_t m_mostHelpers;
     std::stop_source m_stop;
 
     BriefMutex m_mutex; // protects all members below, and the branches except what their reader uses
@@ -153,11 +153,11 @@ private:
     std::list<Branch*> m_order; // branches with folders that are not begun, and those being read ahead
     std::vector<FolderContents> m_spareContents;
     std::size_t m_notBegun = 0; // subfolders in all branches that are not begun
-    std::size_t m_bytesAhead = 0;
+    ReadAheadLimits m_limits;
     std::size_t m_helpers = 0;
     std::size_t m_idleHelpers = 0;
+    std::size_t m_begun = 0; // by helpers, and by the walk ahead of its place
     std::size_t m_readers = 0;
-    bool m_isFull = false;   // from the limit until half of the memory is released
     bool m_hasEnded = false; // descriptors ran out: the walk goes on alone
 
     // Used by the walk only.

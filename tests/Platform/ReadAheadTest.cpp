@@ -2,6 +2,7 @@
 
 #include "Core/Scanner/DiskWalk.h"
 #include "Platform/Background.h"
+#include "Platform/ReadAheadLimits.h"
 #include "Support/FakeFileSystem.h"
 #include "Support/Gate.h"
 #include "Support/TemporaryFolder.h"
@@ -140,6 +141,51 @@ TEST(ReadAhead, HoldsBoundedContentsAheadAndReadsNearestFirst)
         EXPECT_EQ(inner.size(), static_cast<std::size_t>(files));
     }
     EXPECT_EQ(fileSystem->listings().size(), folders + 1U);
+}
+
+TEST(ReadAhead, StartsMoreHelpersWhileListingsSleep)
+{
+    const auto fileSystem = std::make_shared<FakeFileSystem>();
+    for (int i = 0; i < 200; ++i) {
+        fileSystem->addFile("/r/" + std::to_string(i) + "/file", 1);
+    }
+    std::atomic<int> listing = 0;
+    std::atomic<int> most = 0;
+    fileSystem->onListing = [&](const std::string&) {
+        const int now = ++listing;
+        for (int before = most; before < now && !most.compare_exchange_weak(before, now);) {
+        }
+        std::this_thread::sleep_for(1ms);
+        --listing;
+    };
+    (void)scanText(fileSystem, FileUrl::fromPath("/r"), 2);
+    EXPECT_TRUE(Background::waitForAll(5s).empty());
+    EXPECT_GT(most, 4);
+    EXPECT_LE(most, 9) << "eight helpers and the walk";
+}
+
+TEST(ReadAheadLimits, FollowWhatListingsAndTheWalkNeed)
+{
+    constexpr std::size_t piece = std::size_t{1} << 20;
+    ReadAheadLimits limits(2);
+    for (const auto& [hasSlept, expected] : {std::pair(true, 3U), {false, 2U}, {false, 2U}, {true, 3U}, {true, 4U}}) {
+        limits.noteListing(hasSlept);
+        EXPECT_EQ(limits.helpers(), expected);
+    }
+    EXPECT_FALSE(limits.makeRoom()) << "there is room";
+    std::size_t held = 0;
+    for (std::size_t times = 1; times == 1 || limits.makeRoom(); ++times) {
+        for (; !limits.isFull(); ++held) {
+            limits.hold(piece);
+        }
+        EXPECT_EQ(held, times * 6);
+    }
+    EXPECT_EQ(held, 24U) << "the walk may ask for more in vain";
+    for (; held > 3; --held) {
+        EXPECT_EQ(limits.release(piece), held == 22) << held;
+    }
+    limits.hold(3 * piece);
+    EXPECT_TRUE(limits.isFull()) << "the limit falls back";
 }
 
 TEST(ReadAhead, StaysInTheTreeHoweverItChanges)
