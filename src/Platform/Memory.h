@@ -7,6 +7,10 @@ namespace morlaine {
 /// Whether the program may still map so many bytes, which a limit on its address space can prevent. Any thread.
 [[nodiscard]] bool canReserve(std::size_t bytes);
 
+/// Throws std::bad_alloc if the machine has hardly any memory left: going on could make the kernel end this program or
+/// another one. For work that needs memory for everything it finds. Takes some ten microseconds. Any thread.
+void requireSpareMemory();
+
 /// From now on, freeing a large block gives its memory back to the system at once. Call before any thread is started.
 void giveBackLargeBlocks();
 

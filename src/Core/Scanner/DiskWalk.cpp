@@ -1,5 +1,6 @@
 #include "Core/Scanner/DiskWalk.h"
 
+#include "Platform/Memory.h"
 #include "Platform/ReadAhead.h"
 #include "Utilities/CheckedMath.h"
 #include "Utilities/FileCategory.h"
@@ -282,6 +283,7 @@ void DiskWalk::reportAtIntervals(const Item& item)
     const auto now = ScanStats::Clock::now();
     if (now - m_stats.lastUpdateTime > reportInterval) {
         m_stats.lastUpdateTime = now;
+        requireSpareMemory();
         m_updateCallback(pathOf(item), m_stats.filesCount, m_stats.dirsCount, m_stats.totalSize);
     }
 }

@@ -1,5 +1,7 @@
 #include "Platform/Linux/LinuxFolder.h"
 
+#include "Platform/Memory.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -20,6 +22,7 @@ namespace {
 
 constexpr std::size_t mostOpenFolders = 16;
 constexpr std::size_t listingBufferSize = std::size_t{32} * 1024;
+constexpr std::size_t listedBetweenLooksAtMemory = std::size_t{1} << 20U; // bytes
 constexpr int openFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
 /// The kernel refuses to cross a mount point or to follow a link.
@@ -255,6 +258,7 @@ bool LinuxFolder::listOpened(int descriptor, FolderContents& contents, const std
                              const ListingPace& pace, bool& holdsFolders) const
 {
     alignas(dirent64) std::array<char, listingBufferSize> buffer;
+    std::size_t nextLook = listedBetweenLooksAtMemory;
     for (;;) {
         const ssize_t length = ::getdents64(descriptor, buffer.data(), buffer.size());
         if (length <= 0) {
@@ -262,6 +266,10 @@ bool LinuxFolder::listOpened(int descriptor, FolderContents& contents, const std
         }
         if (contents.size() > 0 && pace && !pace(contents)) {
             return false;
+        }
+        if (contents.bytes() > nextLook) {
+            requireSpareMemory();
+            nextLook += listedBetweenLooksAtMemory;
         }
         const char* const end = buffer.data() + length;
         for (const char* next = buffer.data(); next != end;) {

@@ -1,5 +1,10 @@
 #include "Platform/Memory.h"
 
+#include <cstdint>
+#include <fstream>
+#include <new>
+#include <string>
+
 #include <malloc.h>
 #include <sys/mman.h>
 
@@ -9,6 +14,26 @@ bool canReserve(std::size_t bytes)
 {
     void* const place = ::mmap(nullptr, bytes, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     return place != MAP_FAILED && ::munmap(place, bytes) == 0;
+}
+
+void requireSpareMemory()
+{
+    constexpr std::uint64_t leastShare = 32; // of all memory
+    std::uint64_t total = 0;
+    std::uint64_t spare = 0;
+    std::ifstream file("/proc/meminfo");
+    std::string name;
+    std::string rest;
+    for (std::uint64_t kilobytes = 0; file >> name >> kilobytes && std::getline(file, rest);) {
+        if (name == "MemTotal:") {
+            total = kilobytes;
+        } else if (name == "MemAvailable:" || name == "SwapFree:") {
+            spare += kilobytes;
+        }
+    }
+    if (spare < total / leastShare) {
+        throw std::bad_alloc();
+    }
 }
 
 /// The C library maps large blocks one by one, but by default no longer those that are smaller than the largest block
