@@ -11,7 +11,9 @@
 #include <iterator>
 #include <memory>
 #include <new>
+#include <stop_token>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -56,10 +58,10 @@ void check(const FileNode& root, bool isStorm)
     }
 }
 
-FileNode scan(const FileUrl& url, std::size_t readers)
+FileNode scan(const FileUrl& url, std::size_t readers, const std::stop_token& stop = {})
 {
     return DiskWalk(
-               FileSystem::native(), {}, [](const auto&...) {}, readers)
+               FileSystem::native(), stop, [](const auto&...) {}, readers)
         .scan(url);
 }
 
@@ -76,6 +78,19 @@ int scanAgain(const FileUrl& url, std::size_t readers, std::chrono::milliseconds
         }
     } while (Clock::now() < end);
     std::printf("%d\n", rounds);
+    return 0;
+}
+
+int cancelAfter(const FileUrl& url, std::size_t readers, std::chrono::milliseconds time)
+try {
+    std::stop_source stop;
+    const std::jthread canceller([&] {
+        std::this_thread::sleep_for(time);
+        stop.request_stop();
+    });
+    (void)scan(url, readers, stop.get_token());
+    return 1;
+} catch (const ScanCancelled&) {
     return 0;
 }
 
@@ -102,6 +117,7 @@ int store(const std::string& command, const char* argument, int count)
 } // namespace
 
 /// scan PATH READERS MILLISECONDS: scans until the time is over. Prints files, folders and bytes, then the scans.
+/// cancel PATH READERS MILLISECONDS: scans, and cancels after the time.
 /// save PATH COUNT: saves scans of the folder, each id printed. delete ID. load: prints ids and sizes.
 int main(int argc, char** argv)
 try {
@@ -110,7 +126,10 @@ try {
     const int number = argc > 3 ? std::atoi(argv[3]) : 1;
     const std::chrono::milliseconds time(argc > 4 ? std::atoi(argv[4]) : 0);
     const auto readers = static_cast<std::size_t>(number);
-    return command == "scan" ? scanAgain(FileUrl::fromPath(argument), readers, time) : store(command, argument, number);
+    const FileUrl url = FileUrl::fromPath(argument);
+    return command == "scan"     ? scanAgain(url, readers, time)
+           : command == "cancel" ? cancelAfter(url, readers, time)
+                                 : store(command, argument, number);
 } catch (const std::bad_alloc&) {
     std::puts("out of memory");
     return 3;

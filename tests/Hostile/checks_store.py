@@ -133,6 +133,8 @@ def planted_in_the_store(context):
         "loop": lambda path: path.symlink_to(path),
         "folder": folder,
         "endless device": lambda path: path.symlink_to("/dev/zero"),
+        "huge file": lambda path: path.touch() or os.truncate(path, 8 << 30),
+        "file of the future": lambda path: path.write_bytes(b"[]") and os.utime(path, (2**40, 2**40)),
     }
     count = 0
     for kind, make in makers.items():

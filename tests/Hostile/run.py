@@ -16,6 +16,7 @@ import traceback
 
 from common import CHECKS, OWN_MOUNTS, Context, Skipped
 import processes
+import checks_disk  # noqa: F401
 import checks_scan  # noqa: F401
 import checks_store  # noqa: F401
 from folders import remove_tree
