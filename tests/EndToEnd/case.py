@@ -4,6 +4,7 @@ import os
 import pathlib
 import unittest
 
+from accessibility import Listener
 from desktop import Desktop
 from program import preloading
 from store import Store
@@ -31,6 +32,17 @@ class EndToEndTest(unittest.TestCase):
         """Makes a desktop and starts the program; its window is active."""
         self.make_desktop(**options)
         self.start().active_window()
+
+    def start_at_home(self, files):
+        """The same where the home folder holds `files`; `listener` hears what the program announces."""
+        self.make_desktop()
+        self.listener = Listener(self.desktop.accessibility_bus)
+        self.folder = self.make_folder(files)
+        self.start({"HOME": str(self.folder)}).active_window()
+
+    def scan_home(self):
+        self.program.click("push button", "Home")
+        self.store.wait_for_scans(self.program, 1)
 
     def start_endless_scan(self, by_button=None):
         """The same, with a scan that runs until release_folder(): its disk does not answer."""

@@ -1,6 +1,5 @@
 """What people meet who do not see the window: names, reach, the focus, values and announcements."""
 
-from accessibility import Listener
 from case import EndToEndTest
 from program import SEARCH_FIELD
 
@@ -16,13 +15,9 @@ STOPS = {"check box", "combo box", "list", "push button", "text", "toggle button
 
 class AccessibilityTest(EndToEndTest):
     def start_with_scan(self):
-        self.make_desktop()
-        self.listener = Listener(self.desktop.accessibility_bus)
-        self.folder = self.make_folder(FILES)
-        self.start({"HOME": str(self.folder)}).active_window()
+        self.start_at_home(FILES)
         self.check("welcome")
-        self.program.click("push button", "Home")
-        self.store.wait_for_scans(self.program, 1)
+        self.scan_home()
         self.program.wait_for_item("list", "Treemap")
 
     def items(self):
@@ -96,11 +91,19 @@ class AccessibilityTest(EndToEndTest):
 
     def test_scan_that_runs_and_is_cancelled(self):
         self.start_endless_scan()
+        self.picture("scanning")
+        self.assertIsNone(self.program.find("push button", "Scan Folder..."))
         self.check("scanning")
         self.desktop.display.press("Escape")
+        self.program.wait_for_item("push button", "Scan Folder...")
+        self.program.wait_until_gone("push button", "Cancel")
         self.release_folder()
         self.wait_for_notification("Scan cancelled by user.")
         self.check("cancelled")
+        # Anything that the cancelled scan might still do is done before the end of another one.
+        entries = [self.scan(self.folder)]
+        self.assertEqual(self.store.history(), entries)
+        self.assertEqual(len(list(self.store.scans.iterdir())), 1)
         self.quit()
 
     def test_values_and_actions(self):

@@ -33,20 +33,6 @@ class ScanTest(EndToEndTest):
         check_tree(self, self.store.tree(entry), self.walk(self.folder))
         self.quit()
 
-    def test_cancelled_scan_leaves_nothing(self):
-        self.start_endless_scan()
-        self.picture("scanning")
-        self.assertIsNone(self.program.find("push button", "Scan Folder..."))
-        self.desktop.display.press("Escape")
-        self.program.wait_for_item("push button", "Scan Folder...")
-        self.program.wait_until_gone("push button", "Cancel")
-        self.release_folder()
-        # Anything that the cancelled scan might still do is done before the end of another one.
-        entries = [self.scan(self.folder)]
-        self.assertEqual(self.store.history(), entries)
-        self.assertEqual(len(list(self.store.scans.iterdir())), 1)
-        self.quit()
-
     def test_window_closes_during_scan(self):
         self.start_endless_scan()
         self.quit()

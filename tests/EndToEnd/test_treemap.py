@@ -2,7 +2,6 @@
 
 from Xlib import X
 
-from accessibility import Listener
 from case import EndToEndTest
 from program import SEARCH_FIELD
 
@@ -16,12 +15,8 @@ IN_ALL = ["photos", *IN_PHOTOS, "papers", "report.pdf", "notes.txt"]
 
 class TreemapTest(EndToEndTest):
     def start_with_treemap(self):
-        self.make_desktop()
-        self.listener = Listener(self.desktop.accessibility_bus)
-        self.folder = self.make_folder(FILES)
-        self.start({"HOME": str(self.folder)}).active_window()
-        self.program.click("push button", "Home")
-        self.store.wait_for_scans(self.program, 1)
+        self.start_at_home(FILES)
+        self.scan_home()
         self.program.wait_for_treemap(IN_ALL)
 
     def click(self, name, margin_only=False, **options):

@@ -30,6 +30,8 @@ TEST(ShownText, MarksWhatIsInvisibleAndKeepsWhatWritingNeeds)
          u"\u0645\u06CC\u200C\u062E\u0648\u0627\u0647\u0645 \u06A9\u0627\u0631\u200C\u0647\u0627 \u0647\u200D"_s,
          {}},
         {"Hindi", u"\u0915\u094D\u200D \u0915\u094D\u200C\u0937"_s, {}},
+        {"marks above and around", u"\u0645\u064E\u200C\u062E \u0645\u20DD\u200C\u062E"_s, {}},
+        {"letters that join on one side", u"\u0631\u200D \uA872\u200D"_s, u"\u0631\uFFFD \uA872\u200D"_s},
         {"emoji", u"\U0001F469\U0001F3FD\u200D\U0001F4BB \u2764\uFE0F\u200D\U0001F525 1\uFE0F\u20E3"_s, {}},
         {"ideographs and Mongolian letters", u"\u845B\U000E0100 \u1820\u180B"_s, {}},
         {"a sign that encloses a number", u"\u0600\u0661"_s, {}},
@@ -47,9 +49,12 @@ TEST(ShownText, KeepsFoldersInOrderAndFindsTheExactPartOfAPath)
     const QString shown = shownPath(path);
     EXPECT_EQ(shown.toStdString(), u"/\u200E\u05D0/\u200E\u05D1/\u200E1\uFFFD\uFFFDx"_s.toStdString());
     EXPECT_EQ(shownPath(u"/caf\u00E9/b"_s), u"/caf\u00E9/b"_s);
+    EXPECT_EQ(shownPath(u"/\u0645"_s), u"/\u200E\u0645"_s);
+    EXPECT_EQ(shownPath(u"/\u0661"_s), u"/\u200E\u0661"_s);
+    EXPECT_EQ(shownText(QStringView(u"half\U0001F600").chopped(1)), u"half\uFFFD"_s);
     EXPECT_EQ(exactPartOfPath(path, 0, shown.size()), path);
     EXPECT_EQ(exactPartOfPath(path, shown.size() - 3, shown.size()), path.right(4));
-    EXPECT_EQ(exactPartOfPath(path, 2, 4), path.mid(1, 2));
+    EXPECT_EQ(exactPartOfPath(path, 2, 3), path.mid(1, 1));
 }
 
 } // namespace

@@ -157,6 +157,17 @@ TEST(FileNodeJson, AcceptsEveryTextOfATree)
          isLeaf},
         {" \n\t" + withReplaced(":42", " : 42 ") + " \r\n", isLeaf},
         {R"({"children":[)"s + fileText + "]," + (fileText + 1), hasOneChild},
+        {R"({"children":[{"children":[],)"s + (fileText + 1) + R"(],"children":[)" + withReplaced("\"x.c\"", "\"y\"") +
+             "]," + (fileText + 1),
+         [](const FileNode& node) { return node.childrenOrNone().front().name() == "y"; }},
+        {withChildren("[" +
+                      withReplaced("x.c\",", "x.c/x.c\",")
+                          .insert(std::string(fileText).size() + 3, R"(,"children":[],"name":"y")") +
+                      "]"),
+         [](const FileNode& node) {
+             const FileNode child = node.childrenOrNone().front();
+             return child.name() == "y" && child.url().path() == "/a b/x.c/x.c";
+         }},
     };
     for (const auto& [text, isRead] : cases) {
         const auto result = decoded(text);

@@ -29,7 +29,11 @@ struct Fields {
 TEST(FileNode, IsEqualInAllSevenFieldsOnly)
 {
     const Fields fields;
-    std::vector<Fields> others(9, fields);
+    const auto child = [&fields](const char* path) {
+        return std::vector{
+            FileNode(fields.id, FileUrl::fromPath(path), "n", 12, false, FileCategory::other, std::nullopt)};
+    };
+    std::vector<Fields> others(12, fields);
     others[0].id = Uuid::random();
     others[1].url = FileUrl::fromPath("/b/node");
     others[2].name = "Node";
@@ -39,13 +43,19 @@ TEST(FileNode, IsEqualInAllSevenFieldsOnly)
     others[6].children = std::nullopt;
     others[7].children->push_back(others[7].children->front());
     others[8].children->clear();
-    EXPECT_EQ(fields.node(), fields.node());
-    EXPECT_EQ(std::hash<FileNode>()(fields.node()), std::hash<FileNode>()(fields.node()));
+    others[9].children = child("/x/n");
+    others[10].children = child("/y/n");
+    others[11].children = std::nullopt;
+    others[11].url = others[1].url;
+    others.push_back(fields);
     for (std::size_t i = 0; i < others.size(); ++i) {
-        EXPECT_NE(fields.node(), others[i].node()) << "field " << i;
-        EXPECT_NE(std::hash<FileNode>()(fields.node()), std::hash<FileNode>()(others[i].node())) << "field " << i;
+        for (std::size_t j = 0; j < others.size(); ++j) {
+            const FileNode a = others[i].node();
+            const FileNode b = others[j].node();
+            EXPECT_EQ(a == b, i == j) << i << ", " << j;
+            EXPECT_EQ(std::hash<FileNode>()(a) == std::hash<FileNode>()(b), i == j) << i << ", " << j;
+        }
     }
-    EXPECT_NE(others[6].node(), others[8].node()) << "no list and an empty one differ";
     const FileNode root = fields.node();
     EXPECT_NE(root, root.children()->front()) << "of the same tree";
 }

@@ -43,8 +43,8 @@ TEST(PieSlice, ListsFiveInTheLegendAndSumsTheOthers)
         }
         return text;
     };
-    EXPECT_EQ(textOf("r/\n  a.jpg 500\n  b.mp4 200\n  c.mp3 125\n  d.zip 100\n  e.cpp 75\n"),
-              "Images 50.0%; Videos 20.0%; Audio 12.5%; Archives 10.0%; Source Code 7.5%; ");
+    EXPECT_EQ(textOf("r/\n  a.jpg 200\n  b.mp4 500\n  c.mp3 100\n  d.zip 100\n  e.cpp 100\n"),
+              "Videos 50.0%; Images 20.0%; Audio 10.0%; Archives 10.0%; Source Code 10.0%; ");
     EXPECT_EQ(textOf("r/\n  a.jpg 500\n  b.mp4 200\n  c.mp3 125\n  d.zip 100\n  e.cpp 45\n  f.pdf 20\n  g 10\n"),
               "Images 50.0%; Videos 20.0%; Audio 12.5%; Archives 10.0%; Source Code 4.5%; Other Types 3.0%; ");
 }

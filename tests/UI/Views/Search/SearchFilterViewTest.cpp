@@ -3,6 +3,7 @@
 #include "Support/ModelFixture.h"
 #include "Support/TreeText.h"
 #include "Support/Widgets.h"
+#include "UI/Views/Search/SearchFilterContent.h"
 #include "UI/Views/Search/SearchResultDelegate.h"
 #include "UI/Views/Search/SearchResultsModel.h"
 #include "UI/Widgets/UniformListView.h"
@@ -18,6 +19,8 @@
 #include <QToolTip>
 
 #include <gmock/gmock.h>
+
+#include <csignal>
 
 namespace morlaine {
 namespace {
@@ -246,6 +249,12 @@ TEST_F(SearchFilterViewTest, TheRowMenuActsOnItsRow)
     choose(*openMenu(list(), QContextMenuEvent::Keyboard), 3);
     ASSERT_EQ(model().zoomStack().size(), 1U);
     EXPECT_EQ(model().zoomStack().front().name(), "Photos");
+}
+
+TEST(SizeFilterDeathTest, EndsTheProgramForAnEntryThatDoesNotExist)
+{
+    EXPECT_EXIT((void)sizeFilterBytes(sizeFilters.size()), testing::KilledBySignal(SIGABRT), "^$");
+    EXPECT_EXIT((void)sizeFilterBytes(-1), testing::KilledBySignal(SIGABRT), "^$");
 }
 
 TEST(SearchResultsTest, AMillionRowsAppearAndTheLastIsInReach)

@@ -82,12 +82,19 @@ TEST(MainViewModelNavigation, MovesAlongTheZoomPathAndItsHistory)
         {"out", "selected root"},
     };
     ModelFixture fixture;
+    std::optional<std::pair<std::vector<FileNode>, std::optional<FileNode>>> announced; // the state at the first signal
+    QObject::connect(fixture.model.get(), &MainViewModel::objectWillChange, [&] {
+        announced = announced.value_or(std::pair(fixture.model->zoomStack(), fixture.model->selectedNode()));
+    });
     for (const auto& [operationNames, view] : cases) {
         fixture.show(nestedFolders);
         const FileNode root = *fixture.model->currentRootNode();
         std::istringstream operations(operationNames);
         for (std::string operation; operations >> operation;) {
+            const std::pair before(fixture.model->zoomStack(), fixture.model->selectedNode());
+            announced.reset();
             navigate(*fixture.model, root, operation);
+            EXPECT_EQ(announced.value_or(before), before) << operationNames << ": announced before it happens";
         }
         EXPECT_EQ(viewOf(*fixture.model), view) << operationNames;
     }

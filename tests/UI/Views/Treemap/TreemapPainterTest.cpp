@@ -7,6 +7,9 @@
 #include "UI/Styles/Contrast.h"
 #include "UI/Styles/Conversions.h"
 #include "UI/Views/Treemap/FolderGrounds.h"
+#include "UI/Views/Treemap/TreemapCanvas.h"
+
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -89,6 +92,19 @@ std::pair<int, double> distance(const QImage& a, const QImage& b)
     return {largest, sum / (3.0 * a.width() * a.height())};
 }
 
+/// A canvas whose pixel ratio the test sets.
+class CanvasOnAnyScreen final : public TreemapCanvas {
+public:
+    int scale = 1;
+
+protected:
+    [[nodiscard]] int metric(PaintDeviceMetric metric) const override
+    {
+        return metric == PdmDevicePixelRatioScaled ? static_cast<int>(scale * devicePixelRatioFScale())
+                                                   : TreemapCanvas::metric(metric);
+    }
+};
+
 } // namespace
 
 TEST(TreemapPainterTest, IsThePlainPicture)
@@ -154,6 +170,23 @@ TEST(TreemapPainterTest, LabelsAreReadOnEveryColour)
             }
         }
     }
+}
+
+TEST(TreemapCanvasTest, PaintsAgainForAnotherPixelRatio)
+{
+    CanvasOnAnyScreen canvas;
+    const auto layout = std::make_shared<TreemapLayout>();
+    TreemapEngine::layOut(test::treeFromText("root/\n  a 1"), {0, 0, 100, 100}, *layout);
+    canvas.showLayout(layout, {});
+    canvas.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&canvas));
+    canvas.grab();
+    const int before = canvas.basePaintCount();
+    canvas.grab();
+    EXPECT_EQ(canvas.basePaintCount(), before);
+    canvas.scale = 2;
+    canvas.grab();
+    EXPECT_EQ(canvas.basePaintCount(), before + 1);
 }
 
 } // namespace morlaine

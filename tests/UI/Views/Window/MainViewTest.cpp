@@ -92,6 +92,7 @@ TEST_F(MainViewTest, NeverShrinksBelowItsContent)
     press(Qt::Key_I, Qt::ControlModifier | Qt::AltModifier);
     const auto columns = window->findChildren<SideColumn*>();
     EXPECT_TRUE(QTest::qWaitFor([&] { return std::ranges::all_of(columns, &SideColumn::isHidden); }));
+    EXPECT_EQ(button("Inspector")->toolTip(), QStringLiteral("Show Inspector (⌥⌘I)"));
     window->resize(100, 100);
     EXPECT_TRUE(QTest::qWaitFor([this] { return window->centralWidget()->size() == QSize(960, 640); }));
 }
@@ -131,10 +132,12 @@ TEST_F(MainViewTest, KeepsTheWidthsOfTheColumns)
     EXPECT_EQ(widthsAt(1280), dragged);
     press(Qt::Key_S, Qt::ControlModifier);
     EXPECT_TRUE(QTest::qWaitFor([columns] { return columns->widget(0)->isHidden(); }));
+    EXPECT_EQ(button("Disks Sidebar")->toolTip(), QStringLiteral("Show Disks Sidebar (⌥⌘S or ⌘S)"));
     widthsAt(1000);
     widthsAt(1280);
-    press(Qt::Key_S, Qt::ControlModifier);
+    press(Qt::Key_S, Qt::ControlModifier | Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return columns->sizes() == dragged; }));
+    EXPECT_EQ(button("Disks Sidebar")->toolTip(), QStringLiteral("Hide Disks Sidebar (⌥⌘S or ⌘S)"));
 }
 
 TEST_F(MainViewTest, OffersToCancelWhileItScans)
