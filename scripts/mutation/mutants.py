@@ -10,14 +10,16 @@ from clang.cindex import CursorKind, TypeKind
 COMPARISONS = {"<": "lt", "<=": "le", ">": "gt", ">=": "ge", "==": "eq", "!=": "ne"}
 ARITHMETIC = {"+": "add", "-": "sub", "*": "mul", "/": "div"}
 OTHER = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==", "+": "-", "-": "+", "*": "+", "/": "*"}
-# What only saves time or memory, so that no test can tell.
-HARMLESS = re.compile(r"\b(reserve|shrink_to_fit|assert|static_assert|notify_one|Q_UNUSED)\b|^\(void\)")
+# What only saves time or memory, so that no test can tell, and what sets a variable, so that the compiler tells.
+HARMLESS = re.compile(
+    r"\b(reserve|shrink_to_fit|shrinkToFit|assert|static_assert|notify_one|Q_UNUSED)\b|^\(void\)|memcpy\(&four")
 
 
 @dataclasses.dataclass
 class Mutant:
     file: str
     line: int
+    text: str  # of the line, without spaces around it
     what: str
     edits: list  # of offset, characters that go, text that comes; the number is put for @
 
@@ -37,6 +39,7 @@ class Finder:
         self.file = file
         self.path = str(root / file)
         self.text = (root / file).read_bytes()
+        self.lines = [line.strip() for line in self.text.decode().split("\n")]
         self.found = []
         unit = clang.cindex.Index.create().parse(self.path, args=flags)
         errors = [str(each) for each in unit.diagnostics if each.severity >= 3]
@@ -49,11 +52,17 @@ class Finder:
     def range(self, cursor):
         return cursor.extent.start.offset, cursor.extent.end.offset
 
+    def shortened(self, cursor, most=60):
+        begin, end = self.range(cursor)
+        return " ".join(self.text[begin:end].decode(errors="replace").split())[:most]
+
     def add(self, cursor, what, *edits):
         line = cursor.extent.start.line
-        self.found.append(Mutant(self.file, line, what, list(edits)))
+        self.found.append(Mutant(self.file, line, self.lines[line - 1], what, list(edits)))
 
     def visit(self, cursor, parent):
+        if cursor.kind == CursorKind.VAR_DECL and "constexpr " in self.shortened(cursor, 30):
+            return  # computed by the compiler, where no mutant can be woken
         children = list(cursor.get_children())
         if parent and parent.kind == CursorKind.COMPOUND_STMT:
             self.statement(cursor)
@@ -77,16 +86,17 @@ class Finder:
         place, sign = self.operator_between(left, right)
         begin, end = self.range(cursor)
         kinds = {side.type.get_canonical().kind for side in [left, right]}
-        is_number = not kinds & {TypeKind.POINTER, TypeKind.RECORD, TypeKind.DEPENDENT, TypeKind.UNEXPOSED}
-        if sign in COMPARISONS or sign in ARITHMETIC and is_number:
+        is_known = not kinds & {TypeKind.DEPENDENT, TypeKind.UNEXPOSED, TypeKind.VECTOR}
+        is_number = is_known and not kinds & {TypeKind.POINTER, TypeKind.RECORD}
+        if sign in COMPARISONS and is_known or sign in ARITHMETIC and is_number:
             name = (COMPARISONS | ARITHMETIC)[sign]
-            self.add(cursor, f"{sign} becomes {OTHER[sign]}", (begin, 0, f"mutant::{name}(@, "),
+            self.add(cursor, f"{sign} becomes {OTHER[sign]} in {self.shortened(cursor)}", (begin, 0, f"mutant::{name}(@, "),
                      (place, len(sign), ","), (end, 0, ")"))
         elif sign in ["&&", "||"]:
             switch = "mutant::is(@) || " if sign == "&&" else "!mutant::is(@) && "
-            for side, name in [(left, "left"), (right, "right")]:
+            for side in [left, right]:
                 low, high = self.range(side)
-                self.add(cursor, f"no {name} of {sign}", (low, 0, f"({switch}("), (high, 0, "))"))
+                self.add(side, f"no {self.shortened(side)}", (low, 0, f"({switch}("), (high, 0, "))"))
 
     def overloaded(self, cursor, children):
         sign = cursor.spelling[len("operator"):]
@@ -94,14 +104,14 @@ class Finder:
         place, found = self.operator_between(left, right)
         if sign == found and sign in ["==", "!="]:
             begin, end = self.range(cursor)
-            self.add(cursor, f"{sign} becomes {OTHER[sign]}", (begin, 0, "(mutant::is(@) != ("), (end, 0, "))"))
+            self.add(cursor, f"{sign} becomes {OTHER[sign]} in {self.shortened(cursor)}", (begin, 0, "(mutant::is(@) != ("), (end, 0, "))"))
 
     def condition(self, cursor, condition):
         begin, end = self.range(condition)
         text = self.text[begin:end]
         is_plain = condition.kind.is_expression() and not re.search(rb"[<>=!]=|&&|\|\|| [<>] ", text)
         if is_plain and b"constexpr" not in self.text[cursor.extent.start.offset:begin]:
-            self.add(cursor, "condition turned round", (begin, 0, "(mutant::is(@) != static_cast<bool>("), (end, 0, "))"))
+            self.add(cursor, f"turned round: {self.shortened(condition)}", (begin, 0, "(mutant::is(@) != static_cast<bool>("), (end, 0, "))"))
 
     def statement(self, cursor):
         begin, end = self.range(cursor)
@@ -109,7 +119,7 @@ class Finder:
         kinds = [CursorKind.CALL_EXPR, CursorKind.BINARY_OPERATOR, CursorKind.COMPOUND_ASSIGNMENT_OPERATOR,
                  CursorKind.UNARY_OPERATOR, CursorKind.UNEXPOSED_EXPR]
         if cursor.kind in kinds and self.text[end:end + 1] == b";" and not HARMLESS.search(text):
-            self.add(cursor, f"without: {' '.join(text.split())[:60]}", (begin, 0, "if (!mutant::is(@)) "))
+            self.add(cursor, f"without: {self.shortened(cursor)}", (begin, 0, "if (!mutant::is(@)) "))
 
 
 def mutated(text, numbered):
