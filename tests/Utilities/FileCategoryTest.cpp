@@ -15,7 +15,7 @@ TEST(FileCategory, JudgesByTheLowerCasedExtensionAlone)
         {video, {"m4v", "m\u212Av"}}, // the Kelvin sign is a capital k, but a dotted capital I keeps its dot
         {audio, {"m4a"}},
         {application, {"dmg"}},
-        {archive, {"7z", "dmg-part"}},
+        {archive, {"7z", "ZIP", "dmg-part"}},
         {sourceCode, {"m", "json", "html"}},
         {document, {"md", "csv", "PAGES-TEF"}},
         {FileCategory::system, {"sqlite", "bak"}},

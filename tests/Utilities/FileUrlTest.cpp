@@ -89,6 +89,7 @@ TEST(FileUrl, AppendsComponents)
     EXPECT_EQ(child.path(), "/a/b/c/d.txt");
     EXPECT_EQ(child.absoluteString(), "file:///a/b/c/d.txt");
     EXPECT_EQ(FileUrl::fromPath("/").appending("x").path(), "/x");
+    EXPECT_EQ(FileUrl::fromPath("/a//").appending("x").path(), "/a/x");
     EXPECT_NE(folder, FileUrl::fromPath("/a/b")) << "the text makes the difference";
 }
 

@@ -152,6 +152,7 @@ TEST(FileNodeJson, AcceptsEveryTextOfATree)
         {withReplaced("0F1C", "0f1c"), isLeaf},
         {withReplaced("x.c\",\"size", "\\u00e9\\ud83d\\ude00\\\"\",\"size"),
          [](const FileNode& node) { return node.name() == "é😀\""; }},
+        {withReplaced("\"x.c\"", R"("\u0105\u1105")"), [](const FileNode& node) { return node.name() == "ąᄅ"; }},
         {withReplaced(R"("name")",
                       R"("new":[{"id":1,"children":{}},[[null,1.5e9,1.9e308,"x"]]],"other":{"size":"a"},"name")"),
          isLeaf},
@@ -184,10 +185,16 @@ TEST(FileNodeJson, RejectsEverythingElseAsAWhole)
         const char* reason;
     };
     const std::string id = R"("0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E5")";
+    const auto nested = [](std::string text, const std::string& url) {
+        return text.replace(text.find("x.c\""), 4, url + '"');
+    };
     const std::string largeFolder =
-        withReplaced("42,\"isDirectory\":false", "9223372036854775807,\"isDirectory\":true");
+        nested(withReplaced("42,\"isDirectory\":false", "9223372036854775807,\"isDirectory\":true"), "x.c/d");
     const std::string folderOfLargeFile =
-        withReplaced("false", R"(true,"children":[)" + withReplaced("42", "9223372036854775807") + ']');
+        nested(withReplaced("\"isDirectory\":false,\"fileCategory\":\"sourceCode\"",
+                            R"("isDirectory":true,"fileCategory":"other","children":[)" +
+                                nested(withReplaced("42", "9223372036854775807"), "x.c/d/f") + ']'),
+               "x.c/d");
     const Group groups[] = {
         {R"("url":"file:///a%20b/x.c",)", {""}, "missing key \"url\""},
         {R"("name":"x.c",)", {""}, "missing key \"name\""},
@@ -207,7 +214,8 @@ TEST(FileNodeJson, RejectsEverythingElseAsAWhole)
         {"42", {"-1", "-9223372036854775808"}, "a size is negative"},
         {"}", {R"(,"children":[)" + largeFolder + ',' + largeFolder + "]}"}, "a sum of sizes"},
         {"}", {R"(,"children":[)" + folderOfLargeFile + ',' + folderOfLargeFile + "]}"}, "a sum of sizes"},
-        {"42", {"NaN"}, "Invalid value"},
+        {"42", {"NaN", ""}, "Invalid value"},
+        {"\"x.c\"", {"\"\\x0005\""}, "escape"},
         {"false", {"0"}, "type of \"isDirectory\", found an integer"},
         {"sourceCode", {"sourcecode"}, "unknown \"fileCategory\""},
         {"\"sourceCode\"", {"5"}, "type of \"fileCategory\", found an integer"},

@@ -245,6 +245,12 @@ TEST(TreeReaders, AgreeOnEveryText)
     EXPECT_GT(accepted, 500U);
 }
 
+TEST(TreeReaders, ReadALargeTreeInPieces)
+{
+    const FileNode tree = test::folderOfFiles(20'000);
+    EXPECT_EQ(readWith(readExactForm, encoded(tree)), tree);
+}
+
 TEST(Tree, StaysWholeForTheLastOfItsHandles)
 {
     std::vector<std::pair<FileNode, std::string>> kept;

@@ -9,6 +9,7 @@
 #include "UI/Views/Sidebar/RecentScanDelegate.h"
 #include "UI/Views/Sidebar/RecentScansList.h"
 #include "UI/Views/Sidebar/SidebarText.h"
+#include "UI/Views/Sidebar/SpaceBreakdown.h"
 
 #include <QAccessible>
 
@@ -224,6 +225,7 @@ TEST_F(SidebarViewTest, BreaksTheShownTreeDown)
     EXPECT_TRUE(QTest::qWaitFor([&] { return labels().size() > 4; }));
     EXPECT_THAT(labels(), ElementsAre("Devices", "Favorites", "Recent Scans", "No recent scans", "Space Breakdown",
                                       "Images", "1 KB", "Videos", "3 GB"));
+    EXPECT_EQ(sizeOfCategory(FileCategory::image, *fixture.model->currentRootNode()), 1000);
     fixture.show("root/\n  empty.zip 0");
     EXPECT_TRUE(QTest::qWaitFor([&] { return labels().size() == 5; }));
     scanUntilGate();
