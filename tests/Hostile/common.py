@@ -13,7 +13,7 @@ sys.path.insert(0, str(HERE.parent / "EndToEnd"))
 CHECKS = {}  # by name: the group and the function
 APP = "com.morlaine.Morlaine"
 OWN_MOUNTS = "MORLAINE_OWN_MOUNTS"  # set if mounts are seen by these checks only
-PATIENCE = 120  # seconds for one run of the driver
+PATIENCE = 400  # seconds for one run of the driver
 
 
 class Skipped(Exception):

@@ -46,7 +46,7 @@ def run(name, group, function, arguments):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--program", type=pathlib.Path, required=True)
-    parser.add_argument("--long", action="store_true", help="more of everything: about an hour")
+    parser.add_argument("--long", action="store_true", help="more of everything: a quarter of an hour")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("wanted", nargs="*")
     arguments = parser.parse_args()
