@@ -20,7 +20,8 @@ def on_lying_disk(lie, judge):
             raise Skipped("no program can serve a disk here")
         server = subprocess.Popen([sys.executable, "-B", lying_disk.__file__, context.folder], stdout=subprocess.PIPE)
         try:
-            expect(server.stdout.readline() == b"mounted\n", "not mounted")
+            if server.stdout.readline() != b"mounted\n":
+                raise Skipped("the system does not mount such a disk")
             return "; ".join(judge(context, context.folder / lie, readers) for readers in [0, 4])
         finally:
             server.kill()

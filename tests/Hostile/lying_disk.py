@@ -11,8 +11,7 @@ import sys
 import time
 import zlib
 
-LOOKUP, FORGET, GETATTR, STATFS, INIT, OPENDIR, READDIR, INTERRUPT, FORGET_MANY = (
-    1, 2, 3, 17, 26, 27, 28, 36, 42)
+LOOKUP, FORGET, STATFS, INIT, OPENDIR, READDIR, INTERRUPT, FORGET_MANY = 1, 2, 17, 26, 27, 28, 36, 42
 FILE, FOLDER = stat.S_IFREG, stat.S_IFDIR
 SIZES = {"-1": (2**64 - 1, 1), "largest": (2**63 - 1, 2**54 - 1), "sparse": (2**63 - 1, 2), "believed": (2**53, 2**44)}
 BLOCKS = 2**50  # of the disk
@@ -48,7 +47,7 @@ class LyingDisk:
         options = f"fd={self.device},rootmode=40000,user_id={os.getuid()},group_id={os.getgid()}".encode()
         if ctypes.CDLL(None).mount(b"lying", os.fsencode(mount_point), b"fuse", 0, options) == 0:
             print("mounted", flush=True)
-        self.items = {}  # the lie and the name of each item that was looked up
+        self.items = {}  # the lie of each that was looked up
         self.listings = []  # by handle: the entries, the one that did not fit, the number of those listed
 
     def serve(self):
@@ -64,11 +63,9 @@ class LyingDisk:
                 os.write(self.device, struct.pack("<IiQ", 16 + len(reply), error, number) + reply)
 
     def answer(self, operation, node, body):
-        lie, name = self.items[node] if node >= FIRST_ITEM else (["", "", *LIES][node], "")
+        lie = self.items.get(node) or ["", "", *LIES][node]
         if operation == INIT:
             return struct.pack("<4I2H2I2H8I", 7, 31, 0, 0, 0, 0, 4096, 1, 0, 0, *[0] * 8)
-        if operation == GETATTR:
-            return bytes(16) + self.attributes(node, name)
         if operation == LOOKUP:
             return self.look_up(lie, node, os.fsdecode(body.rstrip(b"\0")))
         if operation == OPENDIR:
@@ -83,17 +80,12 @@ class LyingDisk:
 
     def look_up(self, lie, parent, name):
         time.sleep(SLOWNESS if lie == "slow" else 0)
-        if not lie and name not in LIES:
-            raise OSError(errno.ENOENT, "")
         node = FIRST_ITEM + zlib.crc32(os.fsencode(name), parent) if lie else 2 + list(LIES).index(name)
-        self.items[node] = lie, name
-        return struct.pack("<Q", node) + bytes(32) + self.attributes(node, name)
-
-    def attributes(self, node, name):
-        is_folder = node < FIRST_ITEM or name == "folder"
+        self.items[node] = lie or name
         size, blocks = SIZES.get(name.split(" ")[0], (512, 1))
-        mode = FOLDER | 0o755 if is_folder else FILE | 0o644
-        return struct.pack("<6Q10I", node, size, blocks, *[0] * 6, mode, 1, *[0] * 3, 4096, 0)
+        mode = FILE | 0o644 if lie and name != "folder" else FOLDER | 0o755
+        return struct.pack("<4Q2I6Q10I", node, 0, 0, 2**32, 0, 0, node, size, blocks, *[0] * 6, mode, 1, *[0] * 3,
+                           4096, 0)
 
     def list(self, listing, size):
         """As many entries as fit."""
