@@ -1,5 +1,6 @@
 #include "Platform/Memory.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <fstream>
 #include <new>
@@ -18,7 +19,8 @@ bool canReserve(std::size_t bytes)
 
 void requireSpareMemory()
 {
-    constexpr std::uint64_t leastShare = 32; // of all memory
+    constexpr std::uint64_t leastShare = 32;     // of all memory
+    constexpr std::uint64_t enough = 128 * 1024; // kilobytes
     std::uint64_t total = 0;
     std::uint64_t spare = 0;
     std::ifstream file("/proc/meminfo");
@@ -31,7 +33,7 @@ void requireSpareMemory()
             spare += kilobytes;
         }
     }
-    if (spare < total / leastShare) {
+    if (spare < std::min(total / leastShare, enough)) {
         throw std::bad_alloc();
     }
 }
