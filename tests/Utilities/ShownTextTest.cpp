@@ -22,6 +22,7 @@ TEST(ShownText, MarksWhatIsInvisibleAndKeepsWhatWritingNeeds)
         {"fillers and no characters", u"\u3164\u034F\uFFFC\uFDD0"_s, u"\uFFFD\uFFFD\uFFFD\uFFFD"_s},
         {"tags, one mark a character", u"\U0001F3F4\U000E0067\U000E007F"_s, u"\U0001F3F4\uFFFD\uFFFD"_s},
         {"joiners between Latin letters", u"a\u200Cb\u200Dc"_s, u"a\uFFFDb\uFFFDc"_s},
+        {"joiners beside one emoji", u"\U0001F469\u200Da\u200D\U0001F469"_s, u"\U0001F469\uFFFDa\uFFFD\U0001F469"_s},
         {"joiners in a row and at an end", u"\u0645\u06CC\u200C\u200C\u062E\u200C"_s,
          u"\u0645\u06CC\uFFFD\uFFFD\u062E\uFFFD"_s},
         {"selectors behind letters and digits", u"a\uFE0F1\uFE0F"_s, u"a\uFFFD1\uFFFD"_s},

@@ -29,11 +29,11 @@ struct Fields {
 TEST(FileNode, IsEqualInAllSevenFieldsOnly)
 {
     const Fields fields;
-    const auto child = [&fields](const char* path) {
+    const auto child = [&fields](const char* path, bool isFolder = false) {
         return std::vector{
-            FileNode(fields.id, FileUrl::fromPath(path), "n", 12, false, FileCategory::other, std::nullopt)};
+            FileNode(fields.id, FileUrl::fromPath(path), "n", 12, isFolder, FileCategory::other, std::nullopt)};
     };
-    std::vector<Fields> others(12, fields);
+    std::vector<Fields> others(13, fields);
     others[0].id = Uuid::random();
     others[1].url = FileUrl::fromPath("/b/node");
     others[2].name = "Node";
@@ -45,6 +45,7 @@ TEST(FileNode, IsEqualInAllSevenFieldsOnly)
     others[8].children->clear();
     others[9].children = child("/x/n");
     others[10].children = child("/y/n");
+    others[12].children = child("/x/n", true);
     others[11].children = std::nullopt;
     others[11].url = others[1].url;
     others.push_back(fields);

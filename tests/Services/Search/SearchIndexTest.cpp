@@ -66,6 +66,7 @@ TEST(SearchIndex, TakesQueriesThatAreNoWholeWordOrNoText)
     EXPECT_THAT(pathsFound(root, "ΜΟΥΣ"), testing::ElementsAre("/r/ΜΟΥΣΙΚΗ"));
     EXPECT_THAT(pathsFound(root, "ΟΔΟΣ"), testing::ElementsAre("/r/οδος.txt"));
     EXPECT_EQ(find(root, QString(QChar(0xD83D))).size(), 0U) << "half a pair is no question mark";
+    EXPECT_EQ(find(root, QStringLiteral("y") + QChar(0xDC00)).size(), 0U);
     EXPECT_THAT(pathsFound(root, "😀"), testing::ElementsAre("/r/😀"));
 }
 

@@ -5,6 +5,7 @@
 #include "Support/Widgets.h"
 #include "UI/Styles/Conversions.h"
 #include "UI/Views/Chart/DonutChart.h"
+#include "UI/Views/Chart/DonutSliceShape.h"
 
 #include <QHelpEvent>
 #include <QLabel>
@@ -47,6 +48,18 @@ TEST(PieSlice, ListsFiveInTheLegendAndSumsTheOthers)
               "Videos 50.0%; Images 20.0%; Audio 10.0%; Archives 10.0%; Source Code 10.0%; ");
     EXPECT_EQ(textOf("r/\n  a.jpg 500\n  b.mp4 200\n  c.mp3 125\n  d.zip 100\n  e.cpp 45\n  f.pdf 20\n  g 10\n"),
               "Images 50.0%; Videos 20.0%; Audio 12.5%; Archives 10.0%; Source Code 4.5%; Other Types 3.0%; ");
+}
+
+TEST(DonutSliceShape, IsASectorOfARing)
+{
+    const std::tuple<DonutSliceShape, QPointF, bool> cases[] = {
+        {{0, 3, 10}, {50, 95}, true},   {{0, 3, 10}, {50, 5}, false},   {{0, 3, 10}, {50, 80}, false},
+        {{0, 3, 80}, {52, 60}, true},   {{2, 9, 10}, {50, 95}, true},   {{2, 9, 10}, {95, 50}, true},
+        {{2, 8.2, 10}, {27, 89}, true}, {{0, 3, 10}, {105, 50}, false}, {{0, 3, 10}, {90, 75}, true}};
+    for (const auto& [shape, point, isInside] : cases) {
+        EXPECT_EQ(shape.path({0, 0, 120, 100}).contains(point + QPointF(10, 0)), isInside)
+            << point.x() << ", " << point.y();
+    }
 }
 
 class PieChartViewTest : public testing::Test, protected test::ModelFixture {

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace morlaine {
 
 namespace Decide = TreemapDecisions;
@@ -97,6 +99,16 @@ TEST(BreadcrumbFitTest, CutsLongNamesThenFoldsTheMiddle)
     };
     for (const auto& [names, available, widths] : cases) {
         EXPECT_EQ(fitBreadcrumb(names, available, metrics).nameWidths, widths) << available;
+    }
+}
+
+TEST(BreadcrumbFitTest, LeavesTwoFifthsOfTheHeaderToTheInfo)
+{
+    EXPECT_EQ(naturalBreadcrumbWidth(std::vector{60, 100}, {16, 4, 50, 10}), 200);
+    const std::array<int, 5> cases[] = {{1000, 300, 10, 300, 690}, {1000, 900, 10, 590, 400}, {10, 50, 20, 0, 0}};
+    for (const auto& [available, natural, spacing, breadcrumb, info] : cases) {
+        const HeaderWidths widths = divideHeader(available, natural, spacing);
+        EXPECT_EQ(std::pair(widths.breadcrumb, widths.info), std::pair(breadcrumb, info)) << available;
     }
 }
 
