@@ -7,7 +7,7 @@ import unittest
 from accessibility import Listener
 from desktop import Desktop
 from program import preloading
-from store import Store
+from store import Store, check_entry, check_tree
 from walk import Walk
 
 PROGRAM = pathlib.Path(os.environ["MORLAINE_PROGRAM"])
@@ -75,8 +75,11 @@ class EndToEndTest(unittest.TestCase):
         self.program.choose_folder(folder)
         return self.store.wait_for_scans(self.program, count)[-1]
 
-    def walk(self, folder):
-        return Walk(os.fsencode(folder))
+    def check_saved(self, entry, started):
+        """Compares the entry and its tree with `folder`."""
+        walk = Walk(os.fsencode(self.folder))
+        check_entry(self, entry, walk, started)
+        check_tree(self, self.store.tree(entry), walk)
 
     def quit(self):
         """Closes the window by keyboard. The program must exit with 0."""

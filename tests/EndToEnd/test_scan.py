@@ -5,21 +5,18 @@ import time
 
 from case import EndToEndTest
 from hostile_tree import make_hostile_tree
-from store import check_entry, check_tree
 
 
 class ScanTest(EndToEndTest):
     def test_hostile_folder_is_cached_node_by_node(self):
         self.start_on_desktop()
-        folder = self.make_folder()
-        make_hostile_tree(folder, random.Random(1), 400)
+        self.folder = self.make_folder()
+        make_hostile_tree(self.folder, random.Random(1), 400)
         started = time.time()
-        entry = self.scan(folder)
+        entry = self.scan(self.folder)
         self.program.wait_until_gone("label", "Welcome to Morlaine")
         self.picture("hostile")
-        walk = self.walk(folder)
-        check_entry(self, entry, walk, started)
-        check_tree(self, self.store.tree(entry), walk)
+        self.check_saved(entry, started)
         self.quit()
 
     def test_buttons_scan_and_cancel(self):
@@ -28,9 +25,10 @@ class ScanTest(EndToEndTest):
         self.program.wait_for_item("push button", "Scan Folder...")
         self.release_folder()
         self.program.click("push button", "Scan Folder...")
+        started = time.time()
         self.program.scan_in_dialog(self.folder)
         [entry] = self.store.wait_for_scans(self.program, 1)
-        check_tree(self, self.store.tree(entry), self.walk(self.folder))
+        self.check_saved(entry, started)
         self.quit()
 
     def test_window_closes_during_scan(self):

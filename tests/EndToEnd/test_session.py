@@ -5,7 +5,6 @@ import time
 
 from case import PROGRAM, EndToEndTest
 from program import TITLE
-from store import check_entry, check_tree
 from waiting import PATIENCE, wait_for
 
 FONTLESS = '<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd"><fontconfig></fontconfig>'
@@ -34,12 +33,10 @@ class SessionTest(EndToEndTest):
             with self.subTest(**variant):
                 self.make_desktop(has_session_bus=False)
                 (self.desktop.home / "fonts.conf").write_text(FONTLESS)
-                folder = self.make_folder(TURKISH_AND_OTHER_CASES)
+                self.folder = self.make_folder(TURKISH_AND_OTHER_CASES)
                 self.start(variant)
                 started = time.time()
-                entry = self.scan_by_keys(folder)
-                check_entry(self, entry, self.walk(folder), started)
-                check_tree(self, self.store.tree(entry), self.walk(folder))
+                self.check_saved(self.scan_by_keys(self.folder), started)
                 self.quit_by_keys()
 
     def quit_by_keys(self):

@@ -1,9 +1,6 @@
 """The treemap and its header, by mouse and by keyboard."""
 
-from Xlib import X
-
 from case import EndToEndTest
-from program import SEARCH_FIELD
 
 PHOTO = "50% of café & co.jpg"
 FILES = {f"photos/trip/{PHOTO}": 50_000, "photos/sky.png": 30_000, "papers/report.pdf": 40_000, "notes.txt": 20_000}
@@ -14,15 +11,10 @@ IN_ALL = ["photos", *IN_PHOTOS, "papers", "report.pdf", "notes.txt"]
 
 
 class TreemapTest(EndToEndTest):
-    def start_with_treemap(self):
-        self.start_at_home(FILES)
-        self.scan_home()
-        self.program.wait_for_treemap(IN_ALL)
-
-    def click(self, name, margin_only=False, **options):
-        """Clicks on a rectangle. A folder can only be hit at its margin."""
-        x, y, width, height = self.program.wait_for_item("list item", name).extents
-        self.desktop.display.click((x, y, 3 if margin_only else width, height), **options)
+    def double_click(self, folder):
+        """A folder can only be hit at its margin."""
+        x, y, _, height = self.program.wait_for_item("list item", folder).extents
+        self.desktop.display.click((x, y, 3, height), count=2)
 
     def wait_for_zoom(self, path, names):
         def steps():
@@ -32,24 +24,14 @@ class TreemapTest(EndToEndTest):
         self.program.wait_for_treemap(names)
         self.program.wait_for_selection(self.folder.joinpath(*path))
 
-    def menu(self):
-        """The entries of the menu that opens."""
-        menu = self.program.wait_for(lambda: self.listener.next("popup menu"), "a menu")
-        return {entry.name: entry for entry in menu.children if entry.role != "separator"}
-
-    def paste_into_search_field(self):
-        field = self.program.focus(*SEARCH_FIELD)
-        self.desktop.display.press("Ctrl+V")
-        self.program.wait_for(lambda: field.text, "the text to be pasted")
-        return field.text
-
     def test_zooms_in_and_out(self):
-        self.start_with_treemap()
+        self.start_at_home(FILES)
+        self.scan_home()
         program = self.program
         self.wait_for_zoom([], IN_ALL)
-        self.click("photos", margin_only=True, count=2)
+        self.double_click("photos")
         self.wait_for_zoom(["photos"], IN_PHOTOS)
-        self.click("trip", margin_only=True, count=2)
+        self.double_click("trip")
         self.wait_for_zoom(["photos", "trip"], IN_TRIP)
         self.picture("zoomed")
         program.click("push button", "Go Back")
@@ -65,23 +47,4 @@ class TreemapTest(EndToEndTest):
         self.wait_for_zoom(["photos"], IN_PHOTOS)
         self.desktop.display.press("Escape")
         self.wait_for_zoom([], IN_ALL)
-        self.quit()
-
-    def test_context_menu(self):
-        self.start_with_treemap()
-        self.click("photos", margin_only=True, button=X.Button3)
-        menu = self.menu()
-        self.picture("menu")
-        self.assertEqual(
-            list(menu), ["photos", "Zoom In", "Reveal in Finder", "Open File / Folder", "Copy Path"]
-        )
-        self.desktop.display.click(menu["Zoom In"].extents)
-        self.wait_for_zoom(["photos"], IN_PHOTOS)
-        self.click(PHOTO, button=X.Button3)
-        menu = self.menu()
-        self.assertEqual(list(menu), [PHOTO, "Reveal in Finder", "Open File / Folder", "Copy Path"])
-        self.desktop.display.click(menu["Copy Path"].extents)
-        path = self.folder / "photos" / "trip" / PHOTO
-        self.program.wait_for_selection(path)
-        self.assertEqual(self.paste_into_search_field(), str(path))
         self.quit()

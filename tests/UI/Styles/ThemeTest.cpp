@@ -93,14 +93,6 @@ TEST_F(ThemeTest, SecondaryAndTertiaryTextRecedeAndStayReadable)
     }
 }
 
-TEST_F(ThemeTest, OnlySystemColorsFollowTheAppearance)
-{
-    for (const auto color : {Theme::panelBackground, Theme::controlBackground, Theme::textPrimary, Theme::textSecondary,
-                             Theme::textTertiary}) {
-        EXPECT_NE(color(Palettes::light()), color(Palettes::dark()));
-    }
-}
-
 TEST_F(ThemeTest, AVisualEffectWidgetIsFilledWithThePanelBackgroundOfAnActiveWindow)
 {
     Theme::VisualEffectWidget* widget = Theme::VisualEffectView().make(nullptr);
