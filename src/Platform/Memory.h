@@ -11,6 +11,10 @@ namespace morlaine {
 /// another one. For work that needs memory for everything it finds. Takes some ten microseconds. Any thread.
 void requireSpareMemory();
 
+/// Like std::realloc, and its blocks are freed by std::free. The system is asked for large pages for large blocks: it
+/// takes and gives back their memory many times faster, and rounds it up to 2 MiB while the block grows. Any thread.
+[[nodiscard]] void* resizeBlock(void* block, std::size_t bytes) noexcept;
+
 /// From now on, freeing a large block gives its memory back to the system at once. Call before any thread is started.
 void giveBackLargeBlocks();
 

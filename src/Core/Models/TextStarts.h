@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Utilities/GrowingArray.h"
+#include "Core/Models/GrowingArray.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Core/Models/GrowingArray.h"
 #include "Utilities/FileCategory.h"
-#include "Utilities/GrowingArray.h"
 #include "Utilities/Uuid.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Core/Models/FileNode.h"
+#include "Core/Models/GrowingArray.h"
 #include "Core/Models/TreemapRect.h"
-#include "Utilities/GrowingArray.h"
 #include "Utilities/Rect.h"
 
 #include <algorithm>

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <fstream>
 #include <new>
 #include <string>
 
 #include <malloc.h>
 #include <sys/mman.h>
+#include <unistd.h>
 
 namespace morlaine {
 
@@ -36,6 +38,22 @@ void requireSpareMemory()
     if (spare < std::min(total / leastShare, enough)) {
         throw std::bad_alloc();
     }
+}
+
+void* resizeBlock(void* block, std::size_t bytes) noexcept
+{
+    constexpr std::size_t leastInLargePages = std::size_t{4} << 20U;
+    void* const resized = std::realloc(block, bytes);
+    if (resized == nullptr || bytes < leastInLargePages) {
+        return resized;
+    }
+    // All pages of the block: the system moves only a mapping that is of one kind.
+    const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
+    const auto address = reinterpret_cast<std::uintptr_t>(resized);
+    const std::uintptr_t before = address % page;
+    const std::uintptr_t size = (before + ::malloc_usable_size(resized) + page - 1) / page * page;
+    ::madvise(static_cast<char*>(resized) - before, size, MADV_HUGEPAGE);
+    return resized;
 }
 
 /// The C library maps large blocks one by one, but by default no longer those that are smaller than the largest block

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Memory.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
@@ -11,8 +13,8 @@
 
 namespace morlaine {
 
-/// A sequence of plain values that grows by realloc: the system moves large blocks by remapping pages instead of
-/// copying them, and unused capacity takes no memory. Throws std::bad_alloc and then stays unchanged.
+/// A sequence of plain values that grows by resizeBlock: the system moves large blocks by remapping pages instead of
+/// copying them, and unused capacity takes almost no memory. Throws std::bad_alloc and then stays unchanged.
 template <typename Value>
 class GrowingArray {
     static_assert(std::is_trivially_copyable_v<Value> && std::is_trivially_destructible_v<Value>);
@@ -88,7 +90,7 @@ public:
     void shrinkToFit() noexcept
     {
         if (m_size < m_capacity && m_size > 0) {
-            if (void* shrunk = std::realloc(static_cast<void*>(m_values), m_size * sizeof(Value))) {
+            if (void* shrunk = resizeBlock(static_cast<void*>(m_values), m_size * sizeof(Value))) {
                 m_values = static_cast<Value*>(shrunk);
                 m_capacity = m_size;
             }
@@ -109,7 +111,7 @@ private:
     void grow(std::size_t least)
     {
         const std::size_t capacity = std::max(least, m_capacity + m_capacity / 2);
-        void* grown = std::realloc(static_cast<void*>(m_values), capacity * sizeof(Value));
+        void* grown = resizeBlock(static_cast<void*>(m_values), capacity * sizeof(Value));
         if (grown == nullptr) {
             throw std::bad_alloc();
         }
