@@ -5,7 +5,8 @@ flat, no descriptor, thread or file is left over, and what is listed agrees with
     scripts/soak.py [--minutes 60] [--files 20000] [--seed N] [--program build/release/morlaine]
 
 Reports a line a minute and fails when the median memory of the last quarter is more than 5 % above that of the first
-quarter after the first five minutes (or the first quarter of the time, where that is less).
+quarter after the first five minutes (or the first quarter of the time, where that is less), or when the median number of
+descriptors or threads is higher. A single look may see a thread that is about to end.
 """
 
 import argparse
@@ -157,9 +158,10 @@ def judge(samples):
     warm = samples[min(5, len(samples) // 4):]
     quarter = max(1, len(warm) // 4)
     first, last = ([figures for minute in part for figures in minute] for part in [warm[:quarter], warm[-quarter:]])
-    growth = statistics.median(each[0] for each in last) / statistics.median(each[0] for each in first)
-    left = [max(each[kind] for each in last) - max(each[kind] for each in first) for kind in [1, 2]]
-    print(f"memory {100 * (growth - 1):+.1f} %, descriptors {left[0]:+}, threads {left[1]:+}")
+    medians = [[statistics.median(kind) for kind in zip(*part)] for part in (first, last)]
+    growth = medians[1][0] / medians[0][0]
+    left = [medians[1][kind] - medians[0][kind] for kind in (1, 2)]
+    print(f"memory {100 * (growth - 1):+.1f} %, descriptors {left[0]:+g}, threads {left[1]:+g}")
     return growth <= MOST_GROWTH and max(left) <= 0
 
 
