@@ -18,4 +18,8 @@ void requireSpareMemory();
 /// From now on, freeing a large block gives its memory back to the system at once. Call before any thread is started.
 void giveBackLargeBlocks();
 
+/// Gives memory of freed small blocks back to the system, which the allocator would keep. For the end of large work.
+/// Any thread.
+void giveBackFreedMemory();
+
 } // namespace morlaine

@@ -1,5 +1,7 @@
 #include "Platform/Background.h"
 
+#include "Platform/Memory.h"
+
 #include <condition_variable>
 #include <cstdint>
 #include <map>
@@ -7,7 +9,6 @@
 #include <new>
 #include <thread>
 
-#include <malloc.h>
 #include <pthread.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -97,8 +98,8 @@ std::error_code Background::start(const std::string& name, Priority priority, st
                 yieldToEverythingElse();
             }
             run(work);
-            work = nullptr;   // before it counts as ended
-            ::malloc_trim(0); // the allocator would keep what large work has freed
+            work = nullptr; // before it counts as ended
+            giveBackFreedMemory();
             registry.remove(id);
         }).detach();
     } catch (const std::system_error& error) {

@@ -64,4 +64,13 @@ void giveBackLargeBlocks()
     ::mallopt(M_MMAP_THRESHOLD, leastLargeBlock);
 }
 
+/// Sanitizers bring an allocator of their own. The C library's would then be set up by the first two threads that end,
+/// both at once, and it is not made for that.
+void giveBackFreedMemory()
+{
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    ::malloc_trim(0);
+#endif
+}
+
 } // namespace morlaine
