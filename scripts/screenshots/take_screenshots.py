@@ -11,7 +11,9 @@ import tempfile
 from demo_folder import make_demo_folder
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests" / "EndToEnd"))
+import buses
 import processes
+import settings_portal
 from desktop import Desktop
 from folders import remove_tree
 from program import TITLE, preloading
@@ -31,9 +33,16 @@ def wait_for_rest(display, window):
     wait_for(is_at_rest, "the window to come to rest", interval=0.5)
 
 
+def offer_scheme(desktop, scheme):
+    """From now on the desktop tells programs that its user prefers "light" or "dark"."""
+    address = desktop.environment["DBUS_SESSION_BUS_ADDRESS"]
+    desktop.start_service([sys.executable, "-B", settings_portal.__file__, address, scheme])
+    buses.wait_for_name(desktop.session_bus, settings_portal.NAME)
+
+
 def take(program_path, demo, scheme, scale, picture):
     with Desktop(width=WIDTH * scale, height=HEIGHT * scale) as desktop:
-        desktop.offer_scheme(scheme)
+        offer_scheme(desktop, scheme)
         environment = {"HOME": str(demo), "QT_SCALE_FACTOR": str(scale)}
         environment.update(preloading(program_path.parent / "libmorlaine_large_disk.so"))
         program = desktop.start_program(program_path, environment)

@@ -2,30 +2,16 @@
 
 import os
 import pathlib
-import sys
 import tempfile
 from urllib.parse import quote
 
 import buses
 import processes
-import settings_portal
 from display import Display
 from folders import remove_tree
 from program import Program
 
-BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
-  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig>
-  <type>session</type>
-  <listen>unix:tmpdir={folder}</listen>
-  <auth>EXTERNAL</auth>
-  <policy context="default">
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-"""
+BUS_CONFIGURATION = pathlib.Path(__file__).resolve().parents[1] / "Support" / "bus.conf"
 
 WINDOW_MANAGER_CONFIGURATION = """<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
@@ -56,7 +42,7 @@ class Desktop:
             self.display = Display(self._log, width, height)
             self.environment = self._make_environment()
             if has_session_bus:
-                self._start_session_bus()
+                self._start_session_bus("unix:tmpdir=" + quote(str(self.folder)))
             if has_session_bus and has_accessibility:
                 self._start_accessibility()
             if has_window_manager:
@@ -87,12 +73,6 @@ class Desktop:
         self._programs.append(program)
         return program
 
-    def offer_scheme(self, scheme):
-        """From now on the desktop tells programs that its user prefers "light" or "dark"."""
-        address = self.environment["DBUS_SESSION_BUS_ADDRESS"]
-        self._start([sys.executable, "-B", settings_portal.__file__, address, scheme])
-        buses.wait_for_name(self.session_bus, settings_portal.NAME)
-
     def install_command(self, name, script):
         """Installs a command that takes precedence over the system's."""
         command = self.commands / name
@@ -109,7 +89,6 @@ class Desktop:
             folder.mkdir(parents=True)
         (self.folder / "runtime").mkdir(mode=0o700)
         (self.folder / "configuration" / "openbox" / "rc.xml").write_text(WINDOW_MANAGER_CONFIGURATION)
-        (self.folder / "bus.conf").write_text(BUS_CONFIGURATION.format(folder=quote(str(self.folder))))
 
     def _make_environment(self):
         runtime = self.folder / "runtime"
@@ -142,12 +121,13 @@ class Desktop:
         self._bus.kill()
         self._bus.wait()
         meanwhile()
-        self._start_session_bus("--address=" + self.environment["DBUS_SESSION_BUS_ADDRESS"].partition(",")[0])
+        self._start_session_bus(self.environment["DBUS_SESSION_BUS_ADDRESS"].partition(",")[0])
 
-    def _start_session_bus(self, *options):
+    def _start_session_bus(self, address):
         reader, writer = os.pipe()
         self._bus = self._start(
-            ["dbus-daemon", f"--config-file={self.folder}/bus.conf", "--nofork", f"--print-address={writer}", *options],
+            ["dbus-daemon", f"--config-file={BUS_CONFIGURATION}", f"--address={address}", "--nofork",
+             f"--print-address={writer}"],
             pass_fds=[writer],
         )
         os.close(writer)

@@ -1,28 +1,14 @@
 #include "Support/PrivateBus.h"
 
 #include <atomic>
-#include <fstream>
 
 namespace morlaine::test {
 
 PrivateBus::PrivateBus()
 {
-    const std::string configuration = m_folder.path() / "bus.conf";
-    std::ofstream(configuration) << R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig>
-  <type>session</type>
-  <listen>unix:path=)" << m_folder.path().native()
-                                 << R"(/bus</listen>
-  <policy context="default">
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-)";
     m_daemon.start(QStringLiteral("dbus-daemon"),
-                   {QStringLiteral("--config-file=") + QString::fromStdString(configuration),
+                   {QStringLiteral("--config-file=" MORLAINE_BUS_CONFIGURATION),
+                    QStringLiteral("--address=unix:path=%1/bus").arg(QString::fromStdString(m_folder.path())),
                     QStringLiteral("--print-address"), QStringLiteral("--nofork")});
     while (m_daemon.state() != QProcess::NotRunning && !m_daemon.canReadLine() && m_daemon.waitForReadyRead()) {
     }

@@ -1,7 +1,9 @@
 """A settings portal that only knows the colour scheme."""
 
+import pathlib
 import sys
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests" / "EndToEnd"))
 import buses
 from gi.repository import Gio, GLib
 
