@@ -6,7 +6,7 @@ import unittest
 
 from accessibility import Listener
 from desktop import Desktop
-from program import preloading
+from program import TITLE, preloading
 from store import Store, check_entry, check_tree
 from walk import Walk
 
@@ -83,7 +83,7 @@ class EndToEndTest(unittest.TestCase):
 
     def quit(self):
         """Closes the window by keyboard. The program must exit with 0."""
-        self.program.active_window()
+        self.desktop.display.wait_for_focus(TITLE)
         self.desktop.display.press("Alt+F4")
         self.assertEqual(self.program.wait_for_exit(), 0)
 

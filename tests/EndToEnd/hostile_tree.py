@@ -48,12 +48,12 @@ def grow(folder, random, count):
                 count -= share
                 if kind == 5:
                     contents = make_folder(inner, b"Contents")
-                    make_file(contents, b"Info.plist", 700, random)
+                    make_file(contents, b"Info.plist", 700)
                     os.close(contents)
                 os.fchmod(inner, random.choice([0, 0o700, 0o700, 0o700]))
                 os.close(inner)
             else:
-                make_file(folder, name, random.choice(SIZES), random)
+                make_file(folder, name, random.choice(SIZES), hole=10**12 if random.random() < 0.1 else 0)
                 names.append(name)
         except FileExistsError:
             pass
@@ -65,11 +65,11 @@ def make_folder(folder, name):
     return os.open(name, FOLDER, dir_fd=folder)
 
 
-def make_file(folder, name, size, random):
+def make_file(folder, name, size, hole=0):
+    """So many bytes, and behind them a hole."""
     file = os.open(name, os.O_WRONLY | os.O_CREAT | os.O_EXCL | os.O_NOFOLLOW, 0o600, dir_fd=folder)
     os.write(file, b"x" * size)
-    if random.random() < 0.1:
-        os.ftruncate(file, size + 10**12)
+    os.ftruncate(file, size + hole)
     # The blocks that a file takes are settled only once it is on the disk.
     os.fsync(file)
     os.close(file)
@@ -82,8 +82,5 @@ def make_nested(path, depth, name):
         inner = make_folder(folder, name)
         os.close(folder)
         folder = inner
-    file = os.open(b"bottom.c", os.O_WRONLY | os.O_CREAT, 0o600, dir_fd=folder)
-    os.write(file, b"12345")
-    os.fsync(file)
-    os.close(file)
+    make_file(folder, b"bottom.c", 5)
     os.close(folder)

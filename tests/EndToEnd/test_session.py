@@ -37,12 +37,7 @@ class SessionTest(EndToEndTest):
                 self.start(variant)
                 started = time.time()
                 self.check_saved(self.scan_by_keys(self.folder), started)
-                self.quit_by_keys()
-
-    def quit_by_keys(self):
-        self.desktop.display.wait_for_focus(TITLE)
-        self.desktop.display.press("Alt+F4")
-        self.assertEqual(self.program.wait_for_exit(), 0)
+                self.quit()
 
     def test_bus_that_dies_and_comes_back(self):
         self.make_desktop(has_accessibility=False)
@@ -51,7 +46,7 @@ class SessionTest(EndToEndTest):
         self.desktop.display.wait_for_focus(TITLE)
         self.desktop.restart_session_bus(lambda: self.scan_by_keys(folder))
         self.scan_by_keys(folder)
-        self.quit_by_keys()
+        self.quit()
 
     def test_display_that_is_lost(self):
         for delay in [0, 0.2]:
@@ -70,13 +65,13 @@ class SessionTest(EndToEndTest):
         folder = self.make_folder({f"{number % 100}/{number}": 1 for number in range(10_000)})
         self.start()
         kept = self.scan_by_keys(folder)
-        self.quit_by_keys()
+        self.quit()
         for size in [16, 64, 96, 128, 192, 240, 320, 560, 600, 640, 800, 1_000]:
             with self.subTest(megabytes=size):
                 self.desktop.install_command("little", f'exec prlimit --as={size << 20} "{PROGRAM}"\n')
                 self.program = self.desktop.start_program(self.desktop.commands / "little")
                 if self.has_window() and self.scans(folder):
-                    self.quit_by_keys()
+                    self.quit()
                 elif self.program.is_running():
                     self.program.process.kill()
                     self.program.process.wait()
