@@ -1,5 +1,6 @@
 #include "Platform/FileSystem.h"
 #include "Support/Mount.h"
+#include "Support/Socket.h"
 #include "Support/TemporaryFolder.h"
 #include "Support/TreeText.h"
 
@@ -14,10 +15,8 @@
 #include <string_view>
 
 #include <sys/mount.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 /// Replaces the system's function: an item named "lying" claims the largest possible size.
@@ -102,10 +101,8 @@ TEST(LinuxFileSystem, MeasuresEveryKindOfItem)
     folder.makeLink("dangling", "nowhere");
     folder.makeLink("sub/loop", "../sub");
     ::mkfifo((folder.path() / "fifo").c_str(), 0600);
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    sockaddr_un address = {AF_UNIX, {}};
-    (folder.path() / "socket").native().copy(address.sun_path, sizeof address.sun_path - 1);
-    ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    const int socket = test::listeningSocket((folder.path() / "socket").native());
+    ASSERT_GE(socket, 0);
     const FileNode root = scan(folder.url());
     ::close(socket);
 

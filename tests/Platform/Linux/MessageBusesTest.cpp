@@ -1,5 +1,7 @@
 #include "Platform/MessageBuses.h"
 
+#include "Support/Environment.h"
+#include "Support/Socket.h"
 #include "Support/TemporaryFolder.h"
 
 #include <QProcess>
@@ -7,19 +9,18 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstring>
 #include <fstream>
 #include <string>
 #include <thread>
 
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace morlaine {
 namespace {
 
 using namespace std::chrono_literals;
+using test::Environment;
 using test::TemporaryFolder;
 
 constexpr auto patience = 200ms;
@@ -27,14 +28,11 @@ constexpr auto patience = 200ms;
 /// A socket that sends one greeting to its first connection and then only reads.
 class FakeBus {
 public:
-    FakeBus(const std::string& path, std::string greeting) : m_greeting(std::move(greeting))
+    FakeBus(const std::string& path, std::string greeting)
+        : m_greeting(std::move(greeting))
+        , m_socket(test::listeningSocket(path))
     {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
-        const bool isUp =
-            ::bind(m_socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 && ::listen(m_socket, 4) == 0;
-        EXPECT_TRUE(isUp);
+        EXPECT_GE(m_socket, 0);
         m_thread = std::thread([this] {
             const int connection = ::accept(m_socket, nullptr, nullptr);
             (void)!::write(connection, m_greeting.data(), m_greeting.size());
@@ -55,24 +53,8 @@ public:
 
 private:
     const std::string m_greeting;
-    const int m_socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int m_socket;
     std::thread m_thread;
-};
-
-/// Sets an environment variable during its lifetime.
-class Variable {
-public:
-    Variable(const char* name, const std::string& value) : m_name(name), m_old(qgetenv(name))
-    {
-        qputenv(name, value.c_str());
-    }
-    ~Variable() { m_old.isNull() ? (void)qunsetenv(m_name) : (void)qputenv(m_name, m_old); }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    const char* m_name;
-    QByteArray m_old;
 };
 
 TEST(MessageBuses, AreDeadWhereNothingSensibleIsSaidInTime)
@@ -114,7 +96,7 @@ TEST(MessageBuses, AreFoundByEveryKindOfAddress)
                   QStringLiteral("--nofork"), QStringLiteral("--print-address")});
     ASSERT_TRUE(daemon.waitForReadyRead());
 
-    const Variable runtime("XDG_RUNTIME_DIR", folder.path());
+    const Environment runtime("XDG_RUNTIME_DIR", folder.path());
     const std::string escaped = "unix:guid=00,path=%2f" + path.substr(1);
     for (const std::string& address :
          {"unix:path=" + path, escaped, "unix:abstract=" + name, std::string("unix:runtime=yes"),
@@ -122,17 +104,17 @@ TEST(MessageBuses, AreFoundByEveryKindOfAddress)
         EXPECT_TRUE(MessageBuses::isAlive(address, 10s)) << address;
     }
     {
-        const Variable session("DBUS_SESSION_BUS_ADDRESS", "");
+        const Environment session("DBUS_SESSION_BUS_ADDRESS", "");
         EXPECT_TRUE(MessageBuses::probe(10s).session);
     }
     {
-        const Variable session("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
-        const Variable preset("AT_SPI_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+        const Environment session("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
+        const Environment preset("AT_SPI_BUS_ADDRESS", "unix:path=/nonexistent/bus");
         const MessageBuses buses = MessageBuses::probe(10s);
         EXPECT_TRUE(buses.session);
         EXPECT_FALSE(buses.accessibility);
     }
-    const Variable session("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
+    const Environment session("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
     EXPECT_TRUE(MessageBuses::probe(10s).accessibility); // no accessibility bus is offered
     daemon.kill();
     daemon.waitForFinished();

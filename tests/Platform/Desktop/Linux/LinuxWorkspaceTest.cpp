@@ -2,6 +2,7 @@
 
 #include "Support/Environment.h"
 #include "Support/PrivateBus.h"
+#include "Support/Socket.h"
 
 #include <QClipboard>
 #include <QDBusArgument>
@@ -17,8 +18,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace morlaine {
@@ -109,13 +108,8 @@ TEST_F(LinuxWorkspaceTest, KeepsTheWindowAliveWhileTheBusDoesNotAnswer)
 {
     const TemporaryFolder folder;
     const std::string path = folder.path() / "bus";
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    ASSERT_EQ(::listen(socket, 5), 0);
-
+    const int socket = test::listeningSocket(path);
+    ASSERT_GE(socket, 0);
     LinuxWorkspace slow([&path] {
         return QDBusConnection::connectToBus(QStringLiteral("unix:path=") + QString::fromStdString(path),
                                              QStringLiteral("slow bus"));
