@@ -247,16 +247,6 @@ TEST_F(MainViewTest, ShowsNoNameThatMisleads)
         << "breadcrumb, treemap, recent scan with its tooltip";
 }
 
-TEST_F(MainViewTest, OpensMenusWithTheKeysThatKeyboardsHave)
-{
-    showTree();
-    window->findChild<TreemapCanvas*>()->setFocus();
-    press(Qt::Key_F10, Qt::ShiftModifier);
-    QWidget* const menu = QApplication::activePopupWidget();
-    ASSERT_TRUE(menu);
-    menu->close();
-}
-
 TEST_F(MainViewTest, PassesTheFocusFromLeftToRight)
 {
     showTree();
