@@ -5,38 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <utility>
 
 namespace morlaine {
 namespace {
 
-TEST(TreemapLayout, FindsTheFileElseTheOutermostFolder)
-{
-    const FileNode root =
-        test::treeFromText("root/\n  outer/\n    inner/\n      empty/\n      first 1\n      second 1\n"
-                           "      overlapping 1\n");
-    TreemapLayout layout;
-    layout.restart(root);
-    layout.add(1, {0, 0, 100, 100}, 0);
-    layout.add(2, {3, 3, 94, 94}, 1);
-    layout.add(3, {6, 6, 40, 88}, 2);
-    layout.add(4, {46, 6, 48, 40}, 2);
-    layout.add(5, {46, 46, 48, 48.25}, 2);
-    layout.add(6, {46, 46, 48, 48}, 2);
-    const std::pair<std::pair<double, double>, const char*> cases[] = {
-        {{1, 1}, "outer"},       {{4, 4}, "outer"},      {{20, 20}, "outer"},     {{50, 20}, "first"},
-        {{46, 6}, "first"},      {{50, 46}, "second"},   {{50, 45.999}, "first"}, {{94, 50}, "outer"},
-        {{93.99, 50}, "second"}, {{0, 0}, "outer"},      {{100, 50}, "nothing"},  {{50, 100}, "nothing"},
-        {{-0.1, 5}, "nothing"},  {{50, 94.25}, "outer"},
-    };
-    for (const auto& [point, name] : cases) {
-        const auto index = layout.hitTest(point.first, point.second);
-        EXPECT_EQ(index ? layout[*index].node.name() : "nothing", name) << point.first << ", " << point.second;
-    }
-}
-
-/// Enough rectangles for many blocks, at random places.
-TEST(TreemapLayout, FindsInEveryBlockWhatAPlainSearchFinds)
+/// With enough rectangles for many blocks, at random places.
+TEST(TreemapLayout, FindsTheFileElseTheOutermostFolderAsAPlainSearchDoes)
 {
     std::string text = "root/\n";
     for (int index = 0; index < 1'000; ++index) {
