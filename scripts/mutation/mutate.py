@@ -23,6 +23,7 @@ import random
 import re
 import resource
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -108,8 +109,9 @@ def change(path, content):
 
 
 def limit_processor_time(seconds):
-    """At idle priority, time on the clock says little."""
+    """At idle priority, time on the clock says little. A shell may have started this in the background, without SIGINT."""
     os.setsid()
+    signal.signal(signal.SIGINT, signal.SIG_DFL)
     resource.setrlimit(resource.RLIMIT_CPU, (int(seconds), int(seconds)))
 
 
