@@ -27,10 +27,10 @@ std::size_t placeWorthALook(const GrowingArray<char>& names, std::size_t begin) 
 {
     while (names.size() - begin >= SixteenBytes::count) {
         const int place = SixteenBytes::firstSet(isWorthALook(SixteenBytes::at(names.data() + begin)));
-        begin += static_cast<std::size_t>(place);
         if (place < SixteenBytes::count) {
-            return begin;
+            return begin + static_cast<std::size_t>(place);
         }
+        begin += SixteenBytes::count;
     }
     while (begin < names.size() && !isWorthALook(static_cast<signed char>(names[begin]))) {
         ++begin;
@@ -91,9 +91,13 @@ void LowerNames::noteExtension(const TreeArrays& tree, Position node, std::strin
     }
 }
 
-std::size_t LowerNames::numberFrom(Position node) const noexcept
+std::size_t LowerNames::numberFrom(Position node, std::size_t least) const noexcept
 {
-    return static_cast<std::size_t>(std::lower_bound(m_nodes.begin(), m_nodes.end(), node) - m_nodes.begin());
+    if (least < m_nodes.size() && m_nodes[least] >= node) {
+        return least; // as a rule
+    }
+    const Position* const begin = m_nodes.begin() + std::min(least, m_nodes.size());
+    return static_cast<std::size_t>(std::lower_bound(begin, m_nodes.end(), node) - m_nodes.begin());
 }
 
 } // namespace morlaine

@@ -33,8 +33,8 @@ public:
         return {m_text.data() + m_starts[number], m_starts[number + 1] - m_starts[number] - 1};
     }
 
-    /// The number of the first changed name at or behind `node`; `size()` if there is none.
-    [[nodiscard]] std::size_t numberFrom(Position node) const noexcept;
+    /// The number of the first changed name at or behind `node`, at least `least`; `size()` if there is none.
+    [[nodiscard]] std::size_t numberFrom(Position node, std::size_t least = 0) const noexcept;
 
     /// The names one after another, with `TreeArrays::nameEnd` before the first and behind each, and where each starts.
     [[nodiscard]] std::string_view text() const noexcept { return {m_text.data(), m_text.size()}; }

@@ -41,10 +41,11 @@ public:
         while (beyond - begin >= SixteenBytes::count) {
             const int place = SixteenBytes::firstSet((SixteenBytes::at(begin) == m_first) &
                                                      (SixteenBytes::at(begin + toLast) == m_last));
-            begin += place;
             if (place == SixteenBytes::count) {
+                begin += SixteenBytes::count; // not `place`, for which the next load would have to wait
                 continue;
             }
+            begin += place;
             if (toLast == 1 || isAt(begin)) {
                 return begin;
             }
@@ -122,12 +123,22 @@ void TextSearch::eachOccurrence(Visit visit)
            [&](std::size_t number) { return visit(static_cast<Position>(number)); });
     const LowerNames& changed = m_tree.lowerNames();
     search(changed.text(), changed.starts(), changed.numberFrom(m_root + 1), changed.numberFrom(m_end),
-           [&](std::size_t number) {
-               const Position next = visit(changed.node(number));
-               while (++number < changed.size() && changed.node(number) < next) {
-               }
-               return number;
-           });
+           [&](std::size_t number) { return changed.numberFrom(visit(changed.node(number)), number + 1); });
+}
+
+template <typename Visit>
+void TextSearch::eachNameWith(std::string_view start, Visit visit)
+{
+    for (Position node = m_root + 1; node < m_end;) {
+        const char first = m_nodes.names[m_nodes.nameStarts[node]];
+        node = first == start.front() && m_nodes.name(node).starts_with(start) ? visit(node) : node + 1;
+    }
+    const LowerNames& changed = m_tree.lowerNames();
+    const std::size_t end = changed.numberFrom(m_end);
+    for (std::size_t number = changed.numberFrom(m_root + 1); number < end;) {
+        const bool isHit = changed.name(number).starts_with(start);
+        number = isHit ? changed.numberFrom(visit(changed.node(number)), number + 1) : number + 1;
+    }
 }
 
 void TextSearch::findInNames()
@@ -141,18 +152,21 @@ void TextSearch::findAcrossSlashes()
 {
     const std::size_t slash = m_query.rfind('/');
     const std::string_view folderEnd = m_query.substr(0, slash);
-    const std::string_view nameStart = m_query.substr(slash + 1);
-    for (Position folder = m_root; folder < m_end; ++folder) {
-        const Position end = m_tree.endOf(folder);
-        if (end == folder + 1 || !pathEndsWith(folder, folderEnd)) {
-            continue;
+    if (slash + 1 == m_query.size()) {
+        for (Position folder = m_root; folder < m_end;) {
+            const bool isHit = m_tree.endOf(folder) > folder + 1 && pathEndsWith(folder, folderEnd);
+            folder = isHit ? markRange(folder + 1, m_tree.endOf(folder)) : folder + 1;
         }
-        for (Position child = folder + 1; child < end; child = m_tree.endOf(child)) {
-            if (lowerName(child).starts_with(nameStart)) {
-                markWithContents(child);
-            }
-        }
+        return;
     }
+    Position asked = m_end; // the folder of the node before
+    bool isHit = false;
+    eachNameWith(m_query.substr(slash + 1), [&](Position node) {
+        if (const Position folder = m_tree.parentOf(node); folder != std::exchange(asked, folder)) {
+            isHit = pathEndsWith(folder, folderEnd);
+        }
+        return isHit ? markWithContents(node) : node + 1;
+    });
 }
 
 /// The general case, for trees from a file whose names contain slashes: checks the end of each node's whole path.
@@ -214,11 +228,10 @@ bool TextSearch::pathEndsWith(Position node, std::string_view text) const
 
 TextSearch::Position TextSearch::markWithContents(Position node)
 {
-    markRange(node, m_tree.endOf(node));
-    return m_tree.endOf(node);
+    return markRange(node, m_tree.endOf(node));
 }
 
-void TextSearch::markRange(Position begin, Position end)
+TextSearch::Position TextSearch::markRange(Position begin, Position end)
 {
     constexpr std::uint64_t all = ~std::uint64_t{0};
     const std::size_t first = begin / 64;
@@ -227,12 +240,13 @@ void TextSearch::markRange(Position begin, Position end)
     const std::uint64_t toEnd = all >> (63 - (end - 1) % 64);
     if (first == last) {
         m_marks[first] |= fromBegin & toEnd;
-        return;
+        return end;
     }
     m_marks[first] |= fromBegin;
     std::fill(m_marks.begin() + static_cast<std::ptrdiff_t>(first) + 1,
               m_marks.begin() + static_cast<std::ptrdiff_t>(last), all);
     m_marks[last] |= toEnd;
+    return end;
 }
 
 } // namespace morlaine

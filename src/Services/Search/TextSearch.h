@@ -39,12 +39,17 @@ private:
     template <typename Visit>
     void eachOccurrence(Visit visit);
 
+    /// The same for names that begin with `start`.
+    template <typename Visit>
+    void eachNameWith(std::string_view start, Visit visit);
+
     [[nodiscard]] std::string_view lowerName(Position node) const;
     [[nodiscard]] bool pathEndsWith(Position node, std::string_view text) const;
 
     /// Marks a node and everything inside it; returns the next node.
     Position markWithContents(Position node);
-    void markRange(Position begin, Position end);
+    /// Returns `end`.
+    Position markRange(Position begin, Position end);
 
     const Tree& m_tree;
     const TreeArrays& m_nodes;
