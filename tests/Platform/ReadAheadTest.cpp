@@ -188,6 +188,42 @@ TEST(ReadAheadLimits, FollowWhatListingsAndTheWalkNeed)
     EXPECT_TRUE(limits.isFull()) << "the limit falls back";
 }
 
+TEST(ReadAhead, StaysInTheTreeHoweverItChanges)
+{
+    const TemporaryFolder folder;
+    folder.makeFile("outside/a/escaped", 1);
+    std::atomic<bool> isOver = false;
+    std::thread changes([&] {
+        std::mt19937 random(1);
+        std::error_code ignored;
+        while (!isOver) {
+            const fs::path path = folder.path() / "tree" / std::to_string(random() % 8);
+            const fs::path other = folder.path() / "tree" / std::to_string(random() % 8);
+            switch (random() % 5) {
+            case 0:
+                fs::remove_all(path, ignored);
+                break;
+            case 1:
+                fs::rename(path, other, ignored);
+                break;
+            case 2:
+                fs::remove_all(path, ignored);
+                fs::create_directory_symlink(folder.path() / "outside", path, ignored);
+                break;
+            default:
+                fs::create_directories(path / "a/b/c", ignored);
+                fs::create_directories(path / "b/a", ignored);
+            }
+        }
+    });
+    folder.makeFolder("tree");
+    for (int round = 0; round < 200; ++round) {
+        EXPECT_EQ(scanText(FileSystem::native(), folder.url("tree"), manyReaders).find("escaped"), std::string::npos);
+    }
+    isOver = true;
+    changes.join();
+}
+
 TEST(ReadAhead, StopsAtOnceWhereverItIs)
 {
     const TemporaryFolder folder;
