@@ -96,6 +96,7 @@ TEST(FileNodeJson, WritesKeysInOrderAndOmitsAnAbsentList)
     EXPECT_EQ(encoded(empty), start + R"("size":0,"isDirectory":true,"fileCategory":"other","children":[]})");
 
     const FileNode full(id, folder, "a b", 84, true, FileCategory::other, std::vector{file, file});
+    EXPECT_EQ(encoded(full.children()->front()), fileText) << "with the whole url of the top";
     EXPECT_EQ(encoded(full), start + R"("size":84,"isDirectory":true,"fileCategory":"other","children":[)" + fileText +
                                  ',' + fileText + "]}");
 }

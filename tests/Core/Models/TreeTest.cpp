@@ -245,10 +245,14 @@ TEST(TreeReaders, AgreeOnEveryText)
     EXPECT_GT(accepted, 500U);
 }
 
-TEST(TreeReaders, ReadALargeTreeInPieces)
+TEST(TreeReaders, ReadInPiecesWhatIsLargeOrHasAnotherName)
 {
-    const FileNode tree = test::folderOfFiles(20'000);
-    EXPECT_EQ(readWith(readExactForm, encoded(tree)), tree);
+    const FileNode file(FileUrl::fromPath("/r/a"), "another name", 1, false, FileCategory::other, std::nullopt);
+    for (const FileNode& tree :
+         {test::folderOfFiles(20'000), treeFromText(std::string(300'000, 'n') + " 1"),
+          FileNode(FileUrl::fromPath("/r"), "r", 1, true, FileCategory::other, std::vector{file})}) {
+        EXPECT_EQ(readWith(readExactForm, encoded(tree)), tree);
+    }
 }
 
 TEST(Tree, StaysWholeForTheLastOfItsHandles)

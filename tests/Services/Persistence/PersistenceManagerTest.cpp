@@ -242,8 +242,9 @@ TEST_F(PersistenceManagerTest, RemovesWhatAKilledProgramLeftAndNothingElse)
             write(folder / name, "x");
             fs::last_write_time(folder / name, fs::file_time_type::clock::now() - std::chrono::hours(25));
         }
-        write(folder / ".morlaine-history.json-Ab3xY9.tmp", "x");
+        write(folder / ".morlaine-history.json-Ab3xY9.tmp", "[]");
     }
+    write(index(), "[" + entry("/kept", "1") + "]");
     const fs::path target = scans() / "tree.json";
     auto atWork = std::make_unique<AtomicFile>(FileUrl::fromPath(target.native()));
     reopen();
@@ -251,7 +252,8 @@ TEST_F(PersistenceManagerTest, RemovesWhatAKilledProgramLeftAndNothingElse)
     EXPECT_TRUE(atWork->commit());
     EXPECT_TRUE(fs::remove(target));
     EXPECT_THAT(namesIn(scans()), testing::UnorderedElementsAreArray(foreign));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return namesIn(appFolder()).size() == foreign.size() + 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return namesIn(appFolder()).size() == foreign.size() + 2; }));
+    EXPECT_THAT(paths(), ElementsAre("/kept")) << "rather than an older list";
 }
 
 TEST_F(PersistenceManagerTest, DeletesATreeThatIsStillBeingWritten)

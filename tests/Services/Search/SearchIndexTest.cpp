@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
 #include <random>
 #include <string>
@@ -129,6 +130,16 @@ private:
     std::vector<Uuid> m_ids;
 };
 
+/// Whether one of the ids is that of an item inside the folder.
+bool holdsAny(const FileNode& folder, const std::unordered_set<Uuid>& ids)
+{
+    bool holds = false;
+    walkTree(folder, [&](const FileNode& node) {
+        holds = holds || (node.position() != folder.position() && ids.contains(node.id()));
+    });
+    return holds;
+}
+
 void expectSameResults(const FileNode& root, const SearchResults& results, const std::vector<PlainHit>& expected)
 {
     ASSERT_EQ(results.size(), expected.size());
@@ -140,9 +151,13 @@ void expectSameResults(const FileNode& root, const SearchResults& results, const
     }
     const NodeIDSet highlighted(results);
     ASSERT_EQ(highlighted.empty(), expected.empty());
+    const FileNode above(FileUrl::fromPath("/"), "/", 0, true, FileCategory::other, std::vector{root});
     walkTree(root, [&](const FileNode& node) {
         ASSERT_EQ(highlighted.contains(node), ids.contains(node.id()));
         ASSERT_EQ(highlighted.contains(node.id()), ids.contains(node.id()));
+        const bool holds = holdsAny(node, ids);
+        ASSERT_EQ(highlighted.containsAnyInside(root.tree(), node.position()), holds);
+        ASSERT_EQ(highlighted.containsAnyInside(above.tree(), node.position() + 1), holds) << "in another tree";
     });
     ASSERT_FALSE(highlighted.contains(Uuid::random()));
 }
@@ -153,6 +168,7 @@ TEST(SearchIndex, AgreesWithThePlainSearch)
         RandomSearch random(seed);
         random.hasSlashInNames = seed % 3 == 0;
         const FileNode root = random.tree();
+        ASSERT_TRUE(std::ranges::is_sorted(root.tree().repeatedIds())) << "in the order of the tree";
         const SearchIndex index(root);
         for (int query = 0; query < 25; ++query) {
             const std::string text = random.text(4);
