@@ -38,6 +38,7 @@ class Walk:
     root: Item = None
     files: int = 0
     folders: int = 0
+    links: int = 0
 
     def __post_init__(self):
         self.root = self._folder(self.path, None)
@@ -63,6 +64,7 @@ class Walk:
     def _entry(self, name, parent):
         status = _lstat(name, parent)
         if stat.S_ISLNK(status.st_mode):
+            self.links += 1
             return Item(name)
         if stat.S_ISDIR(status.st_mode):
             if _extension(name) in BUNDLES and _is_bundle(name, parent):

@@ -21,13 +21,8 @@ def scan(context, path, readers, milliseconds=0):
 
 def counted(path):
     """The same by an independent walk."""
-    pending, files, folders = [Walk(os.fsencode(path)).root], 0, 0
-    size = pending[0].size
-    while pending:
-        item = pending.pop()
-        files, folders = files + (not item.is_directory), folders + item.is_directory
-        pending += item.children or []
-    return [files, folders, size]
+    walk = Walk(os.fsencode(path))
+    return [walk.files + walk.links, walk.folders, walk.root.size]
 
 
 def stamps(path):

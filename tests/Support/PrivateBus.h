@@ -18,8 +18,6 @@ class PrivateBus {
 public:
     PrivateBus();
     ~PrivateBus();
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
 
     [[nodiscard]] bool isRunning() const { return !m_address.isEmpty(); }
     [[nodiscard]] QString address() const { return m_address; }
@@ -44,8 +42,6 @@ public:
 
     FakeService(const PrivateBus& bus, const QString& name, Answer answer);
     ~FakeService() override;
-    FakeService(const FakeService&) = delete;
-    FakeService& operator=(const FakeService&) = delete;
 
     /// The calls of that member so far, in order.
     [[nodiscard]] std::vector<QDBusMessage> calls(const QString& member) const;

@@ -48,8 +48,6 @@ public:
         m_thread.join();
         ::close(m_socket);
     }
-    FakeBus(const FakeBus&) = delete;
-    FakeBus& operator=(const FakeBus&) = delete;
 
 private:
     const std::string m_greeting;

@@ -41,8 +41,6 @@ class Opener final : public QObject {
 public:
     Opener() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "handle"); }
     ~Opener() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
-    Opener(const Opener&) = delete;
-    Opener& operator=(const Opener&) = delete;
 
     std::vector<std::string> opened;
 
