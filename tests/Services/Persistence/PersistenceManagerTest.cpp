@@ -117,10 +117,10 @@ TEST_F(PersistenceManagerTest, SavesAnEntryAtOnceAndTheTreeSoon)
 {
     const Date before = Date::now();
     const FileNode root = treeFromText("root/\n  sub/\n    b.txt 20\n  a 1", "/scanned");
-    std::atomic<bool> isTreeFlushed = false;
-    onFsync = [&isTreeFlushed](int file) {
+    std::atomic<int> treesFlushed = 0;
+    onFsync = [&treesFlushed](int file) {
         const fs::path path = fs::read_symlink("/proc/self/fd/" + std::to_string(file));
-        isTreeFlushed = isTreeFlushed || path.parent_path().filename() == "Scans";
+        treesFlushed += path.parent_path().filename() == "Scans" ? 1 : 0;
     };
     const HistoricalScan scan = m_store->saveScan(root, 2, 7);
     EXPECT_THAT(m_store->loadHistory(), ElementsAre(scan)) << "the date reads back to the same instant";
@@ -131,7 +131,7 @@ TEST_F(PersistenceManagerTest, SavesAnEntryAtOnceAndTheTreeSoon)
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_store->loadScanTree(scan.id).has_value(); }));
     EXPECT_EQ(m_store->loadScanTree(scan.id), root) << "ids included";
     EXPECT_EQ(read(treeFile(scan)).find('\n'), std::string::npos) << "compact";
-    EXPECT_TRUE(isTreeFlushed) << "before it was renamed";
+    EXPECT_EQ(treesFlushed, 1) << "before it was renamed";
     EXPECT_TRUE(Background::waitForAll(std::chrono::seconds(30)).empty());
     onFsync = nullptr;
 }
@@ -279,13 +279,13 @@ TEST_F(PersistenceManagerTest, FlushesTheListBehindTheCaller)
     const auto gate = std::make_shared<test::Gate>();
     std::atomic<int> waits = 0;
     std::atomic<int> foldersFlushed = 0;
-    std::atomic<bool> areFilesFirst = true;
+    std::atomic<int> foldersFirst = 0;
     onFsync = [&, gate, caller = std::this_thread::get_id()](int file) {
         std::this_thread::get_id() == caller ? void(++waits) : gate->pass();
         thread_local bool isFileFlushed = false;
         if (fs::is_directory("/proc/self/fd/" + std::to_string(file))) {
             ++foldersFlushed;
-            areFilesFirst = areFilesFirst && isFileFlushed;
+            foldersFirst += isFileFlushed ? 0 : 1;
         }
         isFileFlushed = true;
     };
@@ -302,7 +302,7 @@ TEST_F(PersistenceManagerTest, FlushesTheListBehindTheCaller)
     EXPECT_EQ(paths().size(), 3U);
     EXPECT_TRUE(Background::waitForAll(std::chrono::seconds(30)).empty());
     EXPECT_EQ(foldersFlushed, 4) << "for two saves, a deletion and the repair";
-    EXPECT_TRUE(areFilesFirst);
+    EXPECT_EQ(foldersFirst, 0) << "before their files";
     onFsync = nullptr;
 }
 
