@@ -119,7 +119,8 @@ QImage plainPicture(const TreemapPainter::Scene& scene)
         if (item.node.isDirectory()) {
             const auto ground = open.contains(item.id()) ? std::nullopt : groundOf(item.node, scene.highlightIDs);
             if (ground) {
-                picture.fill(inPixels, {}, *ground, 0.45);
+                const double gap = std::min({1.0, r.width / 8, r.height / 8}) * scale;
+                picture.fill(inPixels.adjusted(gap, gap, -gap, -gap), {}, *ground, 0.45);
             }
             const auto d = static_cast<double>(item.depth);
             stroke(picture, r, scale, Qt::white, 0.3 - 0.05 * d, std::max(2 - 0.5 * d, 0.5));

@@ -116,6 +116,14 @@ Outline folderOutline(std::int64_t depth)
     return {std::max(0.3 - 0.05 * d, 0.0), std::max(2.0 - 0.5 * d, 0.5)};
 }
 
+Rect folderFill(const Rect& folder)
+{
+    constexpr double widest = 1;
+    constexpr double share = 1.0 / 8; // of small folders, so that they keep a fill
+    const double gap = std::min({widest, folder.width * share, folder.height * share});
+    return {folder.x + gap, folder.y + gap, folder.width - 2 * gap, folder.height - 2 * gap};
+}
+
 std::optional<Labels> labelsIn(const Rect& rect)
 {
     if (!(rect.width > leastWidthOfLabels && rect.height > leastHeightOfLabels)) {

@@ -31,6 +31,10 @@ inline constexpr double hoverFillOpacity = 0.2;      // white
 /// The opacity of a closed folder's fill, in the colour of its contents: low enough to differ from a file.
 inline constexpr double folderFillOpacity = 0.45;
 
+/// The part of a closed folder that is filled. The background stays visible along the edges: deep outlines are too
+/// faint to keep neighbours with contents of the same type apart.
+[[nodiscard]] Rect folderFill(const Rect& folder);
+
 /// The opacity of a file's fill; lower for a file that the search has not found.
 [[nodiscard]] constexpr double fileFillOpacity(bool isDimmed)
 {

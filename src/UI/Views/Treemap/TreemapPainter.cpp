@@ -135,7 +135,8 @@ private:
         const auto index = static_cast<std::size_t>(&item - m_scene.layout->items().data());
         const std::optional<QRgb> ground = m_scene.grounds ? m_scene.grounds->colorAt(index) : std::nullopt;
         if (ground && (!m_isSearching || m_scene.highlightIDs.containsAnyInside(tree, item.node))) {
-            m_tile.paint(item.rect, {TreemapTile::pixelOf(*ground), static_cast<float>(Decide::folderFillOpacity)});
+            m_tile.paint(Decide::folderFill(item.rect),
+                         {TreemapTile::pixelOf(*ground), static_cast<float>(Decide::folderFillOpacity)});
         }
         m_tile.paint(item.rect, m_styles.folder(item.depth));
     }
