@@ -11,6 +11,7 @@ from Xlib import X
 
 SIZES = {1: (1600, 1000), 2: (3840, 2160)}  # pixels of the window for each scale
 FRAME = 100  # pixels around it on the screen
+DRAG_STEPS = 60
 STRIP = 32  # rows of a picture that are fetched at once
 INTERVAL = 0.001  # seconds between two looks at the screen
 PATIENCE = 600.0  # seconds, for scanning a large folder
@@ -172,8 +173,16 @@ class Session:
         for step in range(1, 2 * REPEATS + 1):
             size = [side - step * less for side, less in zip(SIZES[self._scale], STEP)]
             self._add_change(report, "a step of resizing", lambda: self._resize(size))
+        self._add_change(report, f"{DRAG_STEPS} sizes in 0.3 s", self._drag_edge)
         self._resize(SIZES[self._scale])
         self._watch.wait_for_rest()
+
+    def _drag_edge(self):
+        """Sizes that come faster than they can be painted."""
+        width, height = SIZES[self._scale]
+        for step in range(1, DRAG_STEPS + 1):
+            self._resize([width - DRAG_STEPS + step, height])
+            time.sleep(0.3 / DRAG_STEPS)
 
     def _open_cached(self, report, phase):
         self._add_change(report, phase, lambda: self._click("recent scan"))
