@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,7 +57,7 @@ constexpr std::array<std::int8_t, 256> hexValues = [] {
 /// A sliding window over the text of a device.
 class Window {
 public:
-    explicit Window(QIODevice& source) : m_source(source), m_buffer(bufferSize + padding) {}
+    explicit Window(QIODevice& source) : m_source(source) {}
 
     [[nodiscard]] const char* next() const { return m_next; }
     [[nodiscard]] const char* end() const { return m_end; }
@@ -69,27 +70,28 @@ public:
             return true;
         }
         const auto rest = static_cast<std::size_t>(m_end - m_next);
-        std::memmove(m_buffer.data(), m_next, rest);
+        std::memmove(m_buffer.get(), m_next, rest);
         std::size_t length = rest;
         while (length < bufferSize && !m_isAtEnd) {
-            const qint64 count = m_source.read(m_buffer.data() + length, static_cast<qint64>(bufferSize - length));
+            const qint64 count = m_source.read(m_buffer.get() + length, static_cast<qint64>(bufferSize - length));
             if (count < 0) {
                 return false;
             }
             m_isAtEnd = count == 0;
             length += static_cast<std::size_t>(count);
         }
-        m_next = m_buffer.data();
+        m_next = m_buffer.get();
         m_end = m_next + length;
-        std::memset(m_buffer.data() + length, 0, padding);
+        std::memset(m_buffer.get() + length, 0, padding);
         return true;
     }
 
 private:
     QIODevice& m_source;
-    std::vector<char> m_buffer;
-    const char* m_next = m_buffer.data();
-    const char* m_end = m_buffer.data();
+    /// Not filled with zeros: only what is read takes memory.
+    const std::unique_ptr<char[]> m_buffer = std::make_unique_for_overwrite<char[]>(bufferSize + padding);
+    const char* m_next = m_buffer.get();
+    const char* m_end = m_buffer.get();
     bool m_isAtEnd = false;
 };
 
