@@ -1,7 +1,9 @@
 #include "UI/Views/Inspector/ActionButton.h"
 
+#include <QHelpEvent>
 #include <QStyleOptionButton>
 #include <QStylePainter>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -12,6 +14,7 @@ namespace {
 constexpr int leading = 10;
 constexpr int gap = 8;
 constexpr int leastHeight = 30;
+constexpr int leastLetters = 6;
 
 } // namespace
 
@@ -20,15 +23,42 @@ ActionButton::ActionButton(SymbolName symbol, const QString& label, QWidget* par
     , m_symbol(symbol)
 {
     setAutoDefault(false);
-    setFocusPolicy(Qt::TabFocus); // after a click, Space still opens the selection
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed); // may become narrower than its label
+    setFocusPolicy(Qt::TabFocus);                              // after a click, Space still opens the selection
     const int side = Symbols::sideBeside(font());
     setIconSize({side, side});
 }
 
 QSize ActionButton::sizeHint() const
 {
-    const int width = leading + iconSize().width() + gap + fontMetrics().horizontalAdvance(text()) + leading;
+    return sizeFor(text());
+}
+
+QSize ActionButton::minimumSizeHint() const
+{
+    return sizeFor(text().left(leastLetters));
+}
+
+QSize ActionButton::sizeFor(const QString& label) const
+{
+    const int width = leading + iconSize().width() + gap + fontMetrics().horizontalAdvance(label) + leading;
     return {width, std::max(leastHeight, fontMetrics().height() + gap)};
+}
+
+QString ActionButton::elidedLabel() const
+{
+    const int room = width() - sizeFor(QString()).width();
+    return fontMetrics().elidedText(text(), Qt::ElideRight, room);
+}
+
+bool ActionButton::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const QString tip = elidedLabel() == text() ? QString() : text();
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
+        return true;
+    }
+    return QPushButton::event(event);
 }
 
 void ActionButton::paintEvent(QPaintEvent* /*event*/)
@@ -47,8 +77,8 @@ void ActionButton::paintEvent(QPaintEvent* /*event*/)
     label = QStyle::visualRect(layoutDirection(), rect(), label);
     QPushButton::icon().paint(&painter, icon, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     const auto alignment = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
-    painter.drawItemText(label, static_cast<int>(alignment) | Qt::TextSingleLine, option.palette, isEnabled(), text(),
-                         QPalette::ButtonText);
+    painter.drawItemText(label, static_cast<int>(alignment) | Qt::TextSingleLine, option.palette, isEnabled(),
+                         elidedLabel(), QPalette::ButtonText);
 }
 
 } // namespace morlaine

@@ -15,6 +15,7 @@ DetailRow::DetailRow(const QString& label, int maxValueLines, TextStyle valueSty
     QSizePolicy policy = m_value->sizePolicy();
     policy.setHorizontalPolicy(QSizePolicy::Ignored);
     m_value->setSizePolicy(policy);
+    m_label->setWordWrap(true);
     m_value->setAlignment(Qt::AlignRight | Qt::AlignTop);
 
     auto* layout = new QHBoxLayout(this);
@@ -33,6 +34,8 @@ void DetailRow::setLabel(const QString& label)
 
 void DetailRow::setValue(const QString& value)
 {
+    constexpr int leastDigits = 8;
+    m_value->setMinimumWidth(m_value->fontMetrics().averageCharWidth() * leastDigits);
     m_value->setText(value);
 }
 

@@ -85,7 +85,7 @@ QWidget* NodePanel::makeHeader()
 
 void NodePanel::addRows(QVBoxLayout& column)
 {
-    constexpr int valueLines = 2;
+    constexpr int valueLines = 3;
     for (DetailRow*& row : m_rows) {
         // The first one tells the size.
         row =

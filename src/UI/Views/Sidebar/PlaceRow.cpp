@@ -22,7 +22,7 @@ namespace {
 
 constexpr int verticalPadding = 5;
 constexpr int widestSymbol = 18;
-constexpr int mostCaptionLines = 2;
+constexpr int mostCaptionLines = 3;
 constexpr int gap = 8;
 constexpr int cueSide = 16;
 constexpr int favoriteCueSide = 15;
@@ -211,7 +211,9 @@ void PlaceRow::paintTexts(QPainter& painter) const
 {
     const QRect area(leadingOfTexts(), verticalPadding, width() - leadingOfTexts() - trailingOfTexts(),
                      height() - 2 * verticalPadding);
-    const QRect nameLine(area.left(), area.top(), area.width(), QFontMetrics(nameFont()).height());
+    // A wide name may use the place of the cue while that is not shown.
+    const int end = m_isCueShown ? trailingOfTexts() : SidebarMetrics::margin;
+    const QRect nameLine(area.left(), area.top(), width() - area.left() - end, QFontMetrics(nameFont()).height());
     paintLine(painter, mirrored(nameLine), m_name, nameFont(), Theme::textPrimary(currentPalette()), Qt::ElideMiddle);
     if (m_usage) {
         paintUsage(painter, area.adjusted(0, nameLine.height(), 0, 0));

@@ -77,6 +77,7 @@ QVBoxLayout* SidebarView::addSection(const QString& title)
     column->setSpacing(0);
     auto* header = new StyledLabel(TextStyle::subheadline, QFont::DemiBold, &Theme::textSecondary);
     header->setText(title);
+    header->setWordWrap(true);
     header->setContentsMargins(SidebarMetrics::margin, 0, SidebarMetrics::margin, headerSpacing);
     column->addWidget(header);
     widget()->layout()->addWidget(section);
@@ -88,6 +89,7 @@ void SidebarView::buildRecentScans()
     QVBoxLayout* section = addSection(QStringLiteral("Recent Scans"));
     auto* noScans = new StyledLabel(TextStyle::caption, &Theme::textTertiary);
     noScans->setText(QStringLiteral("No recent scans"));
+    noScans->setWordWrap(true);
     noScans->setContentsMargins(SidebarMetrics::margin + emptyLineIndent, headerSpacing, 0, 0);
     m_noRecentScans = noScans;
     m_recentScans = new RecentScansList;

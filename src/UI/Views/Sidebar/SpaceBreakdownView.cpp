@@ -3,6 +3,7 @@
 #include "UI/Styles/Conversions.h"
 #include "UI/Styles/StyledLabel.h"
 #include "UI/Views/Sidebar/SidebarMetrics.h"
+#include "UI/Widgets/ElidingLabel.h"
 #include "UI/Widgets/LegendDot.h"
 #include "Utilities/ByteCount.h"
 #include "Utilities/Utf8.h"
@@ -42,7 +43,7 @@ void SpaceBreakdownView::addShare(const CategoryShare& share)
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(gap);
-    auto* name = new StyledLabel(TextStyle::caption);
+    auto* name = new ElidingLabel(TextStyle::caption, Theme::textPrimary);
     name->setText(textOfUtf8(share.category.displayName()));
     auto* size = new StyledLabel(TextStyle::caption, &Theme::textSecondary);
     size->setText(QString::fromStdString(byteCountText(share.size)));
