@@ -34,7 +34,7 @@ TEST(ShownText, MarksWhatIsInvisibleAndKeepsWhatWritingNeeds)
         {"marks above and around", u"\u0645\u064E\u200C\u062E \u0645\u20DD\u200C\u062E"_s, {}},
         {"letters that join on one side", u"\u0631\u200D \uA872\u200D"_s, u"\u0631\uFFFD \uA872\u200D"_s},
         {"emoji", u"\U0001F469\U0001F3FD\u200D\U0001F4BB \u2764\uFE0F\u200D\U0001F525 1\uFE0F\u20E3"_s, {}},
-        {"ideographs and Mongolian letters", u"\u845B\U000E0100 \u1820\u180B"_s, {}},
+        {"ideographs and Mongolian letters", u"\u845B\U000E0100 \u1820\u180B\u1820\u180F"_s, {}},
         {"a sign that encloses a number", u"\u0600\u0661"_s, {}},
     };
     for (const auto& [what, name, shown] : cases) {

@@ -44,6 +44,7 @@ TEST(CategorySizesDeathTest, EndsTheProgramWhenASumOverflows)
     constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
     const FileNode root = node(0, true, FileCategory::other,
                                std::vector{node(largest, false, FileCategory::image, std::nullopt),
+                                           node(1, false, FileCategory::image, std::nullopt),
                                            node(1, false, FileCategory::image, std::nullopt)});
     EXPECT_EXIT((void)categorySizes(root), testing::KilledBySignal(SIGABRT), "^$");
 }

@@ -226,7 +226,7 @@ TEST(FileNodeJson, RejectsEverythingElseAsAWhole)
         {"}", {"}x", "}"s + fileText}, "root"},
         {"}", {"}\0"s}, "something follows the value"},
         {"}", {",}"}, "name"},
-        {"\"x.c\"", {"\"x\xFF\"", "\"long enough for words of eight \xC3\xA9\xED\xA0\x80\""}, "a text is not UTF-8"},
+        {"\"x.c\"", {"\"\x80\"", "\"long enough for words of eight \xC3\xA9\xED\xA0\x80\""}, "a text is not UTF-8"},
         {"\"name\"", {"\"new\":[\"\xFF\"],\"name\""}, "a text is not UTF-8"},
         {"\"name\"", {"\"new\xFF\":1,\"name\""}, "a key is not UTF-8"},
         {"\"x.c\"", {"\"\\ud800\""}, "surrogate"},
