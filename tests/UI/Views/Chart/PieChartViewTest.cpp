@@ -48,6 +48,7 @@ TEST(PieSlice, ListsFiveInTheLegendAndSumsTheOthers)
               "Videos 50.0%; Images 20.0%; Audio 10.0%; Archives 10.0%; Source Code 10.0%; ");
     EXPECT_EQ(textOf("r/\n  a.jpg 500\n  b.mp4 200\n  c.mp3 125\n  d.zip 100\n  e.cpp 45\n  f.pdf 20\n  g 10\n"),
               "Images 50.0%; Videos 20.0%; Audio 12.5%; Archives 10.0%; Source Code 4.5%; Other Types 3.0%; ");
+    EXPECT_EQ(textOf("r/\n  a.jpg 1\n"), "Images 100.0%; ");
 }
 
 TEST(DonutSliceShape, IsASectorOfARing)
