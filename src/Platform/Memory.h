@@ -11,9 +11,14 @@ namespace morlaine {
 /// another one. For work that needs memory for everything it finds. Takes some ten microseconds. Any thread.
 void requireSpareMemory();
 
-/// Like std::realloc, and its blocks are freed by std::free. The system is asked for large pages for large blocks: it
-/// takes and gives back their memory many times faster, and rounds it up to 2 MiB while the block grows. Any thread.
-[[nodiscard]] void* resizeBlock(void* block, std::size_t bytes) noexcept;
+/// Gives a block of `from` bytes, none if that is 0, the size of `to` bytes, and keeps its content as far as it fits.
+/// Null if there is no memory; the block is then as it was. A large block lies in large pages: the system takes, moves
+/// and gives back their memory many times faster than small ones, and rounds it up to 2 MiB where the block is used;
+/// what is cut off from a block is given back to the byte of a small page. Any thread.
+[[nodiscard]] void* resizeBlock(void* block, std::size_t from, std::size_t to) noexcept;
+
+/// Frees a block of resizeBlock that has so many bytes. Any thread.
+void freeBlock(void* block, std::size_t bytes) noexcept;
 
 /// From now on, freeing a large block gives its memory back to the system at once. Call before any thread is started.
 void giveBackLargeBlocks();

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <span>
@@ -24,17 +23,17 @@ public:
     GrowingArray(GrowingArray&& other) noexcept
         : m_values(std::exchange(other.m_values, nullptr))
         , m_size(std::exchange(other.m_size, 0))
-        , m_capacity(std::exchange(other.m_capacity, 0))
+        , m_bytes(std::exchange(other.m_bytes, 0))
     {
     }
     GrowingArray& operator=(GrowingArray&& other) noexcept
     {
         std::swap(m_values, other.m_values);
         std::swap(m_size, other.m_size);
-        std::swap(m_capacity, other.m_capacity);
+        std::swap(m_bytes, other.m_bytes);
         return *this;
     }
-    ~GrowingArray() { std::free(m_values); }
+    ~GrowingArray() { freeBlock(static_cast<void*>(m_values), m_bytes); }
 
     [[nodiscard]] std::size_t size() const noexcept { return m_size; }
     [[nodiscard]] bool empty() const noexcept { return m_size == 0; }
@@ -80,7 +79,7 @@ public:
     [[nodiscard]] static GrowingArray inMemoryOf(GrowingArray<Other>&& other) noexcept
     {
         GrowingArray values;
-        values.m_capacity = std::exchange(other.m_capacity, 0) * sizeof(Other) / sizeof(Value);
+        values.m_bytes = std::exchange(other.m_bytes, 0);
         values.m_values = reinterpret_cast<Value*>(std::exchange(other.m_values, nullptr));
         other.m_size = 0;
         return values;
@@ -89,10 +88,11 @@ public:
     /// Gives back unused capacity.
     void shrinkToFit() noexcept
     {
-        if (m_size < m_capacity && m_size > 0) {
-            if (void* shrunk = resizeBlock(static_cast<void*>(m_values), m_size * sizeof(Value))) {
+        const std::size_t used = m_size * sizeof(Value);
+        if (used < m_bytes && used > 0) {
+            if (void* shrunk = resizeBlock(static_cast<void*>(m_values), m_bytes, used)) {
                 m_values = static_cast<Value*>(shrunk);
-                m_capacity = m_size;
+                m_bytes = used;
             }
         }
     }
@@ -103,25 +103,25 @@ private:
 
     void makeRoom(std::size_t more)
     {
-        if (more > m_capacity - m_size) {
-            grow(m_size + more);
+        if (more > m_bytes / sizeof(Value) - m_size) {
+            grow((m_size + more) * sizeof(Value));
         }
     }
 
     void grow(std::size_t least)
     {
-        const std::size_t capacity = std::max(least, m_capacity + m_capacity / 2);
-        void* grown = resizeBlock(static_cast<void*>(m_values), capacity * sizeof(Value));
+        const std::size_t bytes = std::max(least, m_bytes + m_bytes / 2);
+        void* grown = resizeBlock(static_cast<void*>(m_values), m_bytes, bytes);
         if (grown == nullptr) {
             throw std::bad_alloc();
         }
         m_values = static_cast<Value*>(grown);
-        m_capacity = capacity;
+        m_bytes = bytes;
     }
 
     Value* m_values = nullptr;
     std::size_t m_size = 0;
-    std::size_t m_capacity = 0;
+    std::size_t m_bytes = 0; // of the block
 };
 
 } // namespace morlaine

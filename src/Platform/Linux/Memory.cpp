@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <new>
 #include <string>
@@ -12,6 +13,76 @@
 #include <unistd.h>
 
 namespace morlaine {
+
+namespace {
+
+constexpr std::size_t largePage = std::size_t{2} << 20U; // bytes
+
+/// Below, the page at the end, which is used in part, would take too much memory.
+constexpr bool isLarge(std::size_t bytes)
+{
+    return bytes >= largePage * 15 / 8;
+}
+
+constexpr std::size_t roundedUp(std::size_t bytes, std::size_t unit)
+{
+    return (bytes + unit - 1) / unit * unit;
+}
+
+/// A large block ends with a whole large page, so that the system can use one there.
+constexpr std::size_t mappedSize(std::size_t bytes)
+{
+    return roundedUp(bytes, largePage);
+}
+
+/// Unused address space for a large block. Null if there is none.
+void* reserve(std::size_t bytes, int access) noexcept
+{
+    const std::size_t size = mappedSize(bytes) + largePage;
+    void* const place = ::mmap(nullptr, size, access, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (place == MAP_FAILED) {
+        return nullptr;
+    }
+    auto* const first = static_cast<char*>(place);
+    const auto address = reinterpret_cast<std::uintptr_t>(first);
+    const std::size_t before = roundedUp(address, largePage) - address;
+    if (before > 0) {
+        ::munmap(first, before);
+    }
+    ::munmap(first + before + mappedSize(bytes), largePage - before);
+    return first + before;
+}
+
+void* mapLargePages(std::size_t bytes) noexcept
+{
+    void* const block = reserve(bytes, PROT_READ | PROT_WRITE);
+    if (block != nullptr) {
+        ::madvise(block, mappedSize(bytes), MADV_HUGEPAGE);
+    }
+    return block;
+}
+
+void* resizeMapping(void* block, std::size_t from, std::size_t to) noexcept
+{
+    if (::mremap(block, mappedSize(from), mappedSize(to), 0) == MAP_FAILED) {
+        void* const place = reserve(to, PROT_NONE);
+        if (place == nullptr) {
+            return nullptr;
+        }
+        if (::mremap(block, mappedSize(from), mappedSize(to), MREMAP_MAYMOVE | MREMAP_FIXED, place) == MAP_FAILED) {
+            ::munmap(place, mappedSize(to));
+            return nullptr;
+        }
+        block = place;
+    }
+    if (to < from) {
+        const std::size_t used = roundedUp(to, static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)));
+        ::madvise(static_cast<char*>(block) + used, mappedSize(to) - used, MADV_DONTNEED);
+    }
+    return block;
+}
+
+} // namespace
 
 bool canReserve(std::size_t bytes)
 {
@@ -40,20 +111,29 @@ void requireSpareMemory()
     }
 }
 
-void* resizeBlock(void* block, std::size_t bytes) noexcept
+void* resizeBlock(void* block, std::size_t from, std::size_t to) noexcept
 {
-    constexpr std::size_t leastInLargePages = std::size_t{4} << 20U;
-    void* const resized = std::realloc(block, bytes);
-    if (resized == nullptr || bytes < leastInLargePages) {
-        return resized;
+    if (isLarge(from) && isLarge(to)) {
+        return resizeMapping(block, from, to);
     }
-    // All pages of the block: the system moves only a mapping that is of one kind.
-    const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
-    const auto address = reinterpret_cast<std::uintptr_t>(resized);
-    const std::uintptr_t before = address % page;
-    const std::uintptr_t size = (before + ::malloc_usable_size(resized) + page - 1) / page * page;
-    ::madvise(static_cast<char*>(resized) - before, size, MADV_HUGEPAGE);
-    return resized;
+    if (!isLarge(from) && !isLarge(to)) {
+        return std::realloc(block, to);
+    }
+    void* const other = isLarge(to) ? mapLargePages(to) : std::malloc(to);
+    if (other != nullptr && from > 0) {
+        std::memcpy(other, block, std::min(from, to));
+        freeBlock(block, from);
+    }
+    return other;
+}
+
+void freeBlock(void* block, std::size_t bytes) noexcept
+{
+    if (isLarge(bytes)) {
+        ::munmap(block, mappedSize(bytes));
+    } else {
+        std::free(block);
+    }
 }
 
 /// The C library maps large blocks one by one, but by default no longer those that are smaller than the largest block
