@@ -16,6 +16,25 @@ namespace morlaine {
 namespace {
 
 constexpr char16_t ellipsis = u'\u2026';
+constexpr char16_t noBreakSpace = u'\u00A0';
+
+/// `text` with the same length, in which no line ends inside a quantity such as "1.2 GB", "3 folders" or "Zero KB",
+/// unless it is wider than a line.
+QString withWholeQuantities(QString text, const QFontMetrics& metrics, int width)
+{
+    qsizetype start = 0;
+    for (qsizetype space = text.indexOf(u' '); space > 0; space = text.indexOf(u' ', start)) {
+        qsizetype end = text.indexOf(u' ', space + 1);
+        end = end < 0 ? text.size() : end;
+        const QStringView next = QStringView(text).sliced(space + 1, end - space - 1);
+        const bool isQuantity = next == u"KB" || (text[space - 1].isDigit() && !next.isEmpty() && next[0].isLetter());
+        if (isQuantity && metrics.horizontalAdvance(text.sliced(start, end - start)) <= width) {
+            text[space] = noBreakSpace;
+        }
+        start = space + 1;
+    }
+    return text;
+}
 
 } // namespace
 
@@ -25,7 +44,7 @@ QStringList elidedLines(const QString& text, const QFont& font, int width, int m
     if (maxLines == 1) {
         return {metrics.elidedText(text, Qt::ElideMiddle, width)};
     }
-    QTextLayout layout(text, font);
+    QTextLayout layout(withWholeQuantities(text, metrics, width), font);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
@@ -52,8 +71,19 @@ ElidingLabel::ElidingLabel(TextStyle style, Theme::SystemColor color, int maxLin
     , m_maxLines(maxLines)
 {
     setTextFormat(Qt::PlainText);
-    setFont(TextStyles::font(style));
+    applyFont();
     setWordWrap(maxLines > 1);
+}
+
+void ElidingLabel::applyFont()
+{
+    setFont(m_weight ? TextStyles::font(m_style, *m_weight) : TextStyles::font(m_style));
+}
+
+void ElidingLabel::setWeight(QFont::Weight weight)
+{
+    m_weight = weight;
+    applyFont();
 }
 
 QSize ElidingLabel::sizeHint() const
@@ -63,7 +93,8 @@ QSize ElidingLabel::sizeHint() const
 
 QSize ElidingLabel::minimumSizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(QChar(ellipsis)) * 3, heightOf(1)};
+    const int letters = fontMetrics().averageCharWidth() * 2;
+    return {letters + fontMetrics().horizontalAdvance(QChar(ellipsis)), heightOf(1)};
 }
 
 int ElidingLabel::heightForWidth(int width) const
@@ -84,7 +115,7 @@ bool ElidingLabel::event(QEvent* event)
         return true;
     }
     if (event->type() == QEvent::ApplicationFontChange) {
-        setFont(TextStyles::font(m_style));
+        applyFont();
     }
     return QLabel::event(event);
 }

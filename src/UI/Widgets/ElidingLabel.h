@@ -6,11 +6,13 @@
 #include <QLabel>
 #include <QStringList>
 
+#include <optional>
+
 namespace morlaine {
 
 /// Breaks `text` into at most `maxLines` lines of `width` points: between words, or inside a word that is longer than a
-/// line. If it does not fit, the middle of the last line is elided, so that the extension stays visible. `text` must be
-/// a single line, see shownText.
+/// line. A number and its unit count as one word. If the text does not fit, the middle of the last line is elided, so
+/// that the extension stays visible. `text` must be a single line, see shownText.
 [[nodiscard]] QStringList elidedLines(const QString& text, const QFont& font, int width, int maxLines);
 
 /// A label for texts of any length, such as names and paths, in a text style and a system colour. It adapts to its
@@ -27,6 +29,9 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
     [[nodiscard]] int heightForWidth(int width) const override;
 
+    /// Replaces the weight of the text style.
+    void setWeight(QFont::Weight weight);
+
     [[nodiscard]] bool isElided() const;
 
 protected:
@@ -34,6 +39,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void applyFont();
     void showWholeText(const QPoint& position);
     [[nodiscard]] int heightOf(qsizetype lineCount) const;
     [[nodiscard]] int lineHeight() const;
@@ -42,6 +48,7 @@ private:
     const TextStyle m_style;
     const Theme::SystemColor m_color;
     const int m_maxLines;
+    std::optional<QFont::Weight> m_weight;
 };
 
 } // namespace morlaine

@@ -1,42 +1,42 @@
 #include "UI/Views/Inspector/DetailRow.h"
 
-#include "UI/Styles/StyledLabel.h"
 #include "UI/Widgets/ElidingLabel.h"
-
-#include <QHBoxLayout>
 
 namespace morlaine {
 
-DetailRow::DetailRow(const QString& label, int maxValueLines, TextStyle valueStyle, QWidget* parent)
-    : QWidget(parent)
-    , m_label(new StyledLabel(TextStyle::subheadline, Theme::textSecondary))
-    , m_value(new ElidingLabel(valueStyle, Theme::textPrimary, maxValueLines))
-{
-    QSizePolicy policy = m_value->sizePolicy();
-    policy.setHorizontalPolicy(QSizePolicy::Ignored);
-    m_value->setSizePolicy(policy);
-    m_label->setWordWrap(true);
-    m_value->setAlignment(Qt::AlignRight | Qt::AlignTop);
+namespace {
 
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins({});
-    layout->setSpacing(static_cast<int>(Theme::paddingSmall));
-    layout->addWidget(m_label, 0, Qt::AlignTop);
-    layout->addWidget(m_value, 1);
+constexpr int mostLabelLines = 2;
+
+} // namespace
+
+DetailRow::DetailRow(const QString& label, int maxValueLines, TextStyle valueStyle, QWidget* parent)
+    : DetailRow(new ElidingLabel(TextStyle::subheadline, Theme::textSecondary, mostLabelLines),
+                new ElidingLabel(valueStyle, Theme::textPrimary, maxValueLines), parent)
+{
     setLabel(label);
+}
+
+DetailRow::DetailRow(ElidingLabel* label, ElidingLabel* value, QWidget* parent)
+    : LabelledValue(Kind::changing, label, value, parent)
+    , m_label(label)
+    , m_value(value)
+{
 }
 
 void DetailRow::setLabel(const QString& label)
 {
     m_label->setText(label);
     m_value->setAccessibleDescription(label);
+    arrange();
 }
 
 void DetailRow::setValue(const QString& value)
 {
-    constexpr int leastDigits = 8;
-    m_value->setMinimumWidth(m_value->fontMetrics().averageCharWidth() * leastDigits);
     m_value->setText(value);
+    if (m_value->wordWrap()) {
+        arrange();
+    }
 }
 
 QString DetailRow::label() const

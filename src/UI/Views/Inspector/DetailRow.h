@@ -1,18 +1,12 @@
 #pragma once
 
 #include "UI/Styles/TextStyles.h"
-
-#include <QWidget>
-
-class QLabel;
+#include "UI/Widgets/LabelledValue.h"
 
 namespace morlaine {
 
-class ElidingLabel;
-
-/// A label and its value on one line, the value at the trailing edge. The layout does not depend on the value, so that
-/// nothing moves when it changes. A long value continues in further lines if these are allowed.
-class DetailRow final : public QWidget {
+/// A row of the inspector. A long value continues in further lines if these are allowed.
+class DetailRow final : public LabelledValue {
     Q_OBJECT
 
 public:
@@ -26,8 +20,10 @@ public:
     [[nodiscard]] QString value() const;
 
 private:
-    QLabel* m_label;
-    ElidingLabel* m_value;
+    DetailRow(ElidingLabel* label, ElidingLabel* value, QWidget* parent);
+
+    ElidingLabel* const m_label;
+    ElidingLabel* const m_value;
 };
 
 } // namespace morlaine

@@ -69,11 +69,8 @@ Content& DetailView::turnTo(Page<Content>& page, Arguments&&... arguments)
 void DetailView::refresh()
 {
     switch (panel()) {
-    case InspectorText::Panel::scanning: {
-        ScanningPanel& scanning = turnTo(m_scanningPage, m_viewModel.scanner());
-        connect(&scanning, &ScanningPanel::cancelRequested, this, &DetailView::cancelIfScanning, Qt::UniqueConnection);
-        return scanning.refresh();
-    }
+    case InspectorText::Panel::scanning:
+        return turnTo(m_scanningPage, m_viewModel).refresh();
     case InspectorText::Panel::node:
         return turnTo(m_nodePage, m_viewModel).refresh();
     case InspectorText::Panel::empty:

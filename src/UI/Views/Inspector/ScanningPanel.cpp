@@ -1,17 +1,18 @@
 #include "UI/Views/Inspector/ScanningPanel.h"
 
-#include "UI/Styles/ProminentButton.h"
 #include "UI/Styles/StyledLabel.h"
 #include "UI/Views/Inspector/DetailRow.h"
 #include "UI/Views/Inspector/InspectorText.h"
+#include "UI/Views/State/MainViewModel.h"
 #include "UI/Widgets/ProgressIndicator.h"
+#include "UI/Widgets/ProminentButton.h"
 #include "UI/Widgets/RoundedBox.h"
 
 #include <QVBoxLayout>
 
 namespace morlaine {
 
-ScanningPanel::ScanningPanel(const DiskScanner& scanner, QWidget* parent) : QWidget(parent), m_scanner(scanner)
+ScanningPanel::ScanningPanel(MainViewModel& viewModel, QWidget* parent) : QWidget(parent), m_viewModel(viewModel)
 {
     const QString title = QStringLiteral("Scanning Disk Space...");
     auto* titleLabel = new StyledLabel(TextStyle::headline);
@@ -20,7 +21,7 @@ ScanningPanel::ScanningPanel(const DiskScanner& scanner, QWidget* parent) : QWid
     titleLabel->setWordWrap(true);
     auto* cancel = new ProminentButton(QStringLiteral("Cancel Scan"), Theme::red);
     cancel->setAccessibleName(cancel->text());
-    connect(cancel, &QPushButton::clicked, this, &ScanningPanel::cancelRequested);
+    connect(cancel, &QPushButton::clicked, &m_viewModel, &MainViewModel::cancelScan);
 
     auto* column = new QVBoxLayout(this);
     constexpr int margin = static_cast<int>(Theme::paddingMedium);
@@ -42,7 +43,7 @@ QWidget* ScanningPanel::makeBox()
     constexpr int padding = 12;
     column->setContentsMargins(padding, padding, padding, padding);
     column->setSpacing(static_cast<int>(Theme::paddingSmall));
-    for (const InspectorText::Row& row : InspectorText::rowsFor(m_scanner)) {
+    for (const InspectorText::Row& row : InspectorText::rowsFor(m_viewModel.scanner())) {
         m_rows.push_back(new DetailRow(row.label));
         column->addWidget(m_rows.back());
     }
@@ -51,7 +52,7 @@ QWidget* ScanningPanel::makeBox()
 
 void ScanningPanel::refresh()
 {
-    const auto rows = InspectorText::rowsFor(m_scanner);
+    const auto rows = InspectorText::rowsFor(m_viewModel.scanner());
     for (std::size_t i = 0; i < rows.size(); ++i) {
         m_rows[i]->setValue(rows[i].value);
     }

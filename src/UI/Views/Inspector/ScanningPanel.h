@@ -4,30 +4,25 @@
 
 #include <vector>
 
-class QPushButton;
-
 namespace morlaine {
 
 class DetailRow;
-class DiskScanner;
+class MainViewModel;
 
 /// The progress of a running scan, with the button that cancels it.
 class ScanningPanel final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ScanningPanel(const DiskScanner& scanner, QWidget* parent = nullptr);
+    explicit ScanningPanel(MainViewModel& viewModel, QWidget* parent = nullptr);
 
     /// Reads the scanner again.
     void refresh();
 
-Q_SIGNALS:
-    void cancelRequested();
-
 private:
     [[nodiscard]] QWidget* makeBox();
 
-    const DiskScanner& m_scanner;
+    MainViewModel& m_viewModel;
     std::vector<DetailRow*> m_rows;
 };
 

@@ -6,6 +6,7 @@
 #include "UI/Views/Sidebar/SidebarAccessibility.h"
 #include "UI/Views/Sidebar/SidebarMetrics.h"
 #include "UI/Views/Sidebar/SpaceBreakdownView.h"
+#include "UI/Widgets/ElidingLabel.h"
 
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -18,6 +19,7 @@ namespace {
 
 constexpr int sectionSpacing = 18;
 constexpr int headerSpacing = 2;
+constexpr int mostHeaderLines = 2;
 constexpr int emptyLineIndent = 8;
 
 /// Whether the rows match the places one by one. A reloaded place has a new id.
@@ -75,11 +77,13 @@ QVBoxLayout* SidebarView::addSection(const QString& title)
     auto* column = new QVBoxLayout(section);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    auto* header = new StyledLabel(TextStyle::subheadline, QFont::DemiBold, &Theme::textSecondary);
+    auto* header = new ElidingLabel(TextStyle::subheadline, Theme::textSecondary, mostHeaderLines);
+    header->setWeight(QFont::DemiBold);
     header->setText(title);
-    header->setWordWrap(true);
-    header->setContentsMargins(SidebarMetrics::margin, 0, SidebarMetrics::margin, headerSpacing);
-    column->addWidget(header);
+    auto* headerLine = new QVBoxLayout;
+    headerLine->setContentsMargins(SidebarMetrics::margin, 0, SidebarMetrics::margin, headerSpacing);
+    headerLine->addWidget(header);
+    column->addLayout(headerLine);
     widget()->layout()->addWidget(section);
     return column;
 }
@@ -90,7 +94,8 @@ void SidebarView::buildRecentScans()
     auto* noScans = new StyledLabel(TextStyle::caption, &Theme::textTertiary);
     noScans->setText(QStringLiteral("No recent scans"));
     noScans->setWordWrap(true);
-    noScans->setContentsMargins(SidebarMetrics::margin + emptyLineIndent, headerSpacing, 0, 0);
+    constexpr int indent = SidebarMetrics::margin + emptyLineIndent;
+    noScans->setContentsMargins(indent, headerSpacing, indent, 0);
     m_noRecentScans = noScans;
     m_recentScans = new RecentScansList;
     section->addWidget(m_noRecentScans);

@@ -1,9 +1,9 @@
 #include "UI/Views/Sidebar/SpaceBreakdownView.h"
 
 #include "UI/Styles/Conversions.h"
-#include "UI/Styles/StyledLabel.h"
 #include "UI/Views/Sidebar/SidebarMetrics.h"
 #include "UI/Widgets/ElidingLabel.h"
+#include "UI/Widgets/LabelledValue.h"
 #include "UI/Widgets/LegendDot.h"
 #include "Utilities/ByteCount.h"
 #include "Utilities/Utf8.h"
@@ -45,12 +45,10 @@ void SpaceBreakdownView::addShare(const CategoryShare& share)
     line->setSpacing(gap);
     auto* name = new ElidingLabel(TextStyle::caption, Theme::textPrimary);
     name->setText(textOfUtf8(share.category.displayName()));
-    auto* size = new StyledLabel(TextStyle::caption, &Theme::textSecondary);
+    auto* size = new ElidingLabel(TextStyle::caption, Theme::textSecondary);
     size->setText(QString::fromStdString(byteCountText(share.size)));
     line->addWidget(new LegendDot(toQColor(share.category.color())));
-    line->addWidget(name);
-    line->addStretch();
-    line->addWidget(size);
+    line->addWidget(new LabelledValue(LabelledValue::Kind::lasting, name, size), 1);
     layout()->addWidget(row);
     addRow(*name, *size);
 }

@@ -1,15 +1,16 @@
 #include "UI/Views/Window/OnboardingView.h"
 
 #include "Platform/Workspace.h"
-#include "UI/Styles/ProminentButton.h"
 #include "UI/Styles/StyledLabel.h"
 #include "UI/Styles/Symbols.h"
 #include "UI/Styles/Theme.h"
+#include "UI/Widgets/ProminentButton.h"
 #include "UI/Widgets/RoundedBox.h"
 #include "UI/Widgets/Scrollable.h"
 #include "UI/Widgets/SymbolImage.h"
 
 #include <QBoxLayout>
+#include <QFormLayout>
 #include <QPainter>
 #include <QPushButton>
 
@@ -55,7 +56,7 @@ QWidget* makeHeadline(SymbolName symbol, const QString& text)
     auto* layout = new QHBoxLayout(line);
     layout->setContentsMargins({});
     layout->setSpacing(static_cast<int>(Theme::paddingSmall));
-    auto* title = new StyledLabel(TextStyle::headline);
+    auto* title = wrapping(new StyledLabel(TextStyle::headline));
     title->setText(text);
     auto* picture = new SymbolImage(symbol, symbolBesideHeadline, Theme::textPrimary);
     layout->addWidget(picture);
@@ -140,15 +141,15 @@ QWidget* OnboardingView::makePermissionBox()
 QWidget* OnboardingView::makeSettingsRow()
 {
     auto* row = new QWidget;
-    auto* layout = new QHBoxLayout(row);
+    auto* layout = new QFormLayout(row);
     layout->setContentsMargins({});
     layout->setSpacing(permissionSpacing);
+    layout->setRowWrapPolicy(QFormLayout::WrapLongRows); // the path is below the button if there is too little room
     auto* button = new QPushButton(QStringLiteral("Open System Settings"));
     connect(button, &QPushButton::clicked, this, [this] { m_workspace->openPrivacySettings(); });
     auto* path = wrapping(new StyledLabel(TextStyle::caption, Theme::textTertiary));
     path->setText(QStringLiteral("Settings → Privacy & Security → Full Disk Access → Add Morlaine"));
-    layout->addWidget(button);
-    layout->addWidget(path, 1);
+    layout->addRow(button, path);
     return row;
 }
 

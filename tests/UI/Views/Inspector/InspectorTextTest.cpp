@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 namespace morlaine {
@@ -50,6 +51,28 @@ TEST(ElidedLines, FillTheWidthAndKeepTheEnd)
     }
     EXPECT_EQ(elidedLines(names[0], font, width, 1), QStringList(names[0]));
     EXPECT_GT(elidedLines(names[1], font, width, 3).size(), 1);
+}
+
+TEST(ElidedLines, BreakNoQuantityThatFits)
+{
+    const QFont font = TextStyles::font(TextStyle::body);
+    struct Case {
+        const char* widest;
+        const char* lines;
+    };
+    const Case cases[] = {{"12 files, 3", "12 files,|3 folders"},
+                          {"12 GB free of 2", "12 GB free of|270.55 GB"},
+                          {"270.55 G", "270.55|GB free"},
+                          {"Size: Zero", "Size:|Zero KB"},
+                          {"12 GB free of 270.55 GB", "12 GB free"},
+                          {"IMG 2024 01 02", "IMG 2024 01 02|03 04"}};
+    for (const auto& [widest, lines] : cases) {
+        const int width = QFontMetrics(font).horizontalAdvance(QString::fromUtf8(widest));
+        const QStringList expected = QString::fromUtf8(lines).split(QLatin1Char('|'));
+        QStringList broken = elidedLines(expected.join(QLatin1Char(' ')), font, width, 9);
+        std::ranges::transform(broken, broken.begin(), [](const QString& line) { return line.trimmed(); });
+        EXPECT_EQ(broken.join(QLatin1Char('|')).toStdString(), lines);
+    }
 }
 
 } // namespace
