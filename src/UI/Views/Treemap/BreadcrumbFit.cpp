@@ -20,7 +20,6 @@ void cutLongest(std::vector<int>& widths, int available)
             break;
         }
         left -= sorted[index];
-        cap = sorted[index];
     }
     for (int& width : widths) {
         width = std::min(width, cap);
