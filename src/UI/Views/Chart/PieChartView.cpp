@@ -57,12 +57,14 @@ QWidget* PieChartView::makeEmptyState()
 {
     auto* label = new StyledLabel(TextStyle::subheadline, Theme::textSecondary);
     label->setText(QStringLiteral("No scan data available"));
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignCenter);
     auto* state = new QWidget;
     auto* column = new QVBoxLayout(state);
     column->setContentsMargins({});
     column->addStretch();
     column->addWidget(new SymbolImage("chart.donut", symbolSide, Theme::quietPicture), 0, Qt::AlignHCenter);
-    column->addWidget(label, 0, Qt::AlignHCenter);
+    column->addWidget(label);
     column->addStretch();
     return state;
 }
@@ -83,6 +85,7 @@ QWidget* PieChartView::makeChart()
 
     m_legendArea = scrollable(m_rows);
     m_legendArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_legendArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // still scrolls
     m_legendArea->setMinimumHeight(0);
 
     auto* chart = new QWidget;

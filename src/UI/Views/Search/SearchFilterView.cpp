@@ -1,5 +1,6 @@
 #include "UI/Views/Search/SearchFilterView.h"
 
+#include "UI/Views/Search/FilterPicker.h"
 #include "UI/Views/Search/SearchField.h"
 #include "UI/Views/Search/SearchFilterContent.h"
 #include "UI/Views/Search/SearchPlaceholder.h"
@@ -11,9 +12,6 @@
 #include "Utilities/Utf8.h"
 
 #include <QAbstractItemView>
-#include <QComboBox>
-#include <QKeyEvent>
-#include <QLabel>
 #include <QMenu>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -43,52 +41,14 @@ int pickerIndexOf(std::optional<FileCategory> category)
                     : 0;
 }
 
-/// Closes an open picker on Escape. Qt would close it without consuming the key, and the window's shortcut would run
-/// too.
-class EscapeFilter final : public QObject {
-public:
-    explicit EscapeFilter(QComboBox& picker) : QObject(&picker), m_picker(picker)
-    {
-        picker.view()->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() != QEvent::ShortcutOverride || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape) {
-            return QObject::eventFilter(watched, event);
-        }
-        m_picker.hidePopup();
-        event->accept();
-        return true;
-    }
-
-private:
-    QComboBox& m_picker;
-};
-
-/// The picker may be narrower than its longest entry. Screen readers read the current entry as its name; the hidden
-/// label gives it a title.
-void prepare(QComboBox& picker, const QString& title)
-{
-    auto* label = new QLabel(title, picker.parentWidget());
-    label->setBuddy(&picker);
-    label->hide();
-    picker.setFocusPolicy(Qt::TabFocus); // after a click, Space still opens the selection
-    picker.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    picker.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    // The entry may have no room.
-    QObject::connect(&picker, &QComboBox::currentTextChanged, &picker, &QWidget::setToolTip);
-    new EscapeFilter(picker);
-}
-
 } // namespace
 
 SearchFilterView::SearchFilterView(MainViewModel& viewModel, QWidget* parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
     , m_field(new SearchField(this))
-    , m_typePicker(new QComboBox(this))
-    , m_sizePicker(new QComboBox(this))
+    , m_typePicker(new FilterPicker(QStringLiteral("Type:"), this))
+    , m_sizePicker(new FilterPicker(QStringLiteral("Min Size"), this))
     , m_content(new QStackedWidget(this))
     , m_results(new SearchResultsModel(this))
     , m_list(new UniformListView(this))
@@ -133,7 +93,6 @@ void SearchFilterView::buildField()
 
 void SearchFilterView::buildTypePicker()
 {
-    prepare(*m_typePicker, QStringLiteral("Type:"));
     m_typePicker->addItem(QStringLiteral("All Categories"));
     for (const FileCategory category : FileCategory::allCases) {
         m_typePicker->addItem(textOfUtf8(category.displayName()));
@@ -144,7 +103,6 @@ void SearchFilterView::buildTypePicker()
 
 void SearchFilterView::buildSizePicker()
 {
-    prepare(*m_sizePicker, QStringLiteral("Min Size"));
     for (const SizeFilter& filter : sizeFilters) {
         m_sizePicker->addItem(filter.name);
     }

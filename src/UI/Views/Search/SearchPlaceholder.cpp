@@ -1,6 +1,7 @@
 #include "UI/Views/Search/SearchPlaceholder.h"
 
 #include "UI/Styles/StyledLabel.h"
+#include "UI/Widgets/Scrollable.h"
 #include "UI/Widgets/SymbolImage.h"
 
 #include <QVBoxLayout>
@@ -13,35 +14,34 @@ constexpr int symbolSide = 28;
 constexpr int spacing = 4;
 constexpr int margin = 8;
 
-StyledLabel* addLine(QVBoxLayout& column, const QString& text, TextStyle style, Theme::SystemColor color)
+void addLine(QVBoxLayout& column, const QString& text, TextStyle style, Theme::SystemColor color)
 {
     auto* label = new StyledLabel(style, color);
     label->setText(text);
     label->setWordWrap(true);
     label->setAlignment(Qt::AlignHCenter);
     column.addWidget(label);
-    return label;
 }
 
 } // namespace
 
 SearchPlaceholder::SearchPlaceholder(SymbolName symbol, const QString& headline, const QString& captionOrNone,
                                      QWidget* parent)
-    : QWidget(parent)
-    , m_symbol(new SymbolImage(symbol, symbolSide, &Theme::quietPicture, this))
+    : QScrollArea(parent)
+    , m_symbol(new SymbolImage(symbol, symbolSide, &Theme::quietPicture))
 {
-    auto* column = new QVBoxLayout(this);
-    column->setSizeConstraint(QLayout::SetNoConstraint);
+    auto* content = new QWidget;
+    auto* column = new QVBoxLayout(content);
     column->setContentsMargins(2 * margin, 0, 2 * margin, 0);
     column->setSpacing(spacing);
     column->addStretch();
     column->addWidget(m_symbol, 0, Qt::AlignHCenter);
-    m_text = captionOrNone.isEmpty() ? headline : headline + QLatin1Char('\n') + captionOrNone;
     addLine(*column, headline, TextStyle::headline, &Theme::textSecondary);
     if (!captionOrNone.isEmpty()) {
         addLine(*column, captionOrNone, TextStyle::caption, &Theme::textTertiary);
     }
     column->addStretch();
+    makeScrollable(*this, content);
 }
 
 QSize SearchPlaceholder::minimumSizeHint() const
@@ -51,11 +51,12 @@ QSize SearchPlaceholder::minimumSizeHint() const
 
 void SearchPlaceholder::resizeEvent(QResizeEvent* event)
 {
-    QWidget::resizeEvent(event);
-    const bool isShown = !m_symbol->isHidden();
-    const int others = layout()->totalHeightForWidth(width()) - (isShown ? symbolSide + spacing : 0);
-    m_symbol->setVisible(others + symbolSide + spacing <= height());
-    setToolTip(others > height() ? m_text : QString());
+    const QSize room = maximumViewportSize();
+    const int symbol = m_symbol->sizeHint().height() + spacing;
+    const int content = widget()->layout()->totalHeightForWidth(room.width());
+    const int texts = content - (m_symbol->isHidden() ? 0 : symbol);
+    m_symbol->setVisible(texts + symbol <= room.height());
+    QScrollArea::resizeEvent(event);
 }
 
 } // namespace morlaine

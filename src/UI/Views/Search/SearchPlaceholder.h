@@ -2,15 +2,15 @@
 
 #include "UI/Styles/Symbols.h"
 
-#include <QWidget>
+#include <QScrollArea>
 
 namespace morlaine {
 
 class SymbolImage;
 
 /// A symbol, a headline and an optional caption, centred in an area without a list. If the area is too low, the symbol
-/// is hidden first.
-class SearchPlaceholder final : public QWidget {
+/// is hidden and, if this does not suffice, the texts scroll.
+class SearchPlaceholder final : public QScrollArea {
     Q_OBJECT
 
 public:
@@ -25,7 +25,6 @@ protected:
 
 private:
     SymbolImage* m_symbol;
-    QString m_text;
 };
 
 } // namespace morlaine

@@ -20,6 +20,7 @@ constexpr int verticalPadding = 4;
 constexpr int lineSpacing = 2;
 constexpr int iconSide = 14;
 constexpr int gap = 8;
+constexpr int leastLetters = 10; // of a name beside a size
 
 QFont nameFont()
 {
@@ -67,14 +68,19 @@ void paintSelection(QPainter& painter, const QRect& rect, const QColor& color)
     painter.restore();
 }
 
-void paintTexts(QPainter& painter, QRect area, const QRect& frame, const SearchResultRow& row, const RowColors& colors)
+/// In a narrow row the size is beside the path, so that the name has room.
+void paintTexts(QPainter& painter, const QRect& area, const QRect& frame, const SearchResultRow& row,
+                const RowColors& colors)
 {
     const auto mirrored = [&](const QRect& rect) { return QStyle::visualRect(painter.layoutDirection(), frame, rect); };
-    const int sizeWidth = lineWidth(row.size, sizeFont());
-    paintLine(painter, mirrored(area), row.size, sizeFont(), colors.detail, Qt::ElideNone, Qt::AlignTrailing);
-    area.setRight(area.right() - sizeWidth - gap);
-    const QRect nameLine(area.left(), area.top() + verticalPadding, area.width(), heightOf(nameFont()));
-    const QRect pathLine(area.left(), nameLine.bottom() + 1 + lineSpacing, area.width(), heightOf(pathFont()));
+    const int widthOfSize = lineWidth(row.size, sizeFont()) + gap;
+    const bool isNarrow = area.width() - widthOfSize < QFontMetrics(nameFont()).averageCharWidth() * leastLetters;
+    QRect nameLine(area.left(), area.top() + verticalPadding, area.width(), heightOf(nameFont()));
+    QRect pathLine(area.left(), nameLine.bottom() + 1 + lineSpacing, area.width(), heightOf(pathFont()));
+    paintLine(painter, mirrored(isNarrow ? pathLine : area), row.size, sizeFont(), colors.detail, Qt::ElideNone,
+              Qt::AlignTrailing);
+    pathLine.setWidth(area.width() - widthOfSize);
+    nameLine.setWidth(isNarrow ? area.width() : pathLine.width());
     paintLine(painter, mirrored(nameLine), row.name, nameFont(), colors.name, Qt::ElideMiddle);
     paintLine(painter, mirrored(pathLine), row.path, pathFont(), colors.detail, Qt::ElideLeft);
 }
