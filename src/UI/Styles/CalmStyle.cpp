@@ -210,7 +210,7 @@ QRect scrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part)
 
 } // namespace
 
-CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("fusion"))
+CalmStyle::CalmStyle() : TextDirectionStyle(QStringLiteral("fusion"))
 {
 }
 
@@ -229,7 +229,7 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_Frame:
         return drawPanelFrame(*painter, *option);
     default:
-        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        TextDirectionStyle::drawPrimitive(element, option, painter, widget);
     }
 }
 
@@ -250,7 +250,7 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
     } else if (element == CE_ProgressBarContents && progress != nullptr && progress->maximum > progress->minimum) {
         drawProgress(*painter, *progress);
     } else {
-        QProxyStyle::drawControl(element, option, painter, widget);
+        TextDirectionStyle::drawControl(element, option, painter, widget);
     }
 }
 
@@ -261,21 +261,8 @@ void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     if (control == CC_ScrollBar && scrollBar != nullptr) {
         drawScrollBar(*painter, *scrollBar, sliderRect(*scrollBar));
     } else {
-        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        TextDirectionStyle::drawComplexControl(control, option, painter, widget);
     }
-}
-
-/// Text keeps its own direction in a window that is read from right to left: a full stop stays at the end.
-void CalmStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool isEnabled,
-                             const QString& text, QPalette::ColorRole role) const
-{
-    constexpr int directions = Qt::TextForceLeftToRight | Qt::TextForceRightToLeft;
-    const Qt::Alignment place =
-        visualAlignment(painter->layoutDirection(), Qt::Alignment(flags & Qt::AlignHorizontal_Mask));
-    const int kept = flags & ~(directions | static_cast<int>(Qt::AlignHorizontal_Mask));
-    const int direction = text.isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
-    QProxyStyle::drawItemText(painter, rect, kept | static_cast<int>(place) | direction, palette, isEnabled, text,
-                              role);
 }
 
 QRect CalmStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
@@ -285,12 +272,12 @@ QRect CalmStyle::subControlRect(ComplexControl control, const QStyleOptionComple
     if (control == CC_ScrollBar && scrollBar != nullptr) {
         return scrollBarPart(*scrollBar, subControl);
     }
-    return QProxyStyle::subControlRect(control, option, subControl, widget);
+    return TextDirectionStyle::subControlRect(control, option, subControl, widget);
 }
 
 QRect CalmStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
 {
-    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    const QRect rect = TextDirectionStyle::subElementRect(element, option, widget);
     const auto* field = qstyleoption_cast<const QStyleOptionFrame*>(option);
     const bool isFramedField = element == SE_LineEditContents && field != nullptr && field->lineWidth > 0;
     return isFramedField ? rect.adjusted(fieldPadding, 0, -fieldPadding, 0) : rect;
@@ -317,7 +304,7 @@ int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_ButtonShiftVertical:
         return 0;
     default:
-        return QProxyStyle::pixelMetric(metric, option, widget);
+        return TextDirectionStyle::pixelMetric(metric, option, widget);
     }
 }
 
@@ -329,14 +316,14 @@ int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_DitherDisabledText:
         return 0;
     default:
-        return QProxyStyle::styleHint(hint, option, widget, returned);
+        return TextDirectionStyle::styleHint(hint, option, widget, returned);
     }
 }
 
 QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contentsSize,
                                   const QWidget* widget) const
 {
-    const QSize size = QProxyStyle::sizeFromContents(type, option, contentsSize, widget);
+    const QSize size = TextDirectionStyle::sizeFromContents(type, option, contentsSize, widget);
     switch (type) {
     case CT_PushButton:
         return size + QSize(8, 4);
@@ -359,7 +346,7 @@ QIcon CalmStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, c
         return Symbols::icon(isMirrored ? SymbolName("chevron.left") : SymbolName("chevron.right"),
                              Theme::textSecondary);
     }
-    return QProxyStyle::standardIcon(icon, option, widget);
+    return TextDirectionStyle::standardIcon(icon, option, widget);
 }
 
 } // namespace morlaine

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QProxyStyle>
+#include "UI/Styles/TextDirectionStyle.h"
 
 namespace morlaine {
 
 /// Qt's Fusion style without relief: flat controls with round corners, thin scroll bars and progress bars, hairlines
 /// between panels. All colours come from the palette.
-class CalmStyle final : public QProxyStyle {
+class CalmStyle final : public TextDirectionStyle {
     Q_OBJECT
 
 public:
@@ -18,8 +18,6 @@ public:
                      const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override;
-    void drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool isEnabled,
-                      const QString& text, QPalette::ColorRole role) const override;
     [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
                                        const QWidget* widget) const override;
     [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption* option,

@@ -2,6 +2,7 @@
 
 #include "UI/Styles/CalmStyle.h"
 #include "UI/Styles/Palettes.h"
+#include "UI/Styles/TextDirectionStyle.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -66,6 +67,9 @@ private:
 DesktopAppearance::DesktopAppearance(std::unique_ptr<Appearance> appearance) : m_appearance(std::move(appearance))
 {
     if (desktopBringsColors()) {
+        if (QApplication::isRightToLeft()) {
+            QApplication::setStyle(new TextDirectionStyle(QApplication::style()->name()));
+        }
         m_appearance.reset();
         m_visibleTexts = std::make_unique<VisibleTexts>();
         return;

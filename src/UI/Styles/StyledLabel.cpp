@@ -1,6 +1,7 @@
 #include "UI/Styles/StyledLabel.h"
 
 #include "UI/Styles/ApplicationLook.h"
+#include "UI/Styles/LeadingEdge.h"
 
 #include <QApplication>
 
@@ -22,6 +23,7 @@ StyledLabel::StyledLabel(std::function<QFont()> font, Theme::SystemColor color, 
     , m_color(color)
 {
     setTextFormat(Qt::PlainText);
+    setAlignment(leadingEdge() | Qt::AlignVCenter);
     applyFont();
     applyColor();
     connect(&ApplicationLook::shared(), &ApplicationLook::fontChanged, this, &StyledLabel::applyFont);

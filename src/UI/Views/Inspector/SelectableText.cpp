@@ -1,5 +1,6 @@
 #include "UI/Views/Inspector/SelectableText.h"
 
+#include "UI/Styles/LeadingEdge.h"
 #include "Utilities/ShownText.h"
 
 #include <QMimeData>
@@ -21,7 +22,10 @@ SelectableText::SelectableText(const QString& accessibleName, TextStyle style, Q
     setUndoRedoEnabled(false);
     setTabChangesFocus(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    QTextOption option;
+    option.setAlignment(leadingEdge());
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document()->setDefaultTextOption(option);
     setAccessibleName(accessibleName);
 
     setFrameShape(QFrame::NoFrame);

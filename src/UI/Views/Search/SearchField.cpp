@@ -1,5 +1,6 @@
 #include "UI/Views/Search/SearchField.h"
 
+#include "UI/Styles/LeadingEdge.h"
 #include "UI/Styles/Theme.h"
 #include "UI/Widgets/RowPainting.h"
 #include "UI/Widgets/SymbolImage.h"
@@ -26,7 +27,9 @@ SearchField::SearchField(QWidget* parent)
     , m_clearButton(new QToolButton(this))
 {
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(8, 4, 4, 4);
+    constexpr int leading = 8;
+    constexpr int margin = 4;
+    row->setContentsMargins(isRightToLeft() ? margin : leading, margin, isRightToLeft() ? leading : margin, margin);
     row->setSpacing(6);
     row->addWidget(new SymbolImage("magnifyingglass", magnifierSide, &Theme::textSecondary, this));
     row->addWidget(m_edit, 1);
@@ -40,6 +43,7 @@ SearchField::SearchField(QWidget* parent)
 void SearchField::buildEdit()
 {
     m_edit->setFrame(false);
+    m_edit->setAlignment(leadingEdge() | Qt::AlignVCenter);
     m_edit->setPlaceholderText(QStringLiteral("Search file or folder name..."));
     m_edit->setAccessibleName(m_edit->placeholderText());
     m_edit->installEventFilter(this);

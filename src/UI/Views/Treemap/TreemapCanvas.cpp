@@ -159,7 +159,7 @@ void TreemapCanvas::paintText(QPainter& painter, const QString& text) const
     painter.fillRect(rect(), Theme::panelBackground(palette()));
     painter.setFont(TextStyles::font(TextStyle::headline));
     painter.setPen(Theme::textSecondary(palette()));
-    painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | static_cast<int>(Qt::TextWordWrap), text);
+    painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | Qt::TextWordWrap | Qt::TextForceLeftToRight, text);
 }
 
 void TreemapCanvas::paintMarks(QPainter& painter) const
