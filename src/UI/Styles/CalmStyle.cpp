@@ -17,7 +17,7 @@ namespace {
 constexpr int scrollBarExtent = 12;
 constexpr int leastSliderLength = 28;
 constexpr int fieldPadding = 4;
-constexpr int gapBesideIcon = 7;
+constexpr int gapBesideIcon = 3;
 
 bool has(const QStyleOption& option, QStyle::StateFlag flag)
 {
@@ -144,8 +144,9 @@ void drawLabelledIcon(QPainter& painter, const QStyleOptionToolButton& option, c
     QRect content(0, 0, side.width() + gapBesideIcon + textWidth, option.rect.height());
     content.moveCenter(option.rect.center());
     const bool isEnabled = has(option, QStyle::State_Enabled);
-    const QRect icon =
-        QStyle::visualRect(option.direction, content, QRect(content.topLeft(), QSize(side.width(), content.height())));
+    QRect icon(content.topLeft(), side);
+    icon.moveTop(content.top() + (content.height() - side.height()) / 2);
+    icon = QStyle::visualRect(option.direction, content, icon);
     const QRect text =
         QStyle::visualRect(option.direction, content, content.adjusted(side.width() + gapBesideIcon, 0, 0, 0));
     option.icon.paint(&painter, icon, Qt::AlignCenter, isEnabled ? QIcon::Normal : QIcon::Disabled);

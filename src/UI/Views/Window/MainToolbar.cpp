@@ -6,7 +6,9 @@
 
 #include <QAction>
 #include <QEvent>
+#include <QStyleOptionToolButton>
 #include <QToolButton>
+#include <QWidgetAction>
 
 #include <utility>
 
@@ -15,16 +17,52 @@ namespace morlaine {
 namespace {
 
 constexpr int iconSide = 18;
+constexpr int roomBesideIcon = 4; // on each side
+
+/// Has more room between its icon and its text than styles leave.
+class LabelledButton final : public QToolButton {
+public:
+    using QToolButton::QToolButton;
+
+protected:
+    void initStyleOption(QStyleOptionToolButton* option) const override
+    {
+        QToolButton::initStyleOption(option);
+        option->iconSize.rwidth() += 2 * roomBesideIcon;
+    }
+};
+
+class LabelledAction final : public QWidgetAction {
+public:
+    using QWidgetAction::QWidgetAction;
+
+protected:
+    QWidget* createWidget(QWidget* parent) override
+    {
+        auto* button = new LabelledButton(parent);
+        button->setAutoRaise(true);
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        button->setDefaultAction(this);
+        return button;
+    }
+};
 
 /// The name is the accessible name of the picture.
-QAction* addButton(QToolBar& toolbar, SymbolName symbol, const QString& name)
+QAction* addButton(QToolBar& toolbar, QAction* action, SymbolName symbol, const QString& name)
 {
-    QAction* action = toolbar.addAction(Symbols::icon(symbol), name);
+    action->setIcon(Symbols::icon(symbol));
+    action->setText(name);
     action->setIconText(name);
+    toolbar.addAction(action);
     toolbar.widgetForAction(action)->setAccessibleName(name);
     toolbar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     action->setAutoRepeat(false);
     return action;
+}
+
+QAction* addButton(QToolBar& toolbar, SymbolName symbol, const QString& name)
+{
+    return addButton(toolbar, new QAction(&toolbar), symbol, name);
 }
 
 /// If a button with the focus disappeared, its neighbour would get the focus, and with it the space bar.
@@ -79,9 +117,8 @@ void MainToolbar::buildPrimaryGroup()
     m_cancel = addWidget(makeCancelButton());
     tintCancelButton();
 
-    m_scan = addButton(*this, "folder.badge.plus", QStringLiteral("Scan Folder..."));
+    m_scan = addButton(*this, new LabelledAction(this), "folder.badge.plus", QStringLiteral("Scan Folder..."));
     m_scan->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
-    qobject_cast<QToolButton*>(widgetForAction(m_scan))->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     connect(m_scan, &QAction::triggered, this, &MainToolbar::scanRequested);
 
     m_inspector = addButton(*this, isRightToLeft() ? SymbolName("sidebar.leading") : SymbolName("sidebar.trailing"),
