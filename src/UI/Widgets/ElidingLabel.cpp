@@ -93,7 +93,7 @@ QSize ElidingLabel::sizeHint() const
 
 QSize ElidingLabel::minimumSizeHint() const
 {
-    const int letters = fontMetrics().averageCharWidth() * 2;
+    const int letters = fontMetrics().averageCharWidth() * 3;
     return {letters + fontMetrics().horizontalAdvance(QChar(ellipsis)), heightOf(1)};
 }
 

@@ -24,6 +24,8 @@ constexpr int padding = 10;
 constexpr int betweenDonutAndLegend = 24;
 constexpr int inLegendRow = 6;
 constexpr int narrowestLegend = 96; // leaves room for the whole ring in a pane of minimum width
+constexpr int wideLegend = 172;     // leaves room for the smallest ring there
+constexpr int leastLetters = 7;     // of a name, as long as the ring can shrink
 constexpr int symbolSide = 32;
 
 QString title()
@@ -127,6 +129,7 @@ void PieChartView::showLegend(const std::vector<LegendRow>& rows)
         delete item->widget();
     }
     int line = 0;
+    int wished = 0; // by names, beyond the width in which they can barely be recognised
     for (const LegendRow& row : rows) {
         auto* name = new ElidingLabel(TextStyle::caption);
         name->setText(row.name);
@@ -137,10 +140,12 @@ void PieChartView::showLegend(const std::vector<LegendRow>& rows)
         m_legend->addWidget(name, line, 1);
         m_legend->addWidget(percentage, line, 2, Qt::AlignRight | Qt::AlignVCenter);
         m_rows->addRow(*name, *percentage);
+        const int width = std::min(name->sizeHint().width(), name->fontMetrics().averageCharWidth() * leastLetters);
+        wished = std::max(wished, width - name->minimumSizeHint().width());
         ++line;
     }
     m_legend->setColumnStretch(3, 1);
-    m_legendArea->setMinimumWidth(std::max(narrowestLegend, m_legend->minimumSize().width()));
+    m_legendArea->setMinimumWidth(std::clamp(m_legend->minimumSize().width() + wished, narrowestLegend, wideLegend));
 }
 
 } // namespace morlaine

@@ -22,7 +22,7 @@ namespace {
 
 constexpr int verticalPadding = 5;
 constexpr int widestSymbol = 18;
-constexpr int mostCaptionLines = 4;
+constexpr int mostCaptionLines = 5;
 constexpr int gap = 8;
 constexpr int cueSide = 16;
 constexpr int favoriteCueSide = 15;
