@@ -35,7 +35,6 @@ TEST(ResizeBlock, KeepsContentInSmallAndLargePagesAndWhereItMoves)
     auto reused = GrowingArray<char>::inMemoryOf(std::move(down));
     reused.resize(20'000'000);
     reused[19'999'999] = 'x';
-    EXPECT_TRUE(down.empty());
     EXPECT_EQ(up[1], 1U);
 }
 
