@@ -16,6 +16,7 @@ class Background {
 public:
     enum class Priority {
         userInitiated, ///< the priority of the process: somebody waits for the result
+        helping,       ///< the same, but away from the caller's processor: the caller does a share of the work
         background,    ///< the lowest priority for processor and disk
     };
 

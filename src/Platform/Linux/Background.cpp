@@ -10,6 +10,7 @@
 #include <thread>
 
 #include <pthread.h>
+#include <sched.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -76,6 +77,21 @@ void yieldToEverythingElse()
     ::syscall(SYS_ioprio_set, ofProcess, 0, lowestOfBestEffort);
 }
 
+/// Moves the calling thread if it runs on that processor. The system starts a thread on its creator's processor if all
+/// others have work, even of the lowest priority, and takes some ten milliseconds to move one of the two.
+void leaveProcessor(int processor)
+{
+    cpu_set_t allowed;
+    if (processor < 0 || ::sched_getcpu() != processor || ::sched_getaffinity(0, sizeof allowed, &allowed) != 0) {
+        return;
+    }
+    cpu_set_t others = allowed;
+    CPU_CLR(static_cast<std::size_t>(processor), &others);
+    if (::sched_setaffinity(0, sizeof others, &others) == 0) {
+        ::sched_setaffinity(0, sizeof allowed, &allowed); // from here on, the system decides
+    }
+}
+
 void run(const std::function<void()>& work) noexcept
 {
     try {
@@ -92,10 +108,13 @@ std::error_code Background::start(const std::string& name, Priority priority, st
     std::uint64_t id = 0;
     try {
         id = registry.add(name);
-        std::thread([name, priority, work = std::move(work), id, &registry]() mutable {
+        const int processor = ::sched_getcpu();
+        std::thread([name, priority, processor, work = std::move(work), id, &registry]() mutable {
             nameThisThread(name);
             if (priority == Priority::background) {
                 yieldToEverythingElse();
+            } else if (priority == Priority::helping) {
+                leaveProcessor(processor);
             }
             run(work);
             work = nullptr; // before it counts as ended

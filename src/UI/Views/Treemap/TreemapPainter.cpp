@@ -286,7 +286,7 @@ QImage paintRects(const Scene& scene)
 {
     const auto tiles = std::make_shared<Tiles>(scene);
     for (unsigned helper = helpersFor(scene); helper > 0; --helper) {
-        (void)Background::start("paint", Background::Priority::userInitiated, [tiles] { tiles->help(); });
+        (void)Background::start("paint", Background::Priority::helping, [tiles] { tiles->help(); });
     }
     QImage image = tiles->paint();
     image.setDevicePixelRatio(scene.devicePixelRatio);
