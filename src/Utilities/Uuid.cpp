@@ -1,6 +1,7 @@
 #include "Utilities/Uuid.h"
 
 #include "Utilities/Hex.h"
+#include "Utilities/SixteenBytes.h"
 
 #include <array>
 #include <bit>
@@ -14,6 +15,18 @@ namespace {
 constexpr bool isHyphenPosition(std::size_t position)
 {
     return position == 8 || position == 13 || position == 18 || position == 23;
+}
+
+using SixteenBytes::Bytes;
+
+/// The value of each hexadecimal digit, of either case; -1 for any other character.
+Bytes valuesOfDigits(Bytes characters) noexcept
+{
+    const Bytes number = characters - SixteenBytes::of('0');
+    const Bytes letter = (characters | SixteenBytes::of('a' - 'A')) - SixteenBytes::of('a');
+    const Bytes isNumber = (number >= 0) & (number <= 9);
+    const Bytes isLetter = (letter >= 0) & (letter <= 5);
+    return (isNumber & number) | (isLetter & (letter + 10)) | ~(isNumber | isLetter);
 }
 
 /// xoshiro256**: as random as ids need to be, in a few cycles.
@@ -59,24 +72,23 @@ Uuid Uuid::random()
 
 std::optional<Uuid> Uuid::fromText(std::string_view text) noexcept
 {
-    if (text.size() != textLength) {
+    if (text.size() != textLength || text[8] != '-' || text[13] != '-' || text[18] != '-' || text[23] != '-') {
         return std::nullopt;
     }
-    Uuid id;
-    std::size_t position = 0;
-    for (std::uint8_t& byte : id.m_bytes) {
-        if (isHyphenPosition(position) && text[position++] != '-') {
-            return std::nullopt;
-        }
-        const int high = hexValue(text[position]);
-        const int low = hexValue(text[position + 1]);
-        if (high < 0 || low < 0) {
-            return std::nullopt;
-        }
-        byte = static_cast<std::uint8_t>(high * 16 + low);
-        position += 2;
+    std::array<char, 32> digits;
+    std::memcpy(digits.data(), text.data(), 8);
+    std::memcpy(digits.data() + 8, text.data() + 9, 4);
+    std::memcpy(digits.data() + 12, text.data() + 14, 4);
+    std::memcpy(digits.data() + 16, text.data() + 19, 4);
+    std::memcpy(digits.data() + 20, text.data() + 24, 12);
+    const Bytes front = valuesOfDigits(SixteenBytes::at(digits.data()));
+    const Bytes back = valuesOfDigits(SixteenBytes::at(digits.data() + 16));
+    if (SixteenBytes::firstSet((front | back) < 0) != SixteenBytes::count) {
+        return std::nullopt;
     }
-    return id;
+    const Bytes high = __builtin_shufflevector(front, back, 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
+    const Bytes low = __builtin_shufflevector(front, back, 1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29, 31);
+    return Uuid(std::bit_cast<std::array<std::uint8_t, 16>>(high * 16 + low));
 }
 
 Uuid::Text Uuid::text() const noexcept

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <string>
 #include <thread>
 #include <unordered_set>
 
@@ -19,6 +21,14 @@ TEST(Uuid, ReadsAndWritesTheCanonicalForm)
                               "{F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4E5", "0F1C2D3G-4A5B-4C6D-8E7F-90A1B2C3D4E5",
                               "0F1C-2D3E4A5B-4C6D-8E7F-90A1B2C3D4E5", "0F1C2D3E-4A5B-4C6D-8E7F-90A1B2C3D4 5"}) {
         EXPECT_FALSE(Uuid::fromText(wrong)) << wrong;
+    }
+    for (std::size_t position = 0; position < text.size(); ++position) {
+        for (int c = 0; c < 256; ++c) {
+            std::string changed = text;
+            changed[position] = static_cast<char>(c);
+            const bool isRight = text[position] == '-' ? c == '-' : std::isxdigit(c) != 0;
+            ASSERT_EQ(Uuid::fromText(changed).has_value(), isRight) << position << ' ' << c;
+        }
     }
 }
 

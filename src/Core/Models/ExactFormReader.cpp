@@ -1,14 +1,13 @@
 #include "Core/Models/FileNodeReaders.h"
+#include "Core/Models/TextWindow.h"
 #include "Core/Models/TreeBuilder.h"
 #include "Utilities/Hex.h"
+#include "Utilities/SixteenBytes.h"
 #include "Utilities/Utf8.h"
-
-#include <QIODevice>
 
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,14 +15,6 @@
 namespace morlaine {
 
 namespace {
-
-constexpr std::size_t bufferSize = std::size_t{1024} * 1024;
-
-/// A node is parsed once the buffer holds this much text, or all the rest.
-constexpr std::size_t roomForNode = std::size_t{128} * 1024;
-
-/// Zero bytes behind the text. Comparisons may read into them and then fail.
-constexpr std::size_t padding = 64;
 
 enum CharacterKind : std::uint8_t { plain, percent, quote, backslash, slash, notInUrl, refused, notAscii };
 
@@ -46,54 +37,21 @@ CharacterKind kindOf(char c)
     return characterKinds[static_cast<unsigned char>(c)];
 }
 
-constexpr std::array<std::int8_t, 256> hexValues = [] {
-    std::array<std::int8_t, 256> values{};
-    for (std::size_t c = 0; c < values.size(); ++c) {
-        values[c] = static_cast<std::int8_t>(hexValue(static_cast<char>(c)));
-    }
-    return values;
-}();
-
-/// A sliding window over the text of a device.
-class Window {
-public:
-    explicit Window(QIODevice& source) : m_source(source) {}
-
-    [[nodiscard]] const char* next() const { return m_next; }
-    [[nodiscard]] const char* end() const { return m_end; }
-    void passTo(const char* place) { m_next = place; }
-
-    /// Makes sure that the window holds a whole node. False when the device cannot be read.
-    [[nodiscard]] bool fill()
-    {
-        if (m_isAtEnd || static_cast<std::size_t>(m_end - m_next) >= roomForNode) {
-            return true;
+/// The first character from `place` on that is not `plain`. There is one before the end of the padding.
+const char* firstNotPlain(const char* place)
+{
+    static_assert(SixteenBytes::count <= TextWindow::padding);
+    for (;; place += SixteenBytes::count) {
+        const SixteenBytes::Bytes text = SixteenBytes::at(place);
+        SixteenBytes::Bytes isOther = text < SixteenBytes::of(' '); // also bytes beyond ASCII, which are negative
+        for (const char c : {'%', '"', '\\', '/', '?', '#'}) {
+            isOther |= text == SixteenBytes::of(c);
         }
-        const auto rest = static_cast<std::size_t>(m_end - m_next);
-        std::memmove(m_buffer.get(), m_next, rest);
-        std::size_t length = rest;
-        while (length < bufferSize && !m_isAtEnd) {
-            const qint64 count = m_source.read(m_buffer.get() + length, static_cast<qint64>(bufferSize - length));
-            if (count < 0) {
-                return false;
-            }
-            m_isAtEnd = count == 0;
-            length += static_cast<std::size_t>(count);
+        if (const int first = SixteenBytes::firstSet(isOther); first != SixteenBytes::count) {
+            return place + first;
         }
-        m_next = m_buffer.get();
-        m_end = m_next + length;
-        std::memset(m_buffer.get() + length, 0, padding);
-        return true;
     }
-
-private:
-    QIODevice& m_source;
-    /// Not filled with zeros: only what is read takes memory.
-    const std::unique_ptr<char[]> m_buffer = std::make_unique_for_overwrite<char[]>(bufferSize + padding);
-    const char* m_next = m_buffer.get();
-    const char* m_end = m_buffer.get();
-    bool m_isAtEnd = false;
-};
+}
 
 class ExactFormReader {
 public:
@@ -129,11 +87,11 @@ private:
         return isFilled;
     }
 
-    /// Skips `text` if it comes next. It must be shorter than the padding.
+    /// Skips `text` if it comes next.
     template <std::size_t size>
     [[nodiscard]] bool expect(const char (&text)[size])
     {
-        static_assert(size <= padding);
+        static_assert(size <= TextWindow::padding);
         if (std::memcmp(m_place, text, size - 1) != 0) {
             return false;
         }
@@ -198,23 +156,11 @@ private:
 
     [[nodiscard]] bool uuid()
     {
-        std::array<std::uint8_t, 16> bytes{};
-        static_assert(2 * bytes.size() + 4 <= padding); // a truncated text is read into the padding
-        const char* place = m_place;
-        int all = 0;
-        for (std::size_t i = 0; i < bytes.size(); ++i) {
-            if (i == 4 || i == 6 || i == 8 || i == 10) {
-                all |= *place++ == '-' ? 0 : -1;
-            }
-            const int value =
-                hexValues[static_cast<unsigned char>(place[0])] * 16 | hexValues[static_cast<unsigned char>(place[1])];
-            all |= value;
-            bytes[i] = static_cast<std::uint8_t>(value);
-            place += 2;
-        }
-        m_place = place;
-        m_fields.id = Uuid(bytes);
-        return all >= 0;
+        static_assert(Uuid::textLength <= TextWindow::padding); // a truncated text is read into the padding
+        const std::optional<Uuid> id = Uuid::fromText({m_place, Uuid::textLength});
+        m_place += Uuid::textLength;
+        m_fields.id = id.value_or(Uuid());
+        return id.has_value();
     }
 
     /// The root's url must be in the form in which it is written, so that it is a prefix of the urls inside.
@@ -245,13 +191,13 @@ private:
         m_place += m_url.size();
         const char* const start = m_place;
         bool hasPercent = false;
-        CharacterKind kind = kindOf(*m_place);
-        for (; kind <= percent; kind = kindOf(*++m_place)) {
-            hasPercent = hasPercent || kind == percent;
+        while (*(m_place = firstNotPlain(m_place)) == '%') {
+            hasPercent = true;
+            ++m_place;
         }
         m_urlText = {start, static_cast<std::size_t>(m_place - start)};
         m_component = m_urlText;
-        if (kind != quote || m_urlText.empty()) {
+        if (*m_place != '"' || m_urlText.empty()) {
             return false;
         }
         return !hasPercent || decodeComponent();
@@ -313,8 +259,7 @@ private:
                 continue;
             }
             const int value = letter == 'u' && m_place[1] == '0' && m_place[2] == '0'
-                                  ? hexValues[static_cast<unsigned char>(m_place[3])] * 16 |
-                                        hexValues[static_cast<unsigned char>(m_place[4])]
+                                  ? hexValue(m_place[3]) * 16 | hexValue(m_place[4])
                                   : -1;
             if (value < 0 || value >= 0x20) {
                 return false;
@@ -345,7 +290,7 @@ private:
     [[nodiscard]] bool category()
     {
         constexpr std::size_t longest = 16;
-        static_assert(longest <= padding);
+        static_assert(longest <= TextWindow::padding);
         const std::string_view text(m_place, longest);
         const auto found = FileCategory::fromRawValue(text.substr(0, text.find('"')));
         if (!found) {
@@ -356,7 +301,7 @@ private:
         return true;
     }
 
-    Window m_window;
+    TextWindow m_window;
     const char* m_place = m_window.next();
     TreeBuilder m_builder{TreeBuilder::Source::given};
     std::string m_url; // prefix of the urls in the open list
