@@ -45,6 +45,7 @@ public:
     {
         painter.setFont(m_font);
         painter.setPen(m_color);
+        painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight); // at the same place
         painter.drawText(topLeft + QPointF(0, m_metrics.ascent()), text);
     }
 
@@ -91,11 +92,7 @@ void soften(QImage& mask, int reach)
 
 class LabelPainter {
 public:
-    explicit LabelPainter(QImage& image) : m_scale(image.devicePixelRatio()), m_painter(&image)
-    {
-        // Like the rest of the window, also for names in right-to-left scripts.
-        m_painter.setLayoutDirection(Qt::LeftToRight);
-    }
+    explicit LabelPainter(QImage& image) : m_scale(image.devicePixelRatio()), m_painter(&image) {}
 
     void paint(const Decide::Labels& labels, const QString& fullName, const QString& fullSize)
     {
@@ -125,7 +122,6 @@ private:
         }
         mask.fill(Qt::transparent);
         QPainter painter(&mask);
-        painter.setLayoutDirection(Qt::LeftToRight);
         painter.translate(-pixels.topLeft());
         painter.scale(m_scale, m_scale);
         painter.setClipRect(frame);
