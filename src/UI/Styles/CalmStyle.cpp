@@ -64,7 +64,9 @@ void drawButton(QPainter& painter, const QStyleOption& option)
         return;
     }
     const bool isFocused = has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange);
-    const QPen outline = isFocused ? QPen(option.palette.color(QPalette::Highlight), 2) : QPen(textAt(option, 0.16), 1);
+    const bool isDefault = button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton);
+    const QColor edge = isFocused || isDefault ? option.palette.color(QPalette::Highlight) : textAt(option, 0.16);
+    const QPen outline(edge, isFocused ? 2 : 1);
     drawRound(painter, option.rect, Theme::cornerRadiusSmall, buttonFill(option), outline);
 }
 
@@ -315,6 +317,7 @@ int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     switch (hint) {
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
         return 0;
     default:
         return TextDirectionStyle::styleHint(hint, option, widget, returned);
@@ -339,15 +342,28 @@ QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     }
 }
 
-/// Each tool bar has a button for what does not fit; Qt's own picture of it loads the readers of all picture formats.
+/// The pictures of the folder dialog, and of the button that each tool bar has for what does not fit. Qt's own ones
+/// have other colours, and load the readers of all picture formats.
 QIcon CalmStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const
 {
-    if (icon == SP_ToolBarHorizontalExtensionButton) {
-        const bool isMirrored = QApplication::isRightToLeft();
+    const bool isMirrored = QApplication::isRightToLeft();
+    switch (icon) {
+    case SP_ToolBarHorizontalExtensionButton:
         return Symbols::icon(isMirrored ? SymbolName("chevron.left") : SymbolName("chevron.right"),
                              Theme::textSecondary);
+    case SP_FileDialogToParent:
+        return Symbols::icon("chevron.up", Theme::textSecondary);
+    case SP_DirHomeIcon:
+        return Symbols::icon("house", Theme::textSecondary);
+    case SP_DesktopIcon:
+        return Symbols::icon("desktopcomputer", Theme::textSecondary);
+    case SP_DriveHDIcon:
+        return Symbols::icon("internaldrive", Theme::textSecondary);
+    case SP_DirIcon:
+        return Symbols::icon("folder.fill", Theme::textSecondary);
+    default:
+        return TextDirectionStyle::standardIcon(icon, option, widget);
     }
-    return TextDirectionStyle::standardIcon(icon, option, widget);
 }
 
 } // namespace morlaine

@@ -19,7 +19,7 @@ namespace morlaine {
 /// The name of an existing symbol. A literal is checked at compile time.
 class SymbolName {
 public:
-    static constexpr std::array<std::string_view, 24> all{
+    static constexpr std::array<std::string_view, 25> all{
         "arrow.down.circle",
         "arrow.right.to.line.alt",
         "arrow.up.right.square",
@@ -27,6 +27,7 @@ public:
         "chart.pie.fill",
         "chevron.left",
         "chevron.right",
+        "chevron.up",
         "desktopcomputer",
         "doc.fill",
         "doc.on.doc",
