@@ -80,7 +80,8 @@ PlaceRow::PlaceRow(const Uuid& id, const std::string& name, SymbolName symbol, Q
     , m_symbol(symbol)
 {
     setFocusPolicy(Qt::TabFocus);
-    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    // Fixed would limit the height to that of the width before a scroll bar appeared.
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     setAccessibleName(m_name);
