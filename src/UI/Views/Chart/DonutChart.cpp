@@ -26,6 +26,16 @@ DonutSliceShape shapeOf(const PieSlice& slice, double thickness)
     return {slice.startAngle, slice.endAngle, thickness};
 }
 
+QString totalCaption()
+{
+    return QStringLiteral("Total Size");
+}
+
+QString totalText(const QString& total)
+{
+    return totalCaption() + QStringLiteral(": ") + total;
+}
+
 /// `font`, reduced until `text` fits `width`.
 QFont fitted(QFont font, const QString& text, double width)
 {
@@ -55,7 +65,7 @@ void DonutChart::setSlices(std::vector<PieSlice> slices, std::int64_t total)
     m_total = QString::fromStdString(byteCountText(total));
     m_tipSlice = nullptr;
 
-    QString figures = QStringLiteral("Total Size: ") + m_total;
+    QString figures = totalText(m_total);
     for (const PieSlice& slice : m_slices) {
         figures += QStringLiteral("; ") + sliceText(slice) + QStringLiteral(", ") + percentageText(slice.size, total);
     }
@@ -103,7 +113,11 @@ void DonutChart::mouseMoveEvent(QMouseEvent* event)
 void DonutChart::showTip(const QPoint& position)
 {
     m_tipSlice = sliceAt(position);
-    QToolTip::showText(mapToGlobal(position), m_tipSlice == nullptr ? QString() : sliceText(*m_tipSlice), this);
+    QString tip = m_tipSlice == nullptr ? QString() : sliceText(*m_tipSlice);
+    if (m_tipSlice == nullptr && isTotalCut()) {
+        tip = totalText(m_total);
+    }
+    QToolTip::showText(mapToGlobal(position), tip, this);
 }
 
 void DonutChart::paintEvent(QPaintEvent* /*event*/)
@@ -116,13 +130,33 @@ void DonutChart::paintEvent(QPaintEvent* /*event*/)
     paintTotal(painter);
 }
 
+/// The width of both lines in the hole: the side of the square inscribed in it.
+double DonutChart::roomForTotal() const
+{
+    return (circle().width() - 2 * thickness()) * 0.86;
+}
+
+QFont DonutChart::captionFont() const
+{
+    return fitted(TextStyles::font(TextStyle::caption2), totalCaption(), roomForTotal());
+}
+
+QFont DonutChart::totalFont() const
+{
+    return fitted(TextStyles::font(TextStyle::body, QFont::Bold), m_total, roomForTotal());
+}
+
+bool DonutChart::isTotalCut() const
+{
+    return QFontMetricsF(captionFont()).horizontalAdvance(totalCaption()) > roomForTotal() ||
+           QFontMetricsF(totalFont()).horizontalAdvance(m_total) > roomForTotal();
+}
+
 void DonutChart::paintTotal(QPainter& painter) const
 {
-    // The square inscribed in the hole limits the width of both lines.
-    const double side = (circle().width() - 2 * thickness()) * 0.86;
-    const QString caption = QStringLiteral("Total Size");
-    const QFont captionFont = fitted(TextStyles::font(TextStyle::caption2), caption, side);
-    const QFont totalFont = fitted(TextStyles::font(TextStyle::body, QFont::Bold), m_total, side);
+    const double side = roomForTotal();
+    const QFont captionFont = this->captionFont();
+    const QFont totalFont = this->totalFont();
     const double captionHeight = QFontMetricsF(captionFont).height();
     const double totalHeight = QFontMetricsF(totalFont).height();
     QRectF line(0, 0, side, captionHeight);
@@ -132,7 +166,7 @@ void DonutChart::paintTotal(QPainter& painter) const
     painter.setFont(captionFont);
     painter.setPen(Theme::textSecondary(palette()));
     painter.setLayoutDirection(Qt::LeftToRight); // for the numbers
-    painter.drawText(line, flags, QFontMetricsF(captionFont).elidedText(caption, Qt::ElideRight, side));
+    painter.drawText(line, flags, QFontMetricsF(captionFont).elidedText(totalCaption(), Qt::ElideRight, side));
     painter.setFont(totalFont);
     painter.setPen(Theme::textPrimary(palette()));
     painter.drawText(QRectF(line.left(), line.bottom(), side, totalHeight), flags,

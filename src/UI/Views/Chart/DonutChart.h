@@ -10,7 +10,7 @@
 namespace morlaine {
 
 /// The ring of the file-type chart with the total in its hole. A tooltip shows category and size of the slice under the
-/// pointer. 130 by 130 points, or less if there is less room.
+/// pointer, or the total if the hole is too small for it. 130 by 130 points, or less if there is less room.
 class DonutChart final : public QWidget {
     Q_OBJECT
 
@@ -33,6 +33,10 @@ private:
     [[nodiscard]] QRectF circle() const;
     [[nodiscard]] double thickness() const;
     void showTip(const QPoint& position);
+    [[nodiscard]] double roomForTotal() const;
+    [[nodiscard]] QFont captionFont() const;
+    [[nodiscard]] QFont totalFont() const;
+    [[nodiscard]] bool isTotalCut() const;
     void paintTotal(QPainter& painter) const;
 
     std::vector<PieSlice> m_slices;

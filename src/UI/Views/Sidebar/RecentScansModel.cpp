@@ -73,7 +73,9 @@ QVariant RecentScansModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return shown.name;
     case Qt::ToolTipRole:
-        return plainToolTip(shownPath(shown.scan.path));
+        // The row elides each of them.
+        return plainToolTip(
+            QStringList{shownPath(shown.scan.path), shown.size, shown.date}.join(QStringLiteral(" • ")));
     case Qt::AccessibleTextRole:
         return QStringList{shown.name, shown.size, shown.date}.join(QStringLiteral(", "));
     default:
