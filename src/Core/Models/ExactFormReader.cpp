@@ -214,6 +214,7 @@ private:
         return true;
     }
 
+    /// Ends before a quote or a control character. What follows the name begins with a quote.
     [[nodiscard]] bool name()
     {
         const char* const start = m_place;
@@ -231,7 +232,7 @@ private:
             }
             if (kind == quote || kind == refused) {
                 m_name = {start, static_cast<std::size_t>(m_place - start)};
-                return kind == quote && (isAscii || isValidUtf8(m_name));
+                return isAscii || isValidUtf8(m_name);
             }
             isAscii = isAscii && kind != notAscii;
         }
@@ -245,7 +246,7 @@ private:
             const CharacterKind kind = kindOf(*m_place);
             if (kind == quote || kind == refused) {
                 m_name = m_unescapedName;
-                return kind == quote && isValidUtf8(m_name);
+                return isValidUtf8(m_name);
             }
             if (kind != backslash) {
                 m_unescapedName += *m_place;

@@ -223,7 +223,7 @@ void TreeBuilder::nameAgain()
     m_nodes.names = std::move(names);
     for (const auto& [node, name] : m_namesAgain) {
         const auto own = m_nodes.ownUrls.find(node);
-        if (own != m_nodes.ownUrls.end() && own->second.isComponent && own->second.bytes == name) {
+        if (own->second.isComponent && own->second.bytes == name) {
             m_nodes.ownUrls.erase(own);
             setKind(m_nodes.kinds[node], TreeArrays::hasOwnUrl, false);
         }

@@ -36,8 +36,7 @@ public:
         for (const HistoricalScan& scan : history) {
             write(scan);
         }
-        m_json.EndArray();
-        m_output.Flush();
+        m_json.EndArray(); // flushes the output
         return !m_output.hasFailed();
     }
 

@@ -189,8 +189,15 @@ TEST(FileNodeJson, RejectsEverythingElseAsAWhole)
     const auto nested = [](std::string text, const std::string& url) {
         return text.replace(text.find("x.c\""), 4, url + '"');
     };
-    const std::string largeFolder =
-        nested(withReplaced("42,\"isDirectory\":false", "9223372036854775807,\"isDirectory\":true"), "x.c/d");
+    const auto tenFolders = [&](const std::string& size) {
+        const std::string folder =
+            nested(withReplaced("42,\"isDirectory\":false", size + ",\"isDirectory\":true"), "x.c/d");
+        std::string list = folder;
+        for (int count = 1; count < 10; ++count) {
+            list += ',' + folder;
+        }
+        return list;
+    };
     const std::string folderOfLargeFile =
         nested(withReplaced("\"isDirectory\":false,\"fileCategory\":\"sourceCode\"",
                             R"("isDirectory":true,"fileCategory":"other","children":[)" +
@@ -213,7 +220,8 @@ TEST(FileNodeJson, RejectsEverythingElseAsAWhole)
         {"42", {"1.9e308"}, "a number is too large"},
         {"42", {"042"}, "comma"},
         {"42", {"-1", "-9223372036854775808"}, "a size is negative"},
-        {"}", {R"(,"children":[)" + largeFolder + ',' + largeFolder + "]}"}, "a sum of sizes"},
+        {"}", {R"(,"children":[)" + tenFolders("9223372036854775807") + "]}"}, "a sum of sizes"},
+        {"}", {R"(,"children":[)" + tenFolders("999999999999999999") + "]}"}, "a sum of sizes"},
         {"}", {R"(,"children":[)" + folderOfLargeFile + ',' + folderOfLargeFile + "]}"}, "a sum of sizes"},
         {"42", {"NaN", ""}, "Invalid value"},
         {"\"x.c\"", {"\"\\x0005\""}, "escape"},

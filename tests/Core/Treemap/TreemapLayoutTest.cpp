@@ -28,14 +28,17 @@ TEST(TreemapLayout, FindsTheFileElseTheOutermostFolderAsAPlainSearchDoes)
         const double x = below(120);
         const double y = below(120);
         std::optional<std::size_t> plain;
+        std::optional<std::size_t> innermost;
         for (std::size_t index = 0; index < layout.size(); ++index) {
             const auto [node, rect, color, depth] = layout[index];
             const bool isHit = x >= rect.x && x < rect.x + rect.width && y >= rect.y && y < rect.y + rect.height;
             if (isHit && (!plain || (layout[*plain].node.isDirectory() && !node.isDirectory()))) {
                 plain = index;
             }
+            innermost = isHit ? index : innermost;
         }
         ASSERT_EQ(layout.hitTest(x, y), plain) << x << ", " << y;
+        ASSERT_EQ(layout.innermostAt(x, y), innermost) << x << ", " << y;
     }
 
     const FileNode copy = test::treeFromText(text);

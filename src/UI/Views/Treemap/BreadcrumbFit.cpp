@@ -60,17 +60,14 @@ int naturalBreadcrumbWidth(std::span<const int> nameWidths, const BreadcrumbFit:
 
 BreadcrumbFit fitBreadcrumb(std::span<const int> nameWidths, int available, const BreadcrumbFit::Metrics& metrics)
 {
-    const std::size_t count = nameWidths.size();
-    for (std::size_t folded = 0; folded < count; ++folded) {
-        BreadcrumbFit fit = folding(folded, nameWidths);
-        const int room = available - widthAroundNames(fit, metrics);
-        const bool isLastResort = folded + 1 == count;
-        if (isLastResort || sumOfWidths(fit.nameWidths, metrics.leastName) <= room) {
-            cutLongest(fit.nameWidths, room);
-            return fit;
-        }
+    const auto roomForNames = [&](const BreadcrumbFit& fit) { return available - widthAroundNames(fit, metrics); };
+    BreadcrumbFit fit = folding(0, nameWidths);
+    while (fit.foldedCount + 1 < nameWidths.size() &&
+           sumOfWidths(fit.nameWidths, metrics.leastName) > roomForNames(fit)) {
+        fit = folding(fit.foldedCount + 1, nameWidths);
     }
-    return {};
+    cutLongest(fit.nameWidths, roomForNames(fit));
+    return fit;
 }
 
 HeaderWidths divideHeader(int available, int naturalBreadcrumb, int spacing)

@@ -75,7 +75,7 @@ std::optional<std::size_t> neighbour(const TreemapLayout& layout, std::size_t fr
     std::optional<std::size_t> nearest;
     double least = std::numeric_limits<double>::infinity();
     for (std::size_t index = 0; index < items.size(); ++index) {
-        if (index != from && canBePointedAt(items[index])) {
+        if (canBePointedAt(items[index])) {
             if (const double far = distance(start, front, turned(items[index].rect, move)); far < least) {
                 least = far;
                 nearest = index;

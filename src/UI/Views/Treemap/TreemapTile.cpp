@@ -71,13 +71,12 @@ inline TreemapTile::Shares TreemapTile::sharesFrom(const Axis& axis, int pixel)
 }
 
 /// Compares before converting: far-away edges are outside the range of int.
-inline TreemapTile::Axis TreemapTile::axis(double begin, double length, double halfLine, bool isHollow, int origin,
-                                           int pixels) const
+inline TreemapTile::Axis TreemapTile::axis(double begin, double length, double halfLine, int origin, int pixels) const
 {
     const auto half = static_cast<float>(halfLine * m_scale);
     const auto from = static_cast<float>(begin * m_scale - origin);
     const auto to = static_cast<float>((begin + length) * m_scale - origin);
-    Axis axis{.fill = {from, to}, .outer = {from - half, to + half}, .inner = {}};
+    Axis axis{.fill = {from, to}, .outer = {from - half, to + half}, .inner = {from + half, to - half}};
     const auto last = static_cast<float>(pixels);
     if (!(axis.outer.begin < last && axis.outer.end > 0)) {
         return axis;
@@ -85,9 +84,6 @@ inline TreemapTile::Axis TreemapTile::axis(double begin, double length, double h
     // Painting a few pixels with a share of 0 is faster than branching.
     axis.first = static_cast<int>(std::max(axis.outer.begin, 0.F));
     axis.end = static_cast<int>(std::min(axis.outer.end, last - 1)) + 1;
-    if (isHollow) {
-        axis.inner = {from + half, to - half};
-    }
     axis.solidFirst = axis.end;
     axis.solidEnd = axis.end;
     if (axis.end - axis.first <= 4) {
@@ -105,10 +101,9 @@ inline TreemapTile::Axis TreemapTile::axis(double begin, double length, double h
 
 void TreemapTile::paint(const Rect& rect, const Style& style)
 {
-    const bool isHollow = rect.width > style.lineWidth && rect.height > style.lineWidth;
     const double half = style.lineWidth / 2;
-    const Axis rows = axis(rect.y, rect.height, half, isHollow, m_pixels.top(), m_pixels.height());
-    const Axis columns = axis(rect.x, rect.width, half, isHollow, m_pixels.left(), m_pixels.width());
+    const Axis rows = axis(rect.y, rect.height, half, m_pixels.top(), m_pixels.height());
+    const Axis columns = axis(rect.x, rect.width, half, m_pixels.left(), m_pixels.width());
     if (columns.first >= columns.end) {
         return;
     }

@@ -79,7 +79,7 @@ private:
     static constexpr int channels = 3;
     static constexpr std::ptrdiff_t planeSize = std::ptrdiff_t{side} * stride;
 
-    [[nodiscard]] Axis axis(double begin, double length, double halfLine, bool isHollow, int origin, int pixels) const;
+    [[nodiscard]] Axis axis(double begin, double length, double halfLine, int origin, int pixels) const;
     [[nodiscard]] static Shares sharesFrom(const Axis& axis, int pixel);
     void paintEdges(int first, int end, const Axis& columns, int y, int rowCount, const Shares& rows,
                     const Style& style);

@@ -163,9 +163,13 @@ TEST_F(MainViewModelTest, KeepsAnEmptySessionAfterACancelledScan)
 
 TEST_F(MainViewModelTest, SavesTwiceWhenTwoWatchersSeeOneResult)
 {
+    const Gate gate;
+    fileSystem->onListing = gate;
     model->scan(url("/r"));
+    gate.waitForArrival(); // a walk that is cancelled before it begins reports so at once, which ends the watching
     model->cancelScan();
     model->scan(url("/s"));
+    QTimer::singleShot(700, [gate] { gate.open(); }); // both have looked once by then
     ASSERT_TRUE(QTest::qWaitFor([this] { return model->scanHistory().size() == 2; }, longEnough));
     EXPECT_EQ(nameOf(model->currentRootNode()), "s");
 }
