@@ -4,7 +4,8 @@ import time
 
 from desktop import Desktop
 from loop_watch import LoopWatch
-from program import TITLE, preloading
+from processes import preloading
+from program import TITLE
 from store import Store
 from waiting import wait_for
 from Xlib import X

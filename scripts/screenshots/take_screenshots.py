@@ -16,7 +16,8 @@ import processes
 import settings_portal
 from desktop import Desktop
 from folders import remove_tree
-from program import TITLE, preloading
+from processes import preloading
+from program import TITLE
 from waiting import wait_for
 
 WIDTH, HEIGHT = 1400, 920

@@ -6,7 +6,8 @@ import unittest
 
 from accessibility import Listener
 from desktop import Desktop
-from program import TITLE, preloading
+from processes import preloading
+from program import TITLE
 from store import Store, check_entry, check_tree
 from walk import Walk
 

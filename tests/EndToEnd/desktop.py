@@ -103,6 +103,7 @@ class Desktop:
             "XDG_DATA_HOME": str(self.data_home),
             # No bus until one is started; without an address, programs would look for one.
             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent/bus",
+            **{name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")},
         }
 
     def start_service(self, command):

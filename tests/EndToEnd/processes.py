@@ -24,6 +24,13 @@ def start(command, **options):
     )
 
 
+def preloading(library):
+    """The environment that preloads the library."""
+    # LD_PRELOAD is split at spaces; a list of folders is split at colons only. A sanitizer wants to be the first library.
+    options = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
+    return {"LD_LIBRARY_PATH": str(library.parent), "LD_PRELOAD": library.name, "ASAN_OPTIONS": options}
+
+
 def stop(process, patience=10):
     """Ends a process, first politely."""
     if process.poll() is None:

@@ -8,12 +8,6 @@ TITLE = "Morlaine"
 SEARCH_FIELD = ("text", "Search file or folder name...")
 
 
-def preloading(library):
-    """The environment that preloads the library."""
-    # LD_PRELOAD is split at spaces; a list of folders is split at colons only.
-    return {"LD_LIBRARY_PATH": str(library.parent), "LD_PRELOAD": library.name}
-
-
 class Program:
     def __init__(self, desktop, path, environment, output):
         self.desktop = desktop

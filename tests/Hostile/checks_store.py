@@ -20,10 +20,11 @@ def every_call_of_the_store_fails(context):
     kept, oldest = reversed(context.save(tree, 2))
     template = context.folder / "template"
     context.data.rename(template)
+    errors = [errno.EIO, errno.EINTR] if context.is_sanitized else ERRORS  # a start takes its time there
     count = 0
     for operation in [["save", tree], ["delete", oldest], ["load"]]:
         for call in CALLS:
-            for error in ERRORS + ([SHORT_WRITE] if call == "write" else []):
+            for error in errors + ([SHORT_WRITE] if call == "write" else []):
                 for times in [1] if error == errno.EINTR else [1, ALWAYS]:
                     for first in range(1, 30):
                         shutil.copytree(template, context.data)

@@ -10,6 +10,8 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent / "EndToEnd"))
 
+import processes  # noqa: E402
+
 CHECKS = {}  # by name: the group and the function
 APP = "com.morlaine.Morlaine"
 OWN_MOUNTS = "MORLAINE_OWN_MOUNTS"  # set if mounts are seen by these checks only
@@ -38,8 +40,8 @@ def expect(condition, *what):
 class Context:
     """`is_long` asks for the long form; `random` is seeded; `folder` is empty and goes when the check ends."""
 
-    def __init__(self, program, is_long, random, folder):
-        self.program, self.is_long, self.random, self.folder = program, is_long, random, folder
+    def __init__(self, program, arguments, random, folder):
+        self.is_long, self.is_sanitized, self.random, self.folder = arguments.long, arguments.sanitized, random, folder
         self.build = program.parent
         self.data = folder / "data"
 
@@ -50,12 +52,19 @@ class Context:
         return {**os.environ, "XDG_DATA_HOME": str(self.data), "LC_ALL": "C.UTF-8", **more}
 
     def with_faults(self, **more):
-        return self.environment(LD_LIBRARY_PATH=str(self.build), LD_PRELOAD="libmorlaine_faults.so", **more)
+        return self.environment(**processes.preloading(self.build / "libmorlaine_faults.so"), **more)
 
     def start(self, *arguments, environment=None):
         command = [str(self.build / "morlaine_hostile_driver"), *map(str, arguments)]
         return subprocess.Popen(command, env=environment or self.environment(), stdout=subprocess.PIPE,
-                                stderr=subprocess.PIPE, preexec_fn=lambda: limit(24 if arguments[0] == "scan" else 1_000))
+                                stderr=subprocess.PIPE, preexec_fn=lambda: self._limit(arguments[0]))
+
+    def _limit(self, command):
+        """A gigabyte, and few descriptors for a scan, which gets along with a handful."""
+        descriptors = 24 if command == "scan" else 1_000
+        resource.setrlimit(resource.RLIMIT_NOFILE, (descriptors, descriptors))
+        if not self.is_sanitized:
+            resource.setrlimit(resource.RLIMIT_AS, (1 << 30, 1 << 30))
 
     def run(self, *arguments, environment=None, may_fail=False):
         """What the driver printed, a list of words a line, and whether a fault took place. A crash is an error."""
@@ -83,12 +92,6 @@ class Context:
         """What lies in the store."""
         root = self.data / APP
         return {str(path.relative_to(root)) for path in root.rglob("*") if not path.is_dir()}
-
-
-def limit(descriptors):
-    """A gigabyte, and few descriptors for a scan, which gets along with a handful."""
-    resource.setrlimit(resource.RLIMIT_AS, (1 << 30, 1 << 30))
-    resource.setrlimit(resource.RLIMIT_NOFILE, (descriptors, descriptors))
 
 
 def command(*words):

@@ -27,7 +27,7 @@ def run(name, group, function, arguments):
     # The store brings every list to the disk, which takes its time on a real one.
     parent = "/dev/shm" if group == "store" and os.access("/dev/shm", os.W_OK) else None
     folder = pathlib.Path(tempfile.mkdtemp(prefix="morlaine-hostile-", dir=parent))
-    context = Context(arguments.program.resolve(), arguments.long, random.Random(arguments.seed), folder)
+    context = Context(arguments.program.resolve(), arguments, random.Random(arguments.seed), folder)
     start = time.monotonic()
     try:
         result, detail = "ok", function(context)
@@ -47,6 +47,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--program", type=pathlib.Path, required=True)
     parser.add_argument("--long", action="store_true", help="more of everything: a quarter of an hour")
+    parser.add_argument("--sanitized", action="store_true", help="built with a sanitizer, which takes all address space")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("wanted", nargs="*")
     arguments = parser.parse_args()
