@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 namespace morlaine {
 
@@ -59,80 +60,83 @@ void TreemapTile::restart(const QRect& pixels, QRgb ground)
     }
 }
 
-inline TreemapTile::Four TreemapTile::Stretch::sharesFrom(int pixel) const
+/// `axis` is 0 for columns, 1 for rows.
+template <int axis>
+inline TreemapTile::Shares TreemapTile::sharesFrom(const Frame& frame, int pixel)
 {
-    const Four left = static_cast<float>(pixel) + Four{0, 1, 2, 3};
-    return larger(smaller(Four{} + end, left + 1) - larger(Four{} + begin, left), Four{});
+    const Four from = static_cast<float>(pixel) + Four{0, 1, 2, 3};
+    const Four to = from + 1;
+    const auto inside = [&](const Edges& edges) {
+        return larger(smaller(Four{} + edges[axis + 2], to) - larger(Four{} + edges[axis], from), Four{});
+    };
+    return {inside(frame.fill), inside(frame.outer), inside(frame.inner)};
 }
 
-inline TreemapTile::Shares TreemapTile::sharesFrom(const Axis& axis, int pixel)
+inline TreemapTile::Span TreemapTile::columnsOf(const Frame& frame, int first, int end) const
 {
-    return {axis.fill.sharesFrom(pixel), axis.outer.sharesFrom(pixel), axis.inner.sharesFrom(pixel)};
-}
-
-/// Compares before converting: far-away edges are outside the range of int.
-inline TreemapTile::Axis TreemapTile::axis(double begin, double length, double halfLine, int origin, int pixels) const
-{
-    const auto half = static_cast<float>(halfLine * m_scale);
-    const auto from = static_cast<float>(begin * m_scale - origin);
-    const auto to = static_cast<float>((begin + length) * m_scale - origin);
-    Axis axis{.fill = {from, to}, .outer = {from - half, to + half}, .inner = {from + half, to - half}};
-    const auto last = static_cast<float>(pixels);
-    if (!(axis.outer.begin < last && axis.outer.end > 0)) {
-        return axis;
+    if (end - first > 4) {
+        const auto last = static_cast<float>(m_pixels.width());
+        const int afterInnerEdge = static_cast<int>(std::min(std::max(frame.inner[0], 0.F), last)) + 1;
+        const int beforeInnerEdge = static_cast<int>(std::min(std::max(frame.inner[2], 0.F), last));
+        const int solidFirst = first + (afterInnerEdge - first + 3) / 4 * 4;
+        if (solidFirst + 4 <= beforeInnerEdge) {
+            return {first, solidFirst, solidFirst + (beforeInnerEdge - solidFirst) / 4 * 4, end};
+        }
     }
-    // Painting a few pixels with a share of 0 is faster than branching.
-    axis.first = static_cast<int>(std::max(axis.outer.begin, 0.F));
-    axis.end = static_cast<int>(std::min(axis.outer.end, last - 1)) + 1;
-    axis.solidFirst = axis.end;
-    axis.solidEnd = axis.end;
-    if (axis.end - axis.first <= 4) {
-        return axis;
-    }
-    const int afterInnerEdge = static_cast<int>(std::min(std::max(axis.inner.begin, 0.F), last)) + 1;
-    const int beforeInnerEdge = static_cast<int>(std::min(std::max(axis.inner.end, 0.F), last));
-    const int solidFirst = axis.first + (afterInnerEdge - axis.first + 3) / 4 * 4;
-    if (solidFirst + 4 <= beforeInnerEdge) {
-        axis.solidFirst = solidFirst;
-        axis.solidEnd = solidFirst + (beforeInnerEdge - solidFirst) / 4 * 4;
-    }
-    return axis;
+    return {first, end, end, end};
 }
 
 void TreemapTile::paint(const Rect& rect, const Style& style)
 {
-    const double half = style.lineWidth / 2;
-    const Axis rows = axis(rect.y, rect.height, half, m_pixels.top(), m_pixels.height());
-    const Axis columns = axis(rect.x, rect.width, half, m_pixels.left(), m_pixels.width());
-    if (columns.first >= columns.end) {
+    using Pair = double __attribute__((vector_size(16)));
+    using Floats = float __attribute__((vector_size(8)));
+    constexpr float any = std::numeric_limits<float>::infinity();
+    const Pair origin{static_cast<double>(m_pixels.left()), static_cast<double>(m_pixels.top())};
+    const Pair corner{rect.x, rect.y};
+    const Pair size{rect.width, rect.height};
+    const auto begin = __builtin_convertvector(corner * m_scale - origin, Floats);
+    const auto end = __builtin_convertvector((corner + size) * m_scale - origin, Floats);
+    const auto half = static_cast<float>(style.lineWidth / 2 * m_scale);
+    const Edges beyond{-half, -half, half, half};
+    const Edges edges = __builtin_shufflevector(begin, end, 0, 1, 2, 3);
+    const Frame frame{.fill = edges, .outer = edges + beyond, .inner = edges - beyond};
+    const auto width = static_cast<float>(m_pixels.width());
+    const auto height = static_cast<float>(m_pixels.height());
+    if (!(frame.outer[0] < width && frame.outer[1] < height && frame.outer[2] > 0 && frame.outer[3] > 0)) {
         return;
     }
-    for (int y = rows.first; y < rows.end; y += 4) {
-        Shares shares = sharesFrom(rows, y);
+    // Compares before converting: far-away edges are outside the range of int.
+    const auto pixels = __builtin_convertvector(
+        smaller(larger(frame.outer, Edges{0, 0, -any, -any}), Edges{any, any, width - 1, height - 1}), Numbers);
+    const Span columns = columnsOf(frame, pixels[0], pixels[2] + 1);
+    const int rowEnd = pixels[3] + 1;
+    // Painting a few pixels with a share of 0 is faster than branching.
+    for (int y = pixels[1]; y < rowEnd; y += 4) {
+        Shares shares = sharesFrom<1>(frame, y);
         shares.fill *= style.fillOpacity;
         shares.outer *= style.lineOpacity;
         shares.inner *= style.lineOpacity;
-        const int rowCount = std::min(rows.end - y, 4);
-        paintEdges(columns.first, columns.solidFirst, columns, y, rowCount, shares, style);
+        const int rowCount = std::min(rowEnd - y, 4);
+        paintEdges(columns.first, columns.solidFirst, frame, y, rowCount, shares, style);
         if (columns.solidFirst < columns.solidEnd) {
             for (int row = 0; row < rowCount; ++row) {
-                float* const pixels = m_values.data() + static_cast<std::ptrdiff_t>(y + row) * stride;
-                paintSolid(pixels + columns.solidFirst, pixels + columns.solidEnd, style, shares.fill[row],
+                float* const values = m_values.data() + static_cast<std::ptrdiff_t>(y + row) * stride;
+                paintSolid(values + columns.solidFirst, values + columns.solidEnd, style, shares.fill[row],
                            shares.outer[row] - shares.inner[row]);
             }
-            paintEdges(columns.solidEnd, columns.end, columns, y, rowCount, shares, style);
+            paintEdges(columns.solidEnd, columns.end, frame, y, rowCount, shares, style);
         }
     }
 }
 
 /// A pixel's share of the outline is its share of the outer rectangle minus that of the inner one. Pixels beyond `end`
 /// have no share.
-void TreemapTile::paintEdges(int first, int end, const Axis& columns, int y, int rowCount, const Shares& rows,
-                             const Style& style)
+inline void TreemapTile::paintEdges(int first, int end, const Frame& frame, int y, int rowCount, const Shares& rows,
+                                    const Style& style)
 {
     const bool isFilled = style.fillOpacity > 0;
     for (int x = first; x < end; x += 4) {
-        const Shares shares = sharesFrom(columns, x);
+        const Shares shares = sharesFrom<0>(frame, x);
         float* pixels = m_values.data() + static_cast<std::ptrdiff_t>(y) * stride + x;
         for (int row = 0; row < rowCount; ++row, pixels += stride) {
             const Four line = shares.outer * rows.outer[row] - shares.inner * rows.inner[row];

@@ -46,29 +46,28 @@ public:
 private:
     using Four = Pixel; // one number for each of four neighbouring pixels
 
-    /// An interval along one axis, in pixels from the edge of the tile.
-    struct Stretch {
-        float begin = 0;
-        float end = 0;
+    /// Left, top, right and bottom edge in pixels from the corner of the tile.
+    using Edges = Pixel;
 
-        /// The share of each of four pixels that lies inside.
-        [[nodiscard]] Four sharesFrom(int pixel) const;
+    /// A rectangle with its outline.
+    struct Frame {
+        Edges fill;
+        Edges outer;
+        Edges inner; // its edges cross if the outline has no hole, and nothing lies inside
     };
 
-    /// One axis of a rectangle with its outline. It touches the pixels `first`...`end` - 1 of the tile. The pixels
-    /// `solidFirst`...`solidEnd` - 1 lie completely inside all three intervals. `solidFirst - first` and
-    /// `solidEnd - solidFirst` are multiples of four.
-    struct Axis {
-        Stretch fill;
-        Stretch outer;
-        Stretch inner; // empty if the outline has no hole
-        int first = 0;
-        int solidFirst = 0;
-        int solidEnd = 0;
-        int end = 0;
+    /// One axis of a frame. It touches the pixels `first`...`end` - 1 of the tile. The pixels `solidFirst`...`solidEnd`
+    /// - 1 lie completely inside all three rectangles. `solidFirst - first` and `solidEnd - solidFirst` are multiples
+    /// of four.
+    struct Span {
+        int first;
+        int solidFirst;
+        int solidEnd;
+        int end;
     };
 
-    /// The share of each of four pixels in the rectangle, and inside the outer and the inner edge of its outline.
+    /// The share of each of four pixels along one axis in the rectangle, and inside the outer and the inner edge of its
+    /// outline.
     struct Shares {
         Four fill;
         Four outer;
@@ -79,9 +78,10 @@ private:
     static constexpr int channels = 3;
     static constexpr std::ptrdiff_t planeSize = std::ptrdiff_t{side} * stride;
 
-    [[nodiscard]] Axis axis(double begin, double length, double halfLine, int origin, int pixels) const;
-    [[nodiscard]] static Shares sharesFrom(const Axis& axis, int pixel);
-    void paintEdges(int first, int end, const Axis& columns, int y, int rowCount, const Shares& rows,
+    [[nodiscard]] Span columnsOf(const Frame& frame, int first, int end) const;
+    template <int axis>
+    [[nodiscard]] static Shares sharesFrom(const Frame& frame, int pixel);
+    void paintEdges(int first, int end, const Frame& frame, int y, int rowCount, const Shares& rows,
                     const Style& style);
     static void paintSolid(float* first, const float* end, const Style& style, float fill, float line);
 
