@@ -29,6 +29,7 @@ void TreemapLayout::clear()
     m_folder.reset();
     m_items.resize(0);
     m_blocks.resize(0);
+    m_closedFolders.resize(0);
 }
 
 TreemapRect TreemapLayout::operator[](std::size_t index) const

@@ -70,6 +70,12 @@ public:
     [[nodiscard]] std::span<const Bounds> blocks() const noexcept { return {m_blocks.begin(), m_blocks.end()}; }
     [[nodiscard]] std::span<const Item> itemsOfBlock(std::size_t block) const noexcept;
 
+    /// The indices of the folders whose contents are not shown, ascending, except for the last rectangle.
+    [[nodiscard]] std::span<const std::uint32_t> closedFolders() const noexcept
+    {
+        return {m_closedFolders.begin(), m_closedFolders.end()};
+    }
+
     /// The tree of all nodes. Requires that there are rectangles.
     [[nodiscard]] const Tree& tree() const noexcept { return m_folder->tree(); }
 
@@ -87,6 +93,7 @@ private:
     std::optional<FileNode> m_folder;
     GrowingArray<Item> m_items;
     GrowingArray<Bounds> m_blocks;
+    GrowingArray<std::uint32_t> m_closedFolders;
     mutable std::atomic<int> m_readings{0};
 };
 
@@ -153,6 +160,9 @@ inline void TreemapLayout::add(Tree::Position node, const Rect& rect, std::size_
     item.isFolder = tree().isDirectory(node);
     item.category = tree().categoryOf(node) & 0xFU;
     item.depth = depth & 0x7FFFFFFU;
+    if (!empty() && m_items.back().isFolder != 0 && item.depth <= m_items.back().depth) {
+        m_closedFolders.push_back(static_cast<std::uint32_t>(size() - 1));
+    }
     m_items.push_back(item);
 }
 

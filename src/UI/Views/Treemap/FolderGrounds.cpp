@@ -10,12 +10,6 @@ namespace {
 
 static_assert(TreemapLayout::blockSize == 64, "a bit of a whole number for each item of a block");
 
-/// A layout has the order of the tree: the contents of a folder follow it.
-bool isClosedFolder(std::span<const TreemapLayout::Item> items, std::size_t index)
-{
-    return items[index].isFolder != 0 && (index + 1 == items.size() || items[index + 1].depth <= items[index].depth);
-}
-
 std::optional<QRgb> mixedColor(const Tree& tree, Tree::Position folder)
 {
     const std::optional<CategorySizes> sizes = tree.categorySizes(folder);
@@ -52,10 +46,7 @@ FolderGrounds::FolderGrounds(const TreemapLayout& layout, const FolderGrounds* f
     if (former != nullptr && former->isOf(layout.tree())) {
         known = former->m_grounds;
     }
-    for (std::size_t index = 0; index < items.size(); ++index) {
-        if (!isClosedFolder(items, index)) {
-            continue;
-        }
+    const auto addFolder = [&](std::size_t index) {
         const Tree::Position node = items[index].node;
         const auto passed = std::ranges::find_if(known, [node](const Ground& ground) { return ground.node >= node; });
         known = known.subspan(static_cast<std::size_t>(passed - known.begin()));
@@ -64,6 +55,10 @@ FolderGrounds::FolderGrounds(const TreemapLayout& layout, const FolderGrounds* f
         } else if (const std::optional<QRgb> color = mixedColor(layout.tree(), node)) {
             add(index, {node, *color});
         }
+    };
+    std::ranges::for_each(layout.closedFolders(), addFolder);
+    if (items.back().isFolder != 0) {
+        addFolder(items.size() - 1);
     }
 }
 
