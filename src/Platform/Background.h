@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <system_error>
@@ -25,6 +26,10 @@ public:
     /// Starts `work` and returns at once. `name` describes it; debuggers show the first 15 bytes. If no thread can be
     /// started, returns the reason and destroys `work` without running it.
     [[nodiscard]] static std::error_code start(const std::string& name, Priority priority, std::function<void()> work);
+
+    /// Starts helpers for work that the caller does a share of: at most `most`, and one for each processor but the
+    /// caller's. Each runs `help`. None if no thread can be started.
+    static void startHelpers(const std::string& name, std::size_t most, const std::function<void()>& help);
 
     /// Waits until all work has ended and is destroyed, but not longer than `bound`. Returns the names of the work that
     /// still runs; later calls ignore it. For tests.

@@ -2,6 +2,7 @@
 
 #include "Platform/Memory.h"
 
+#include <algorithm>
 #include <condition_variable>
 #include <cstdint>
 #include <map>
@@ -129,6 +130,15 @@ std::error_code Background::start(const std::string& name, Priority priority, st
         return std::make_error_code(std::errc::not_enough_memory);
     }
     return {};
+}
+
+void Background::startHelpers(const std::string& name, std::size_t most, const std::function<void()>& help)
+{
+    constexpr std::size_t worthTheirThreads = 3;
+    const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1U);
+    for (std::size_t helpers = std::min({most, processors - 1, worthTheirThreads}); helpers > 0; --helpers) {
+        (void)start(name, Priority::helping, help);
+    }
 }
 
 std::vector<std::string> Background::waitForAll(std::chrono::milliseconds bound)

@@ -47,16 +47,16 @@ void sift(std::vector<std::uint64_t>& marks, Visit visit)
     }
 }
 
-std::vector<Tree::Position> positionsOf(std::vector<std::uint64_t>& marks)
+GrowingArray<Tree::Position> positionsOf(std::vector<std::uint64_t>& marks)
 {
     std::size_t count = 0;
     for (const std::uint64_t word : marks) {
         count += static_cast<std::size_t>(std::popcount(word));
     }
-    std::vector<Tree::Position> positions;
-    positions.reserve(count);
-    sift(marks, [&positions](Tree::Position position) {
-        positions.push_back(position);
+    GrowingArray<Tree::Position> positions;
+    positions.resize(count);
+    sift(marks, [next = positions.data()](Tree::Position position) mutable {
+        *next++ = position;
         return true;
     });
     return positions;
@@ -100,7 +100,7 @@ SearchResults SearchIndex::search(const QString& text, std::optional<FileCategor
     if (maxSize) {
         sift(marks, [&](Tree::Position position) { return tree.sizeOf(position) <= *maxSize; });
     }
-    std::vector<Tree::Position> positions = positionsOf(marks);
+    GrowingArray<Tree::Position> positions = positionsOf(marks);
     markRepeatedIds(tree, marks);
     return SearchResults(std::make_shared<const SearchHits>(m_root, std::move(positions), std::move(marks)));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Models/GrowingArray.h"
 #include "Services/Search/SearchResultNode.h"
 
 #include <cstddef>
@@ -16,7 +17,7 @@ class SearchHits {
 public:
     /// `positions` are those of the hits, ascending. `marks` has one bit for each node of the tree, least significant
     /// first: whether its id is that of a hit.
-    SearchHits(FileNode root, std::vector<Tree::Position> positions, std::vector<std::uint64_t> marks)
+    SearchHits(FileNode root, GrowingArray<Tree::Position> positions, std::vector<std::uint64_t> marks)
         : m_root(std::move(root))
         , m_positions(std::move(positions))
         , m_marks(std::move(marks))
@@ -41,7 +42,7 @@ public:
 
 private:
     FileNode m_root;
-    std::vector<Tree::Position> m_positions;
+    GrowingArray<Tree::Position> m_positions;
     std::vector<std::uint64_t> m_marks;
     mutable std::once_flag m_hasGathered;
     mutable std::vector<Uuid> m_ids; // sorted

@@ -1,10 +1,8 @@
 #include "Services/Search/TextSearch.h"
 
-#include "Core/Models/TextStarts.h"
-#include "Utilities/SixteenBytes.h"
+#include "Services/Search/NameSearch.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string>
 #include <utility>
 
@@ -16,53 +14,6 @@ namespace {
 struct Above {
     Tree::Position end;
     std::size_t pathLength;
-};
-
-/// Finds a text in a long one. Compares sixteen positions at a time with the first and the last byte of the text. The
-/// C library's memmem searches byte by byte for texts of two bytes, which are typed often.
-class Needle {
-public:
-    explicit Needle(std::string_view text)
-        : m_text(text)
-        , m_first(SixteenBytes::of(text.front()))
-        , m_last(SixteenBytes::of(text.back()))
-    {
-    }
-
-    /// The first occurrence from `begin` to `end`; `end` if there is none.
-    [[nodiscard]] const char* find(const char* begin, const char* end) const
-    {
-        if (m_text.size() == 1) {
-            const void* const found = std::memchr(begin, m_text.front(), static_cast<std::size_t>(end - begin));
-            return found != nullptr ? static_cast<const char*>(found) : end;
-        }
-        const auto toLast = static_cast<std::ptrdiff_t>(m_text.size()) - 1;
-        const char* const beyond = end - std::min(toLast, end - begin); // it begins before this
-        while (beyond - begin >= SixteenBytes::count) {
-            const int place = SixteenBytes::firstSet((SixteenBytes::at(begin) == m_first) &
-                                                     (SixteenBytes::at(begin + toLast) == m_last));
-            if (place == SixteenBytes::count) {
-                begin += SixteenBytes::count; // not `place`, for which the next load would have to wait
-                continue;
-            }
-            begin += place;
-            if (toLast == 1 || isAt(begin)) {
-                return begin;
-            }
-            ++begin;
-        }
-        while (begin < beyond && !isAt(begin)) {
-            ++begin;
-        }
-        return begin < beyond ? begin : end;
-    }
-
-private:
-    [[nodiscard]] bool isAt(const char* place) const { return std::memcmp(place, m_text.data(), m_text.size()) == 0; }
-
-    const std::string_view m_text;
-    const SixteenBytes::Bytes m_first;
-    const SixteenBytes::Bytes m_last;
 };
 
 } // namespace
@@ -84,7 +35,7 @@ std::vector<std::uint64_t> TextSearch::takeMarks()
         return takeAllMarks();
     }
     if (m_query.find('/') == std::string_view::npos) {
-        findInNames();
+        markNamesWith(FileNode::at(m_tree, m_root), m_query, m_marks);
     } else if (!m_tree.lowerNames().hasSlashInNames()) {
         findAcrossSlashes();
     } else {
@@ -92,7 +43,7 @@ std::vector<std::uint64_t> TextSearch::takeMarks()
     }
     // The path of the root is its location, which need not contain its name: the name counts for the root only.
     if (lowerName(m_root).find(m_query) != std::string_view::npos) {
-        markRange(m_root, m_root + 1);
+        mark(m_root, m_root + 1);
     }
     findExtensions();
     return std::move(m_marks);
@@ -102,28 +53,6 @@ std::vector<std::uint64_t> TextSearch::takeAllMarks()
 {
     markWithContents(m_root);
     return std::move(m_marks);
-}
-
-template <typename Visit>
-void TextSearch::eachOccurrence(Visit visit)
-{
-    const Needle needle(m_query);
-    const auto search = [&needle](std::string_view text, const GrowingArray<std::uint32_t>& starts, std::size_t next,
-                                  std::size_t end, auto visitNumber) {
-        while (next < end) {
-            const char* const found = needle.find(text.data() + starts[next], text.data() + starts[end]);
-            const auto offset = static_cast<std::size_t>(found - text.data());
-            if (offset == starts[end]) {
-                return;
-            }
-            next = visitNumber(textAt(starts, offset, next));
-        }
-    };
-    search({m_nodes.names.data(), m_nodes.names.size()}, m_nodes.nameStarts, m_root + 1, m_end,
-           [&](std::size_t number) { return visit(static_cast<Position>(number)); });
-    const LowerNames& changed = m_tree.lowerNames();
-    search(changed.text(), changed.starts(), changed.numberFrom(m_root + 1), changed.numberFrom(m_end),
-           [&](std::size_t number) { return changed.numberFrom(visit(changed.node(number)), number + 1); });
 }
 
 template <typename Visit>
@@ -141,11 +70,6 @@ void TextSearch::eachNameWith(std::string_view start, Visit visit)
     }
 }
 
-void TextSearch::findInNames()
-{
-    eachOccurrence([this](Position node) { return markWithContents(node); });
-}
-
 /// If the query has a slash and no name does, the last slash of the query matches the one between a node and its
 /// folder.
 void TextSearch::findAcrossSlashes()
@@ -155,7 +79,7 @@ void TextSearch::findAcrossSlashes()
     if (slash + 1 == m_query.size()) {
         for (Position folder = m_root; folder < m_end;) {
             const bool isHit = m_tree.endOf(folder) > folder + 1 && pathEndsWith(folder, folderEnd);
-            folder = isHit ? markRange(folder + 1, m_tree.endOf(folder)) : folder + 1;
+            folder = isHit ? mark(folder + 1, m_tree.endOf(folder)) : folder + 1;
         }
         return;
     }
@@ -195,7 +119,7 @@ void TextSearch::findExtensions()
 {
     for (const LowerNames::OddExtension& odd : m_tree.lowerNames().oddExtensions()) {
         if (odd.node >= m_root && odd.node < m_end && odd.lowerExtension == m_query) {
-            markRange(odd.node, odd.node + 1);
+            mark(odd.node, odd.node + 1);
         }
     }
 }
@@ -228,24 +152,12 @@ bool TextSearch::pathEndsWith(Position node, std::string_view text) const
 
 TextSearch::Position TextSearch::markWithContents(Position node)
 {
-    return markRange(node, m_tree.endOf(node));
+    return mark(node, m_tree.endOf(node));
 }
 
-TextSearch::Position TextSearch::markRange(Position begin, Position end)
+TextSearch::Position TextSearch::mark(Position begin, Position end)
 {
-    constexpr std::uint64_t all = ~std::uint64_t{0};
-    const std::size_t first = begin / 64;
-    const std::size_t last = (end - 1) / 64;
-    const std::uint64_t fromBegin = all << (begin % 64);
-    const std::uint64_t toEnd = all >> (63 - (end - 1) % 64);
-    if (first == last) {
-        m_marks[first] |= fromBegin & toEnd;
-        return end;
-    }
-    m_marks[first] |= fromBegin;
-    std::fill(m_marks.begin() + static_cast<std::ptrdiff_t>(first) + 1,
-              m_marks.begin() + static_cast<std::ptrdiff_t>(last), all);
-    m_marks[last] |= toEnd;
+    markRange(m_marks, begin, end);
     return end;
 }
 

@@ -29,17 +29,12 @@ public:
 private:
     using Position = Tree::Position;
 
-    void findInNames();
     void findAcrossSlashes();
     void findInWholePaths();
     void findExtensions();
 
-    /// Calls `visit(node)` for nodes below the root whose lower-case name contains the query: first for names that are
+    /// Calls `visit(node)` for nodes below the root whose lower-case name begins with `start`: first for names that are
     /// in lower case already, then for lower-cased ones, each in order. Continues at the node that `visit` returns.
-    template <typename Visit>
-    void eachOccurrence(Visit visit);
-
-    /// The same for names that begin with `start`.
     template <typename Visit>
     void eachNameWith(std::string_view start, Visit visit);
 
@@ -49,7 +44,7 @@ private:
     /// Marks a node and everything inside it; returns the next node.
     Position markWithContents(Position node);
     /// Returns `end`.
-    Position markRange(Position begin, Position end);
+    Position mark(Position begin, Position end);
 
     const Tree& m_tree;
     const TreeArrays& m_nodes;

@@ -1,9 +1,11 @@
 #include "Services/Search/SearchIndex.h"
 
+#include "Core/Models/TreeBuilder.h"
 #include "Support/PlainSearch.h"
 #include "Support/SmallStack.h"
 #include "Support/TreeText.h"
 #include "Support/TreeWalk.h"
+#include "Utilities/Lowercase.h"
 
 #include <gmock/gmock.h>
 
@@ -192,6 +194,44 @@ TEST(SearchIndex, AgreesWithThePlainSearch)
                               plainSearch(root, text, category, minSize, maxSize));
             if (testing::Test::HasFatalFailure()) {
                 return;
+            }
+        }
+    }
+}
+
+/// Large enough for helper threads. Folders reach from one thread's share into the next ones'.
+TEST(SearchIndex, FindsTheSameWithHelpers)
+{
+    TreeBuilder builder(TreeBuilder::Source::measured);
+    builder.add({Uuid::random(), 0, true, {}}, "/", "/");
+    builder.openList();
+    for (int folder = 0; folder < 6; ++folder) {
+        builder.addComponent({Uuid::random(), 0, true, {}}, folder % 2 == 0 ? "Even" : "odd");
+        builder.openList();
+        for (int file = 0; file < 10'000 * (1 + folder * folder % 7); ++file) {
+            const std::string name = (file % 5 == 0 ? "Q" : "q") + std::to_string(file * 7919 % 65'537);
+            builder.addComponent({Uuid::random(), 1, false, {}}, name);
+        }
+        builder.closeList();
+    }
+    builder.closeList();
+    const FileNode root = builder.finish();
+    const Tree& tree = root.tree();
+    for (const std::string query : {"q", "odd", "even", "q77", "1", "no such name"}) {
+        std::vector<Tree::Position> expected;
+        Tree::Position foundEnd = 0;
+        for (Tree::Position node = 1; node < tree.size(); ++node) {
+            const bool isNamed = lowercased(tree.nameOf(node)).find(query) != std::string::npos;
+            foundEnd = isNamed ? std::max(foundEnd, tree.endOf(node)) : foundEnd;
+            if (node < foundEnd) {
+                expected.push_back(node);
+            }
+        }
+        for (int round = 0; round < 10; ++round) {
+            const SearchResults results = find(root, exactText(query));
+            ASSERT_EQ(results.size(), expected.size()) << query;
+            for (std::size_t i = 0; i < expected.size(); ++i) {
+                ASSERT_EQ(results[i].node().position(), expected[i]) << query;
             }
         }
     }

@@ -8,18 +8,17 @@
 #include "UI/Views/Treemap/TreemapDecisions.h"
 #include "UI/Views/Treemap/TreemapLabels.h"
 #include "UI/Views/Treemap/TreemapTile.h"
+#include "Utilities/SharedWork.h"
 
 #include <QImage>
 #include <QPainter>
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <new>
-#include <thread>
 #include <vector>
 
 namespace morlaine::TreemapPainter {
@@ -147,17 +146,17 @@ private:
     TreemapTile m_tile;
 };
 
-/// The tiles of a picture. Each thread takes the next free one.
+/// The tiles of a picture.
 class Tiles {
 public:
     explicit Tiles(const Scene& scene)
         : m_scene(scene)
         , m_reading(scene.layout)
-        , m_slots(static_cast<std::size_t>(columns() * rows()))
+        , m_work(static_cast<std::size_t>(columns() * rows()))
     {
     }
 
-    /// Paints the tiles that no helper has finished; never waits for helpers.
+    /// Never waits for helpers.
     [[nodiscard]] QImage paint()
     {
         const QSize size = pixelsOf(m_scene);
@@ -166,47 +165,24 @@ public:
             throw std::bad_alloc();
         }
         TilePainter painter(m_scene);
-        std::vector<bool> isPainted(m_slots.size());
-        const auto paintTile = [&](std::size_t tile) {
-            painter.paint(rectOf(tile), bitsOf(image, rectOf(tile)), image.bytesPerLine());
-            isPainted[tile] = true;
-        };
-        while (const std::optional<std::size_t> tile = takeNext()) {
-            paintTile(*tile);
-        }
-        for (std::size_t tile = 0; tile < m_slots.size(); ++tile) {
-            if (isPainted[tile]) {
-                continue;
-            }
-            if (m_slots[tile].isFinished.load(std::memory_order_acquire)) {
-                copy(tile, image);
-            } else {
-                paintTile(tile);
-            }
-        }
+        m_work.finish(
+            [&](std::size_t tile) { painter.paint(rectOf(tile), bitsOf(image, rectOf(tile)), image.bytesPerLine()); },
+            [&](std::size_t tile, const std::vector<QRgb>& pixels) { copy(tile, pixels, image); });
         return image;
     }
 
-    /// Paints tiles on a helper thread. `paint` uses those that are finished in time.
+    /// On a helper thread.
     void help()
     {
         TilePainter painter(m_scene);
-        while (const std::optional<std::size_t> tile = takeNext()) {
-            const QRect rect = rectOf(*tile);
-            Slot& slot = m_slots[*tile];
-            slot.pixels.resize(static_cast<std::size_t>(rect.width() * rect.height()));
-            painter.paint(rect, reinterpret_cast<uchar*>(slot.pixels.data()), bytesPerLine(rect));
-            slot.isFinished.store(true, std::memory_order_release);
-        }
+        m_work.help([&](std::size_t tile, std::vector<QRgb>& pixels) {
+            const QRect rect = rectOf(tile);
+            pixels.resize(static_cast<std::size_t>(rect.width() * rect.height()));
+            painter.paint(rect, reinterpret_cast<uchar*>(pixels.data()), bytesPerLine(rect));
+        });
     }
 
 private:
-    /// The result of a helper.
-    struct Slot {
-        std::vector<QRgb> pixels;
-        std::atomic<bool> isFinished{false};
-    };
-
     static QSize pixelsOf(const Scene& scene)
     {
         const QSizeF size = QSizeF(scene.size) * scene.devicePixelRatio;
@@ -234,16 +210,10 @@ private:
         return QRect(column * side, row * side, side, side) & QRect({}, pixelsOf(m_scene));
     }
 
-    [[nodiscard]] std::optional<std::size_t> takeNext()
-    {
-        const std::size_t tile = m_next.fetch_add(1, std::memory_order_relaxed);
-        return tile < m_slots.size() ? std::optional(tile) : std::nullopt;
-    }
-
-    void copy(std::size_t tile, QImage& image) const
+    void copy(std::size_t tile, const std::vector<QRgb>& pixels, QImage& image) const
     {
         const QRect rect = rectOf(tile);
-        const QRgb* from = m_slots[tile].pixels.data();
+        const QRgb* from = pixels.data();
         uchar* to = bitsOf(image, rect);
         for (int y = 0; y < rect.height(); ++y) {
             std::memcpy(to, from, static_cast<std::size_t>(bytesPerLine(rect)));
@@ -254,18 +224,8 @@ private:
 
     const Scene m_scene;
     const TreemapLayout::Reading m_reading;
-    std::vector<Slot> m_slots;
-    std::atomic<std::size_t> m_next{0};
+    SharedWork<std::vector<QRgb>> m_work;
 };
-
-/// Starting a thread costs as much as painting a thousand rectangles.
-unsigned helpersFor(const Scene& scene)
-{
-    constexpr std::size_t fewRectangles = 20'000;
-    constexpr unsigned most = 3;
-    const unsigned processors = std::max(std::thread::hardware_concurrency(), 1U);
-    return scene.layout->size() < fewRectangles ? 0 : std::min(processors - 1, most);
-}
 
 void paintMark(QPainter& painter, const Rect& rect, const QColor& color, double fillOpacity,
                const Decide::Outline& outline)
@@ -285,9 +245,9 @@ void paintMark(QPainter& painter, const Rect& rect, const QColor& color, double 
 QImage paintRects(const Scene& scene)
 {
     const auto tiles = std::make_shared<Tiles>(scene);
-    for (unsigned helper = helpersFor(scene); helper > 0; --helper) {
-        (void)Background::start("paint", Background::Priority::helping, [tiles] { tiles->help(); });
-    }
+    // Starting a thread costs as much as painting a thousand rectangles.
+    constexpr std::size_t worthAThread = 20'000;
+    Background::startHelpers("paint", scene.layout->size() / worthAThread, [tiles] { tiles->help(); });
     QImage image = tiles->paint();
     image.setDevicePixelRatio(scene.devicePixelRatio);
     return image;
