@@ -46,7 +46,8 @@ class Desktop:
             if has_session_bus and has_accessibility:
                 self._start_accessibility()
             if has_window_manager:
-                self._start_window_manager()
+                self.start_window_manager()
+                self.display.wait_for_window_manager()
         except BaseException:
             self.stop()
             raise
@@ -147,6 +148,5 @@ class Desktop:
         (address,) = buses.call(self.session_bus, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
         self.accessibility_bus = buses.connect(address)
 
-    def _start_window_manager(self):
+    def start_window_manager(self):
         self._start(["openbox", "--sm-disable"])
-        self.display.wait_for_window_manager()

@@ -59,17 +59,17 @@ class Display:
 
     def windows(self):
         """The windows of programs, without frames of the window manager."""
-        return [window for window in self._viewable(self.root) if self._title(window)]
+        return [window for window in self._viewable(self.root) if self.title(window)]
 
     def window(self, title):
         return wait_for(
-            lambda: next((window for window in self.windows() if self._title(window) == title), None),
+            lambda: next((window for window in self.windows() if self.title(window) == title), None),
             f'a window titled "{title}"',
         )
 
     def is_painted(self, title):
         """Whether the window exists and has been painted."""
-        window = next((window for window in self.windows() if self._title(window) == title), None)
+        window = next((window for window in self.windows() if self.title(window) == title), None)
         if window is None:
             return False
         try:
@@ -90,7 +90,7 @@ class Display:
         except XError:
             return  # gone meanwhile
 
-    def _title(self, window):
+    def title(self, window):
         """None for a window that belongs to no program, such as a window manager's frame."""
         try:
             title = window.get_full_property(self.connection.intern_atom("_NET_WM_NAME"), X.AnyPropertyType)
@@ -134,7 +134,7 @@ class Display:
 
         def has_focus():
             focus = self.connection.get_input_focus().focus
-            return not isinstance(focus, int) and self._title(focus) == title
+            return not isinstance(focus, int) and self.title(focus) == title
 
         wait_for(has_focus, f'window "{title}" to have the keyboard')
 
