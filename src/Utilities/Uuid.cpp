@@ -17,16 +17,19 @@ constexpr bool isHyphenPosition(std::size_t position)
     return position == 8 || position == 13 || position == 18 || position == 23;
 }
 
-using SixteenBytes::Bytes;
+/// Unsigned, so that arithmetic may wrap.
+using Digits = std::uint8_t __attribute__((vector_size(16)));
 
-/// The value of each hexadecimal digit, of either case; -1 for any other character.
-Bytes valuesOfDigits(Bytes characters) noexcept
+constexpr std::uint8_t noDigit = 0xFF;
+
+/// The value of each hexadecimal digit, of either case; `noDigit` for any other character.
+Digits valuesOfDigits(const char* characters) noexcept
 {
-    const Bytes number = characters - SixteenBytes::of('0');
-    const Bytes letter = (characters | SixteenBytes::of('a' - 'A')) - SixteenBytes::of('a');
-    const Bytes isNumber = (number >= 0) & (number <= 9);
-    const Bytes isLetter = (letter >= 0) & (letter <= 5);
-    return (isNumber & number) | (isLetter & (letter + 10)) | ~(isNumber | isLetter);
+    Digits text;
+    std::memcpy(&text, characters, sizeof text);
+    const Digits number = text - '0';
+    const Digits letter = (text | ('a' - 'A')) - 'a';
+    return number < 10 ? number : letter < 6 ? letter + 10 : Digits{} + noDigit;
 }
 
 /// xoshiro256**: as random as ids need to be, in a few cycles.
@@ -81,14 +84,14 @@ std::optional<Uuid> Uuid::fromText(std::string_view text) noexcept
     std::memcpy(digits.data() + 12, text.data() + 14, 4);
     std::memcpy(digits.data() + 16, text.data() + 19, 4);
     std::memcpy(digits.data() + 20, text.data() + 24, 12);
-    const Bytes front = valuesOfDigits(SixteenBytes::at(digits.data()));
-    const Bytes back = valuesOfDigits(SixteenBytes::at(digits.data() + 16));
-    if (SixteenBytes::firstSet((front | back) < 0) != SixteenBytes::count) {
+    const Digits front = valuesOfDigits(digits.data());
+    const Digits back = valuesOfDigits(digits.data() + 16);
+    if (SixteenBytes::firstSet((front | back) > 15) != SixteenBytes::count) {
         return std::nullopt;
     }
-    const Bytes high = __builtin_shufflevector(front, back, 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
-    const Bytes low = __builtin_shufflevector(front, back, 1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29, 31);
-    return Uuid(std::bit_cast<std::array<std::uint8_t, 16>>(high * 16 + low));
+    const Digits high = __builtin_shufflevector(front, back, 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
+    const Digits low = __builtin_shufflevector(front, back, 1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29, 31);
+    return Uuid(std::bit_cast<std::array<std::uint8_t, 16>>(high << 4 | low));
 }
 
 Uuid::Text Uuid::text() const noexcept
