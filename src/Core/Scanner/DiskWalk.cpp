@@ -236,6 +236,7 @@ void DiskWalk::giveBack(FolderContents&& contents)
 /// The sum of all items in the package that are neither hidden nor inside a hidden folder. Skips mounted volumes.
 std::int64_t DiskWalk::calculateSizeOfPackage(std::unique_ptr<Folder> package) const
 {
+    throwIfCancelled();
     std::int64_t total = 0;
     DescentStack<OpenPackage> openFolders;
     const auto enter = [this, &openFolders](std::unique_ptr<Folder> folder) {
