@@ -16,19 +16,15 @@ namespace morlaine {
 
 namespace {
 
-enum CharacterKind : std::uint8_t { plain, percent, quote, backslash, slash, notInUrl, refused, notAscii };
+enum CharacterKind : std::uint8_t { plain, quote, backslash, refused, notAscii };
 
 constexpr std::array<CharacterKind, 256> characterKinds = [] {
     std::array<CharacterKind, 256> kinds{};
     for (std::size_t c = 0; c < kinds.size(); ++c) {
         kinds[c] = c < 0x20 ? refused : c < 0x80 ? plain : notAscii;
     }
-    kinds['%'] = percent;
     kinds['"'] = quote;
     kinds['\\'] = backslash;
-    kinds['/'] = slash;
-    kinds['?'] = notInUrl;
-    kinds['#'] = notInUrl;
     return kinds;
 }();
 
@@ -37,8 +33,9 @@ CharacterKind kindOf(char c)
     return characterKinds[static_cast<unsigned char>(c)];
 }
 
-/// The first character from `place` on that is not `plain`. There is one before the end of the padding.
-const char* firstNotPlain(const char* place)
+/// The first character from `place` on that does not stand for itself in a component of a url, or separates two. There
+/// is one before the end of the padding.
+const char* firstSpecial(const char* place)
 {
     static_assert(SixteenBytes::count <= TextWindow::padding);
     for (;; place += SixteenBytes::count) {
@@ -167,7 +164,7 @@ private:
     [[nodiscard]] bool rootUrl()
     {
         const char* const start = m_place;
-        while (kindOf(*m_place) == plain || kindOf(*m_place) == slash || kindOf(*m_place) == percent) {
+        while (*(m_place = firstSpecial(m_place)) == '/' || *m_place == '%') {
             ++m_place;
         }
         m_urlText = {start, static_cast<std::size_t>(m_place - start)};
@@ -191,7 +188,7 @@ private:
         m_place += m_url.size();
         const char* const start = m_place;
         bool hasPercent = false;
-        while (*(m_place = firstNotPlain(m_place)) == '%') {
+        while (*(m_place = firstSpecial(m_place)) == '%') {
             hasPercent = true;
             ++m_place;
         }
