@@ -119,17 +119,12 @@ TEST(ReadAhead, HoldsBoundedContentsAheadAndReadsNearestFirst)
         readingAhead(fileSystem->folder(FileUrl::fromPath("/r")), "/r", {[](const auto&...) { return true; }, 16}, 2);
     FolderContents contents;
     ASSERT_TRUE(top->list(contents, {}));
-    const auto countWhenStill = [&] {
-        std::size_t count = 0;
-        for (int still = 0; still < 20; ++still) {
-            const std::size_t now = fileSystem->listings().size();
-            still = now == std::exchange(count, now) ? still : 0;
-            std::this_thread::sleep_for(5ms);
-        }
-        return count;
-    };
-    const std::size_t ahead = countWhenStill();
-    EXPECT_GT(ahead, 10U);
+    const auto count = [&] { return fileSystem->listings().size(); };
+    std::size_t ahead = count();
+    for (int still = 0; ahead <= 10 || still < 20; ++still) { // a busy machine may let the helpers wait for long
+        std::this_thread::sleep_for(5ms);
+        still = ahead == std::exchange(ahead, count()) ? still : 0;
+    }
     EXPECT_LT(ahead, 70U) << "six megabytes and what the helpers are about";
     for (const std::string& path : fileSystem->listings()) {
         EXPECT_LE(path, "/r/" + std::to_string(1'000 + ahead)) << "only what is nearest";
@@ -140,7 +135,8 @@ TEST(ReadAhead, HoldsBoundedContentsAheadAndReadsNearestFirst)
         ASSERT_TRUE(folder->list(inner, {}));
         EXPECT_EQ(inner.size(), static_cast<std::size_t>(files));
     }
-    EXPECT_EQ(fileSystem->listings().size(), folders + 1U);
+    EXPECT_GE(count(), folders + 1U);
+    EXPECT_LE(count(), folders + 10U) << "the walk gives up a folder when the memory is full, once in 25 folders";
 }
 
 TEST(ReadAhead, StartsMoreHelpersWhileListingsSleep)
