@@ -17,8 +17,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto patience = 200ms;
-constexpr auto patienceOnScreen = 100ms;
+/// A window must not wait long for a bus that hangs, unless Qt's variable says that somebody depends on assistive
+/// programs: to them, a window without these is worth nothing.
+std::chrono::milliseconds patience(std::chrono::milliseconds usual)
+{
+    return qEnvironmentVariableIntValue("QT_LINUX_ACCESSIBILITY_ALWAYS_ON") == 1 ? 60s : usual;
+}
 
 template <typename Reply>
 using Owned = std::unique_ptr<Reply, decltype([](Reply* reply) { std::free(reply); })>;
@@ -55,7 +59,7 @@ std::string busOnScreen(xcb_connection_t* connection)
 
 void LivingBuses::settleBeforeApplication()
 {
-    const MessageBuses buses = MessageBuses::probe(patience);
+    const MessageBuses buses = MessageBuses::probe(patience(200ms));
     if (!buses.session) {
         qputenv("DBUS_SESSION_BUS_ADDRESS", nowhere);
     }
@@ -72,7 +76,7 @@ void LivingBuses::settleOnScreen()
     }
     const std::string address = busOnScreen(screen->connection());
     if (!qEnvironmentVariableIsSet("AT_SPI_BUS_ADDRESS") && !address.empty() &&
-        !MessageBuses::isAlive(address, patienceOnScreen)) {
+        !MessageBuses::isAlive(address, patience(100ms))) {
         leaveOutAssistivePrograms();
     }
 }
