@@ -2,6 +2,7 @@
 
 #include "Support/Gate.h"
 #include "Support/NoMoreThreads.h"
+#include "Support/Wait.h"
 
 #include <gmock/gmock.h>
 
@@ -18,10 +19,9 @@ namespace {
 
 using namespace std::chrono_literals;
 using Priority = Background::Priority;
+using test::longEnough;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
-
-constexpr auto longEnough = 30s;
 
 TEST(BackgroundTest, WaitsForWhatItKnowsByNameUntilTheBound)
 {

@@ -1,8 +1,9 @@
 #include "Platform/MainThreadQueue.h"
 
+#include "Support/Wait.h"
+
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -39,7 +40,7 @@ TEST(MainThreadQueue, RunsTasksOfEveryThreadInOrder)
         thread.join();
     }
     EXPECT_EQ(ran, 0) << "nothing runs before control is back in the event loop";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ran == 4 * each; }));
+    EXPECT_TRUE(test::waitUntil([&] { return ran == 4 * each; }));
     EXPECT_TRUE(isOrdered);
 }
 
@@ -64,7 +65,7 @@ TEST(MainThreadQueue, SurvivesATaskThatDestroysIt)
     bool ranBehind = false;
     queue->post([&queue] { queue.reset(); });
     queue->post([&ranBehind] { ranBehind = true; });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return queue == nullptr; }));
+    EXPECT_TRUE(test::waitUntil([&] { return queue == nullptr; }));
     QCoreApplication::processEvents();
     EXPECT_FALSE(ranBehind);
 }
@@ -83,7 +84,7 @@ TEST(MainThreadQueue, GoesOnInsideAnEventLoopThatATaskRuns)
         order.push_back(2);
         nested.quit();
     });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return order.size() == 3; }));
+    EXPECT_TRUE(test::waitUntil([&] { return order.size() == 3; }));
     EXPECT_EQ(order, (std::vector{1, 2, 3}));
 }
 

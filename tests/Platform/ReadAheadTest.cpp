@@ -7,6 +7,7 @@
 #include "Support/Gate.h"
 #include "Support/TemporaryFolder.h"
 #include "Support/TreeText.h"
+#include "Support/Wait.h"
 
 #include <gtest/gtest.h>
 
@@ -142,7 +143,7 @@ TEST(ReadAhead, HoldsBoundedContentsAheadAndReadsNearestFirst)
 TEST(ReadAhead, StartsMoreHelpersWhileListingsSleep)
 {
     const auto fileSystem = std::make_shared<FakeFileSystem>();
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 1'000; ++i) {
         fileSystem->addFile("/r/" + std::to_string(i) + "/file", 1);
     }
     std::atomic<int> listing = 0;
@@ -155,7 +156,7 @@ TEST(ReadAhead, StartsMoreHelpersWhileListingsSleep)
         --listing;
     };
     (void)scanText(fileSystem, FileUrl::fromPath("/r"), 2);
-    EXPECT_TRUE(Background::waitForAll(5s).empty());
+    EXPECT_TRUE(Background::waitForAll(test::longEnough).empty());
     EXPECT_GT(most, 4);
     EXPECT_LE(most, 9) << "eight helpers and the walk";
 }
@@ -268,7 +269,7 @@ TEST(ReadAhead, CanBeCancelledWhileAHelperHangs)
     std::this_thread::sleep_for(200ms);
     EXPECT_EQ(walking.wait_for(0s), std::future_status::timeout) << "the walk needs what hangs";
     stop.request_stop();
-    EXPECT_EQ(walking.wait_for(5s), std::future_status::ready);
+    EXPECT_EQ(walking.wait_for(test::longEnough), std::future_status::ready);
     gate->open();
 }
 
@@ -296,7 +297,7 @@ TEST(ReadAhead, GetsAlongWithFewDescriptors)
         const std::string tree = scanText(FileSystem::native(), folder.url(), manyReaders);
         ::setrlimit(RLIMIT_NOFILE, &before);
         EXPECT_EQ(tree, expected) << free;
-        EXPECT_TRUE(Background::waitForAll(5s).empty());
+        EXPECT_TRUE(Background::waitForAll(test::longEnough).empty());
     }
 }
 

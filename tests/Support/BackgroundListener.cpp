@@ -1,6 +1,7 @@
 #include "Support/BackgroundListener.h"
 
 #include "Platform/Background.h"
+#include "Support/Wait.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,7 @@ namespace {
 class BackgroundListener final : public testing::EmptyTestEventListener {
     void OnTestEnd(const testing::TestInfo& /*test*/) override
     {
-        for (const std::string& name : Background::waitForAll(std::chrono::seconds(20))) {
+        for (const std::string& name : Background::waitForAll(longEnough)) {
             ADD_FAILURE() << "left running in the background: " << name;
         }
     }

@@ -3,9 +3,9 @@
 #include "Core/Models/FileNodeJson.h"
 #include "Support/TreeText.h"
 #include "Support/TreeWalk.h"
+#include "Support/Wait.h"
 
 #include <QFile>
-#include <QTest>
 
 #include <stdexcept>
 
@@ -62,8 +62,7 @@ void ModelFixture::show(std::string_view tree)
 
 bool ModelFixture::waitForScan() const
 {
-    constexpr int longEnough = 30'000;
-    return QTest::qWaitFor([this] { return model->currentRootNode() || model->scanner().errorMessage(); }, longEnough);
+    return waitUntil([this] { return model->currentRootNode() || model->scanner().errorMessage(); });
 }
 
 std::string nameOf(const std::optional<FileNode>& node)

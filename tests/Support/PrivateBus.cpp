@@ -1,5 +1,7 @@
 #include "Support/PrivateBus.h"
 
+#include "Support/Wait.h"
+
 #include <atomic>
 
 namespace morlaine::test {
@@ -10,7 +12,8 @@ PrivateBus::PrivateBus()
                    {QStringLiteral("--config-file=" MORLAINE_BUS_CONFIGURATION),
                     QStringLiteral("--address=unix:path=%1/bus").arg(QString::fromStdString(m_folder.path())),
                     QStringLiteral("--print-address"), QStringLiteral("--nofork")});
-    while (m_daemon.state() != QProcess::NotRunning && !m_daemon.canReadLine() && m_daemon.waitForReadyRead()) {
+    while (m_daemon.state() != QProcess::NotRunning && !m_daemon.canReadLine() &&
+           m_daemon.waitForReadyRead(longEnoughInMilliseconds)) {
     }
     m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
 }
@@ -18,7 +21,7 @@ PrivateBus::PrivateBus()
 PrivateBus::~PrivateBus()
 {
     m_daemon.kill();
-    m_daemon.waitForFinished();
+    m_daemon.waitForFinished(longEnoughInMilliseconds);
 }
 
 QDBusConnection PrivateBus::connect() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Support/Wait.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -36,13 +38,23 @@ inline QAbstractButton* buttonIn(const QWidget& root, const char* name)
     return nullptr;
 }
 
+/// Waits until the widget's window is on the screen, or has the keyboard.
+[[nodiscard]] inline bool waitUntilExposed(QWidget* widget)
+{
+    return QTest::qWaitForWindowExposed(widget, longEnoughInMilliseconds);
+}
+[[nodiscard]] inline bool waitUntilActive(QWidget* widget)
+{
+    return QTest::qWaitForWindowActive(widget, longEnoughInMilliseconds);
+}
+
 /// The menu that opens on that request; throws if none does.
 inline QMenu* openMenu(QWidget& widget, QContextMenuEvent::Reason reason, const QPoint& place = {})
 {
     QContextMenuEvent event(reason, place, widget.mapToGlobal(place));
     QApplication::sendEvent(&widget, &event);
     const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
-    if (!QTest::qWaitFor([&] { return menu() != nullptr; })) {
+    if (!waitUntil([&] { return menu() != nullptr; })) {
         throw std::runtime_error("no menu has opened");
     }
     return menu();

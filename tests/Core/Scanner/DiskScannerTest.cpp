@@ -5,6 +5,7 @@
 #include "Support/Gate.h"
 #include "Support/NoMoreThreads.h"
 #include "Support/TreeText.h"
+#include "Support/Wait.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -62,9 +63,9 @@ protected:
     [[nodiscard]] std::string state() const { return stateOf(*m_scanner); }
     [[nodiscard]] bool waitForState(const std::string& expected)
     {
-        return QTest::qWaitFor([&] { return state() == expected; });
+        return test::waitUntil([&] { return state() == expected; });
     }
-    [[nodiscard]] static bool hasWalkEnded() { return Background::waitForAll(std::chrono::seconds(30)).empty(); }
+    [[nodiscard]] static bool hasWalkEnded() { return Background::waitForAll(test::longEnough).empty(); }
     /// The announced states without repetitions. Each was the state before a change.
     [[nodiscard]] std::vector<std::string> history() const
     {
@@ -107,8 +108,8 @@ TEST_F(DiskScannerTest, ReportsProgressWhileItScans)
         }
     };
     start("/r");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return m_scanner->elapsedTime() > 0.15; })) << "the clock ticks by itself";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return m_scanner->currentPath() == QStringLiteral("/r/last\uFFFD"); }));
+    EXPECT_TRUE(test::waitUntil([&] { return m_scanner->elapsedTime() > 0.15; })) << "the clock ticks by itself";
+    EXPECT_TRUE(test::waitUntil([&] { return m_scanner->currentPath() == QStringLiteral("/r/last\uFFFD"); }));
     EXPECT_EQ(m_scanner->scannedFilesCount(), 2);
     EXPECT_EQ(m_scanner->scannedDirsCount(), 4);
     EXPECT_EQ(m_scanner->totalSize(), 7);
@@ -162,7 +163,7 @@ TEST_F(DiskScannerTest, PublishesAResultThatCancellingCameTooLateFor)
     ASSERT_TRUE(hasWalkEnded()); // without returning to the event loop
     m_scanner->cancelScan();
     EXPECT_EQ(state(), "idle");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return state() != "idle"; }));
+    EXPECT_TRUE(test::waitUntil([&] { return state() != "idle"; }));
     EXPECT_EQ(state(), "idle result:r");
     EXPECT_EQ(m_scanner->scannedFilesCount(), 0) << "progress that comes after cancelling is not shown";
 }
@@ -205,7 +206,7 @@ TEST_F(DiskScannerTest, FailsInOrderWhereNoThreadIsLeft)
         start("/r");
     }
     EXPECT_EQ(state(), "scanning");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return m_scanner->errorMessage().has_value(); }));
+    EXPECT_TRUE(test::waitUntil([&] { return m_scanner->errorMessage().has_value(); }));
     EXPECT_FALSE(m_scanner->isScanning());
     EXPECT_THAT(m_fileSystem->listings(), testing::IsEmpty());
 }

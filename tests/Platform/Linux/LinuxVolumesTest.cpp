@@ -2,10 +2,9 @@
 
 #include "Platform/Linux/MountTable.h"
 #include "Support/Gate.h"
+#include "Support/Wait.h"
 
 #include <gtest/gtest.h>
-
-#include <future>
 
 #include <sys/statvfs.h>
 
@@ -110,7 +109,7 @@ TEST(MountTableTest, ListsWhatPeopleWouldCallVolumes)
 class FakeQueries final : public MountQueries {
 public:
     mutable test::Gate gate;
-    mutable std::promise<void> answered;
+    mutable test::Gate answered;
 
     [[nodiscard]] std::string mountInfo() const override
     {
@@ -124,7 +123,7 @@ public:
     {
         if (mountPoint == "/hangs") {
             gate.pass();
-            answered.set_value();
+            answered.open();
         }
         return mountPoint == "/fails" ? std::nullopt : std::optional(Capacity{100, 40});
     }
@@ -139,9 +138,9 @@ TEST(LinuxVolumesTest, LeavesOutWhatDoesNotAnswer)
 {
     const auto queries = std::make_shared<const FakeQueries>();
     {
-        const LinuxVolumes volumes(queries, std::chrono::milliseconds(1'500));
-        const std::vector<MountedVolume> mounted = volumes.mountedVolumes();
-        ASSERT_EQ(mounted.size(), 2U);
+        const LinuxVolumes volumes(queries, std::chrono::milliseconds(100));
+        std::vector<MountedVolume> mounted;
+        ASSERT_TRUE(test::waitUntil([&] { return (mounted = volumes.mountedVolumes()).size() == 2; }));
         EXPECT_EQ(mounted[0].url.path(), "/");
         EXPECT_EQ(mounted[0].name, "T\xEF\xBF\xBDl");
         EXPECT_EQ(mounted[0].totalCapacity, 100);
@@ -150,7 +149,7 @@ TEST(LinuxVolumesTest, LeavesOutWhatDoesNotAnswer)
         EXPECT_EQ(mounted[1].name, "");
     }
     queries->gate.open();
-    queries->answered.get_future().wait(); // the answer arrives after the volumes are destroyed
+    queries->answered.pass(); // the answer arrives after the volumes are destroyed
 }
 
 TEST(LinuxVolumesTest, DecodesLabels)

@@ -3,6 +3,7 @@
 #include "Support/Environment.h"
 #include "Support/Socket.h"
 #include "Support/TemporaryFolder.h"
+#include "Support/Wait.h"
 
 #include <QProcess>
 
@@ -72,7 +73,7 @@ TEST(MessageBuses, AreDeadWhereNothingSensibleIsSaidInTime)
         const FakeBus bus(folder.path() / "bus", greeting);
         const auto begin = std::chrono::steady_clock::now();
         EXPECT_FALSE(MessageBuses::isAlive("unix:path=" + (folder.path() / "bus").string(), patience)) << greeting;
-        EXPECT_LT(std::chrono::steady_clock::now() - begin, 20 * patience); // it returns
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, test::longEnough); // it returns
     }
     EXPECT_FALSE(MessageBuses::isAlive("unix:path=/nonexistent/bus", patience));
     EXPECT_TRUE(MessageBuses::isAlive("tcp:host=localhost,port=1", patience)); // cannot be tried
@@ -92,30 +93,30 @@ TEST(MessageBuses, AreFoundByEveryKindOfAddress)
     daemon.start(QStringLiteral("dbus-daemon"),
                  {QStringLiteral("--config-file=") + QString::fromStdString(folder.path() / "bus.conf"),
                   QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-    ASSERT_TRUE(daemon.waitForReadyRead());
+    ASSERT_TRUE(daemon.waitForReadyRead(test::longEnoughInMilliseconds));
 
     const Environment runtime("XDG_RUNTIME_DIR", folder.path());
     const std::string escaped = "unix:guid=00,path=%2f" + path.substr(1);
     for (const std::string& address :
          {"unix:path=" + path, escaped, "unix:abstract=" + name, std::string("unix:runtime=yes"),
           "unix:path=/nonexistent/bus;unix:path=" + path}) {
-        EXPECT_TRUE(MessageBuses::isAlive(address, 10s)) << address;
+        EXPECT_TRUE(MessageBuses::isAlive(address, test::longEnough)) << address;
     }
     {
         const Environment session("DBUS_SESSION_BUS_ADDRESS", "");
-        EXPECT_TRUE(MessageBuses::probe(10s).session);
+        EXPECT_TRUE(MessageBuses::probe(test::longEnough).session);
     }
     {
         const Environment session("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
         const Environment preset("AT_SPI_BUS_ADDRESS", "unix:path=/nonexistent/bus");
-        const MessageBuses buses = MessageBuses::probe(10s);
+        const MessageBuses buses = MessageBuses::probe(test::longEnough);
         EXPECT_TRUE(buses.session);
         EXPECT_FALSE(buses.accessibility);
     }
     const Environment session("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
-    EXPECT_TRUE(MessageBuses::probe(10s).accessibility); // no accessibility bus is offered
+    EXPECT_TRUE(MessageBuses::probe(test::longEnough).accessibility); // no accessibility bus is offered
     daemon.kill();
-    daemon.waitForFinished();
+    daemon.waitForFinished(test::longEnoughInMilliseconds);
     EXPECT_FALSE(MessageBuses::probe(patience).session);
 }
 

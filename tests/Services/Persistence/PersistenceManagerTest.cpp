@@ -5,8 +5,7 @@
 #include "Support/Gate.h"
 #include "Support/TemporaryFolder.h"
 #include "Support/TreeText.h"
-
-#include <QTest>
+#include "Support/Wait.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -64,7 +63,7 @@ protected:
     [[nodiscard]] HistoricalScan saveToTheEnd(const std::string& name)
     {
         const HistoricalScan scan = save(name);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return fs::exists(treeFile(scan)); }));
+        EXPECT_TRUE(test::waitUntil([&] { return fs::exists(treeFile(scan)); }));
         return scan;
     }
     [[nodiscard]] std::vector<std::string> paths() const
@@ -128,11 +127,11 @@ TEST_F(PersistenceManagerTest, SavesAnEntryAtOnceAndTheTreeSoon)
     EXPECT_EQ(scan.directoriesCount, 7);
     EXPECT_GE(scan.date, before);
     EXPECT_LE(scan.date, Date::now());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return m_store->loadScanTree(scan.id).has_value(); }));
+    ASSERT_TRUE(test::waitUntil([&] { return m_store->loadScanTree(scan.id).has_value(); }));
     EXPECT_EQ(m_store->loadScanTree(scan.id), root) << "ids included";
     EXPECT_EQ(read(treeFile(scan)).find('\n'), std::string::npos) << "compact";
     EXPECT_EQ(treesFlushed, 1) << "before it was renamed";
-    EXPECT_TRUE(Background::waitForAll(std::chrono::seconds(30)).empty());
+    EXPECT_TRUE(Background::waitForAll(test::longEnough).empty());
     onFsync = nullptr;
 }
 
@@ -252,7 +251,7 @@ TEST_F(PersistenceManagerTest, RemovesWhatAKilledProgramLeftAndNothingElse)
     EXPECT_TRUE(atWork->commit());
     EXPECT_TRUE(fs::remove(target));
     EXPECT_THAT(namesIn(scans()), testing::UnorderedElementsAreArray(foreign));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return namesIn(appFolder()).size() == foreign.size() + 2; }));
+    EXPECT_TRUE(test::waitUntil([&] { return namesIn(appFolder()).size() == foreign.size() + 2; }));
     EXPECT_THAT(paths(), ElementsAre("/kept")) << "rather than an older list";
 }
 
@@ -274,8 +273,8 @@ TEST_F(PersistenceManagerTest, FlushesTheListBehindTheCaller)
 {
     (void)saveToTheEnd("one");
     const auto isTidy = [this] { return namesIn(appFolder()).size() == 2; };
-    ASSERT_TRUE(QTest::qWaitFor(isTidy));
-    ASSERT_TRUE(Background::waitForAll(std::chrono::seconds(30)).empty());
+    ASSERT_TRUE(test::waitUntil(isTidy));
+    ASSERT_TRUE(Background::waitForAll(test::longEnough).empty());
     const auto gate = std::make_shared<test::Gate>();
     std::atomic<int> waits = 0;
     std::atomic<int> foldersFlushed = 0;
@@ -298,9 +297,9 @@ TEST_F(PersistenceManagerTest, FlushesTheListBehindTheCaller)
     reopen();
     EXPECT_THAT(paths(), ElementsAre("/scanned/three", "/scanned/two", "/scanned/one")) << "the list before";
     gate->open();
-    EXPECT_TRUE(QTest::qWaitFor(isTidy));
+    EXPECT_TRUE(test::waitUntil(isTidy));
     EXPECT_EQ(paths().size(), 3U);
-    EXPECT_TRUE(Background::waitForAll(std::chrono::seconds(30)).empty());
+    EXPECT_TRUE(Background::waitForAll(test::longEnough).empty());
     EXPECT_EQ(foldersFlushed, 4) << "for two saves, a deletion and the repair";
     EXPECT_EQ(foldersFirst, 0) << "before their files";
     onFsync = nullptr;

@@ -1,5 +1,6 @@
 #include "UI/Styles/DesktopAppearance.h"
 
+#include "Support/Wait.h"
 #include "UI/Styles/Contrast.h"
 #include "UI/Styles/Palettes.h"
 #include "UI/Styles/StyledLabel.h"
@@ -7,7 +8,6 @@
 #include <QApplication>
 #include <QStyle>
 #include <QStyleFactory>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -84,7 +84,7 @@ TEST_F(DesktopAppearanceTest, FollowsALateAnswerAndChangesWhileRunning)
     desktop.change(Preference::dark);
     EXPECT_EQ(windowColor(), darkWindow);
     const QColor darkText = Palettes::dark().color(QPalette::WindowText);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return label.palette().color(QPalette::WindowText) == darkText; }));
+    EXPECT_TRUE(test::waitUntil([&] { return label.palette().color(QPalette::WindowText) == darkText; }));
     desktop.change(Preference::none);
     EXPECT_EQ(windowColor(), lightWindow);
 }

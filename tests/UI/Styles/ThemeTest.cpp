@@ -1,12 +1,12 @@
 #include "UI/Styles/Theme.h"
 
+#include "Support/Wait.h"
 #include "UI/Styles/Contrast.h"
 #include "UI/Styles/Palettes.h"
 #include "UI/Styles/VisualEffectWidget.h"
 
 #include <QApplication>
 #include <QStyle>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -104,7 +104,7 @@ TEST_F(ThemeTest, AVisualEffectWidgetIsFilledWithThePanelBackgroundOfAnActiveWin
         QApplication::setPalette(withPaleInactive);
         const QColor expected = Theme::panelBackground(palette);
         EXPECT_TRUE(
-            QTest::qWaitFor([&] { return widget->grab().toImage().pixelColor(widget->rect().center()) == expected; }));
+            test::waitUntil([&] { return widget->grab().toImage().pixelColor(widget->rect().center()) == expected; }));
     }
 }
 

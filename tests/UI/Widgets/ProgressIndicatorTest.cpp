@@ -1,6 +1,7 @@
 #include "UI/Widgets/ProgressIndicator.h"
 
-#include <QTest>
+#include "Support/Wait.h"
+
 #include <QVBoxLayout>
 
 #include <gtest/gtest.h>
@@ -19,7 +20,7 @@ TEST(ProgressIndicator, TurnsWhileItCanBeSeen)
     window.show();
     EXPECT_TRUE(indicator->isAnimating());
     const QImage first = indicator->grab().toImage();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return indicator->grab().toImage() != first; }));
+    EXPECT_TRUE(test::waitUntil([&] { return indicator->grab().toImage() != first; }));
 
     window.hide();
     EXPECT_FALSE(indicator->isAnimating());

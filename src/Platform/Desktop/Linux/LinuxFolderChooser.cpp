@@ -9,7 +9,6 @@
 #include <QEvent>
 #include <QTimer>
 
-#include <chrono>
 #include <utility>
 
 namespace morlaine {
@@ -17,7 +16,6 @@ namespace morlaine {
 namespace {
 
 constexpr uint firstVersionWithFolders = 3;
-constexpr std::chrono::seconds patienceWithPortal(2);
 
 /// Closes a dialog when its window is closed.
 class WindowWatcher final : public QObject {
@@ -74,7 +72,9 @@ std::unique_ptr<FolderChooser> FolderChooser::native()
     return std::make_unique<LinuxFolderChooser>(SessionBus::ofSession);
 }
 
-LinuxFolderChooser::LinuxFolderChooser(SessionBus::Connect connect) : m_bus(std::move(connect))
+LinuxFolderChooser::LinuxFolderChooser(SessionBus::Connect connect, std::chrono::milliseconds patience)
+    : m_patience(patience)
+    , m_bus(std::move(connect))
 {
 }
 
@@ -108,7 +108,7 @@ void LinuxFolderChooser::lookForPortal(const Request& request)
             openPortalDialog(request, portal);
         }
     };
-    QTimer::singleShot(patienceWithPortal, &m_context, [decide] { decide({}); });
+    QTimer::singleShot(m_patience, &m_context, [decide] { decide({}); });
     m_bus.call(portalVersion(), [this, decide](const QDBusMessage& reply) {
         if (!choosesFolders(reply)) {
             decide({});

@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <chrono>
+
 class QDialog;
 
 namespace morlaine {
@@ -15,7 +17,9 @@ class PortalFolderChooser;
 /// Shows the dialog of the desktop's portal, or our own dialog if the portal has none.
 class LinuxFolderChooser final : public FolderChooser {
 public:
-    explicit LinuxFolderChooser(SessionBus::Connect connect);
+    /// A portal that does not answer for the time of `patience` counts as missing.
+    explicit LinuxFolderChooser(SessionBus::Connect connect,
+                                std::chrono::milliseconds patience = std::chrono::seconds(2));
     ~LinuxFolderChooser() override;
     LinuxFolderChooser(const LinuxFolderChooser&) = delete;
     LinuxFolderChooser& operator=(const LinuxFolderChooser&) = delete;
@@ -39,6 +43,7 @@ private:
     /// Whether the window still exists and is visible.
     [[nodiscard]] static bool isWanted(const Request& request);
 
+    std::chrono::milliseconds m_patience;
     QObject m_context;          // of all callbacks, which end with it
     QPointer<QDialog> m_dialog; // child of the window
     bool m_isLookingForPortal = false;

@@ -1,9 +1,9 @@
 #include "Platform/Desktop/Linux/LinuxAppearance.h"
 
 #include "Support/PrivateBus.h"
+#include "Support/Wait.h"
 
 #include <QDBusVariant>
-#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -13,9 +13,9 @@ namespace {
 using namespace std::chrono_literals;
 using Preference = Appearance::Preference;
 using test::FakeService;
+using test::longEnough;
 using test::PrivateBus;
 
-constexpr auto longEnough = 10s;
 const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString schemeKey = QStringLiteral("color-scheme");
@@ -80,7 +80,7 @@ TEST(LinuxAppearanceTest, FollowsChangesOfThatSettingOnly)
     for (const uint scheme : {2U, 1U, 0U}) {
         change(service, scheme);
     }
-    EXPECT_TRUE(QTest::qWaitFor([&seen] { return seen.size() >= 3; }));
+    EXPECT_TRUE(test::waitUntil([&seen] { return seen.size() >= 3; }));
     EXPECT_EQ(seen, (std::vector{Preference::light, Preference::dark, Preference::none}));
 }
 
@@ -90,7 +90,7 @@ TEST(LinuxAppearanceTest, AChangeWhileTheQuestionIsOpenCounts)
     const FakeService service(bus, portalName, portal(Version::silent, 0));
     LinuxAppearance appearance([&] { return bus.connect(); });
     const auto isAsked = [&] { return !service.calls(QStringLiteral("ReadOne")).empty(); };
-    ASSERT_TRUE(QTest::qWaitFor(isAsked)) << "and listens since before";
+    ASSERT_TRUE(test::waitUntil(isAsked)) << "and listens since before";
     EXPECT_EQ(appearance.preference(), Preference::none);
     change(service, 1);
     appearance.waitForAnswer(longEnough);

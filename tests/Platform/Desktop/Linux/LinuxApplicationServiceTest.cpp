@@ -1,9 +1,9 @@
 #include "Platform/Desktop/Linux/LinuxApplicationService.h"
 
 #include "Support/PrivateBus.h"
+#include "Support/Wait.h"
 
 #include <QDBusPendingCall>
-#include <QTest>
 #include <QVariantMap>
 
 #include <gmock/gmock.h>
@@ -20,8 +20,8 @@ QDBusMessage call(QDBusConnection& bus, const QString& member, const QVariantLis
                                                           QStringLiteral("/com/morlaine/Morlaine"),
                                                           QStringLiteral("org.freedesktop.Application"), member);
     message.setArguments(arguments);
-    const QDBusPendingCall pending = bus.asyncCall(message, 20'000);
-    EXPECT_TRUE(QTest::qWaitFor([&pending] { return pending.isFinished(); }, 20'000));
+    const QDBusPendingCall pending = bus.asyncCall(message, test::longEnoughInMilliseconds);
+    EXPECT_TRUE(test::waitUntil([&pending] { return pending.isFinished(); }));
     return pending.reply();
 }
 
@@ -45,11 +45,9 @@ TEST(LinuxApplicationServiceTest, OpensWhatAFileManagerNamesAndComesToTheFront)
     const QStringList urls{QStringLiteral("file:///tmp/a%FF"), QStringLiteral("https://example.org/"),
                            QStringLiteral("file:///b")};
     QDBusMessage reply;
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] {
-            return (reply = open({urls, QVariantMap()})).type() == QDBusMessage::ReplyMessage;
-        },
-        20'000));
+    ASSERT_TRUE(test::waitUntil([&] {
+        return (reply = open({urls, QVariantMap()})).type() == QDBusMessage::ReplyMessage;
+    }));
     EXPECT_THAT(opened, ElementsAre("/tmp/a\xFF", "/b"));
 
     reply = call(fileManager, QStringLiteral("Activate"), {QVariantMap()});

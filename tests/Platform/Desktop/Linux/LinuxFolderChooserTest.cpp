@@ -2,6 +2,7 @@
 
 #include "Platform/Desktop/Linux/FolderDialog.h"
 #include "Support/PrivateBus.h"
+#include "Support/Widgets.h"
 
 #include <QApplication>
 #include <QDBusArgument>
@@ -58,19 +59,20 @@ protected:
     {
         ASSERT_TRUE(bus.isRunning());
         window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        ASSERT_TRUE(test::waitUntilExposed(window.get()));
     }
 
-    void choose()
+    void choose() { choose(chooser); }
+    void choose(LinuxFolderChooser& asked)
     {
-        chooser.choose(*window, {"Select Folder to Scan", "Scan"},
-                       [this](const FileUrl& url) { chosen.push_back(url.path()); });
+        asked.choose(*window, {"Select Folder to Scan", "Scan"},
+                     [this](const FileUrl& url) { chosen.push_back(url.path()); });
     }
 
     /// The request for a dialog that the portal received.
     [[nodiscard]] static std::optional<QDBusMessage> requestTo(const FakeService& service)
     {
-        const bool wasAsked = QTest::qWaitFor([&] { return !service.calls(openFile).empty(); });
+        const bool wasAsked = test::waitUntil([&] { return !service.calls(openFile).empty(); });
         return wasAsked ? std::optional(service.calls(openFile).back()) : std::nullopt;
     }
 
@@ -91,18 +93,19 @@ protected:
             dialog = window->findChild<FolderDialog*>();
             return dialog != nullptr && dialog->isVisible();
         };
-        return QTest::qWaitFor(isOpen) ? dialog : nullptr;
+        return test::waitUntil(isOpen) ? dialog : nullptr;
     }
 
     [[nodiscard]] static bool waitUntilNothingIsModal()
     {
-        return QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; });
+        return test::waitUntil([] { return QApplication::activeModalWidget() == nullptr; });
     }
 
     const PrivateBus bus;
     std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
     std::vector<std::string> chosen;
-    LinuxFolderChooser chooser{[this] { return bus.connect(); }};
+    LinuxFolderChooser chooser{[this] { return bus.connect(); }, test::longEnough};
+    LinuxFolderChooser impatient{[this] { return bus.connect(); }, std::chrono::milliseconds(50)};
 };
 
 TEST_F(LinuxFolderChooserTest, TakesTheFolderThatThePortalReturns)
@@ -118,7 +121,7 @@ TEST_F(LinuxFolderChooserTest, TakesTheFolderThatThePortalReturns)
     EXPECT_NE(QApplication::activeModalWidget(), nullptr);
 
     answer(service, *call, 0, {QStringLiteral("file:///srv/a%20b%23/T%E9l%E9/")});
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !chosen.empty(); }));
+    EXPECT_TRUE(test::waitUntil([this] { return !chosen.empty(); }));
     EXPECT_THAT(chosen, ElementsAre("/srv/a b#/T\xE9l\xE9"));
     EXPECT_TRUE(waitUntilNothingIsModal());
 }
@@ -129,7 +132,7 @@ TEST_F(LinuxFolderChooserTest, DoesNothingWhenThePortalsDialogIsCancelledOrThePo
         const FakeService service(bus, portalName, portal(4));
         for (const uint response : {1U, 2U, 3U}) {
             choose();
-            ASSERT_TRUE(QTest::qWaitFor([&] { return service.calls(openFile).size() == response; }));
+            ASSERT_TRUE(test::waitUntil([&] { return service.calls(openFile).size() == response; }));
             choose(); // does nothing while the dialog is open
             ASSERT_NE(QApplication::activeModalWidget(), nullptr);
             if (response < 3) {
@@ -172,11 +175,11 @@ TEST_F(LinuxFolderChooserTest, TakesWhatTheLineOfItsOwnDialogSays)
         EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
         EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Select Folder to Scan"));
         dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+        ASSERT_TRUE(test::waitUntilActive(dialog));
         QTest::keyClicks(dialog->focusWidget(), each.typed); // replaces the selected text
         const auto* list = dialog->findChildren<QListWidget*>().back();
         if (each.keys.size() > 1) {
-            ASSERT_TRUE(QTest::qWaitFor([list] { return list->count() == 1; }));
+            ASSERT_TRUE(test::waitUntil([list] { return list->count() == 1; }));
         }
         for (const Qt::Key key : each.keys) {
             QTest::keyClick(dialog->focusWidget(), key);
@@ -186,32 +189,34 @@ TEST_F(LinuxFolderChooserTest, TakesWhatTheLineOfItsOwnDialogSays)
                                        [](const QLabel* label) { return label->text().endsWith(u'.'); });
         };
         if (each.expected.empty()) {
-            EXPECT_TRUE(QTest::qWaitFor(isSaid));
+            EXPECT_TRUE(test::waitUntil(isSaid));
             EXPECT_TRUE(dialog->isVisible());
             QTest::keyClick(dialog->focusWidget(), Qt::Key_Escape);
         }
         EXPECT_TRUE(waitUntilNothingIsModal());
         EXPECT_EQ(chosen, each.expected.empty() ? std::vector<std::string>{} : std::vector{each.expected});
-        EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<QDialog*>() == nullptr; }));
+        EXPECT_TRUE(test::waitUntil([this] { return window->findChild<QDialog*>() == nullptr; }));
     }
 }
 
 TEST_F(LinuxFolderChooserTest, OffersItsOwnDialogWhereThePortalHasNone)
 {
-    const FakeService::Answer answers[] = {
-        portal(2), [](const QDBusMessage& call) { return call.createErrorReply(QDBusError::UnknownInterface, {}); },
-        [](const QDBusMessage& call) {
-            return call.member() == openFile ? call.createErrorReply(QDBusError::Failed, {}) : portal(4)(call);
-        },
-        [](const QDBusMessage&) { return QDBusMessage(); }, // never answers
+    const std::pair<FakeService::Answer, LinuxFolderChooser&> cases[] = {
+        {portal(2), chooser},
+        {[](const QDBusMessage& call) { return call.createErrorReply(QDBusError::UnknownInterface, {}); }, chooser},
+        {[](const QDBusMessage& call) {
+             return call.member() == openFile ? call.createErrorReply(QDBusError::Failed, {}) : portal(4)(call);
+         },
+         chooser},
+        {[](const QDBusMessage&) { return QDBusMessage(); }, impatient}, // never answers
     };
-    for (const FakeService::Answer& each : answers) {
-        const FakeService service(bus, portalName, each);
-        choose();
+    for (const auto& [answer, asked] : cases) {
+        const FakeService service(bus, portalName, answer);
+        choose(asked);
         FolderDialog* dialog = ownDialog();
         ASSERT_NE(dialog, nullptr);
         dialog->reject();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<QDialog*>() == nullptr; }));
+        EXPECT_TRUE(test::waitUntil([this] { return window->findChild<QDialog*>() == nullptr; }));
     }
     EXPECT_THAT(chosen, IsEmpty());
 }
@@ -221,11 +226,11 @@ TEST_F(LinuxFolderChooserTest, ClosesTheDialogWithItsWindow)
     choose();
     ASSERT_NE(ownDialog(), nullptr);
     window->close();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<QDialog*>() == nullptr; }));
+    EXPECT_TRUE(test::waitUntil([this] { return window->findChild<QDialog*>() == nullptr; }));
 
     const FakeService service(bus, portalName, portal(4));
     const auto wasClosed = [&](std::size_t times) {
-        return QTest::qWaitFor([&] { return service.calls(QStringLiteral("Close")).size() == times; });
+        return test::waitUntil([&] { return service.calls(QStringLiteral("Close")).size() == times; });
     };
     window->show();
     choose();
@@ -236,7 +241,7 @@ TEST_F(LinuxFolderChooserTest, ClosesTheDialogWithItsWindow)
 
     window->show();
     choose();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return service.calls(openFile).size() == 2; }));
+    ASSERT_TRUE(test::waitUntil([&] { return service.calls(openFile).size() == 2; }));
     window.reset();
     EXPECT_TRUE(wasClosed(2));
     EXPECT_THAT(chosen, IsEmpty());
@@ -247,8 +252,8 @@ TEST_F(LinuxFolderChooserTest, OpensNothingOnceTheWindowIsGone)
     const FakeService service(bus, portalName, portal(4));
     choose();
     window->close();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !service.calls(QStringLiteral("Get")).empty(); }));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window->findChild<QDialog*>() == nullptr; }));
+    ASSERT_TRUE(test::waitUntil([&] { return !service.calls(QStringLiteral("Get")).empty(); }));
+    EXPECT_TRUE(test::waitUntil([this] { return window->findChild<QDialog*>() == nullptr; }));
     EXPECT_THAT(service.calls(openFile), IsEmpty());
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }

@@ -3,6 +3,7 @@
 #include "Support/Environment.h"
 #include "Support/PrivateBus.h"
 #include "Support/Socket.h"
+#include "Support/Wait.h"
 
 #include <QClipboard>
 #include <QDBusArgument>
@@ -10,7 +11,6 @@
 #include <QDesktopServices>
 #include <QGuiApplication>
 #include <QMimeData>
-#include <QTest>
 #include <QUrl>
 
 #include <gmock/gmock.h>
@@ -54,7 +54,7 @@ protected:
 
     [[nodiscard]] bool somethingWasOpened() const
     {
-        return QTest::qWaitFor([this] { return !opener.opened.empty(); }, 20'000);
+        return test::waitUntil([this] { return !opener.opened.empty(); });
     }
 
     const PrivateBus bus;
@@ -67,7 +67,7 @@ TEST_F(LinuxWorkspaceTest, ShowsTheItemInTheFileManager)
 {
     const FakeService service(bus, fileManager, [](const QDBusMessage& call) { return call.createReply(); });
     const auto wasAsked = [&](std::size_t times) {
-        return QTest::qWaitFor([&] { return service.calls(QStringLiteral("ShowItems")).size() == times; });
+        return test::waitUntil([&] { return service.calls(QStringLiteral("ShowItems")).size() == times; });
     };
     workspace.selectFile(oddPath, "");
     ASSERT_TRUE(wasAsked(1));
@@ -116,7 +116,7 @@ TEST_F(LinuxWorkspaceTest, KeepsTheWindowAliveWhileTheBusDoesNotAnswer)
     bool isAlive = false;
     QMetaObject::invokeMethod(
         &opener, [&isAlive] { isAlive = true; }, Qt::QueuedConnection);
-    ASSERT_TRUE(QTest::qWaitFor([&isAlive] { return isAlive; }));
+    ASSERT_TRUE(test::waitUntil([&isAlive] { return isAlive; }));
     EXPECT_THAT(opener.opened, IsEmpty());
 
     ::close(socket);
@@ -141,7 +141,7 @@ TEST_F(LinuxWorkspaceTest, OpensTheSettingsOfTheDesktop)
                                [](const QDBusMessage& call) { return call.createReply(); });
     const Environment desktop("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
     workspace.openPrivacySettings();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !settings.calls(QStringLiteral("ActivateAction")).empty(); }));
+    ASSERT_TRUE(test::waitUntil([&] { return !settings.calls(QStringLiteral("ActivateAction")).empty(); }));
 
     const QDBusMessage call = settings.calls(QStringLiteral("ActivateAction")).front();
     EXPECT_EQ(call.signature(), QStringLiteral("sava{sv}"));
@@ -175,7 +175,7 @@ TEST_F(LinuxWorkspaceTest, StartsTheSettingsWhereTheBusHasNone)
         const Environment desktop("XDG_CURRENT_DESKTOP", each.desktop);
 
         workspace.openPrivacySettings();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(result); }));
+        ASSERT_TRUE(test::waitUntil([&] { return std::filesystem::exists(result); }));
         std::string arguments;
         std::getline(std::ifstream(result), arguments, '\0');
         EXPECT_EQ(arguments, each.started);

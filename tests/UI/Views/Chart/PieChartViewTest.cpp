@@ -69,14 +69,14 @@ protected:
     {
         view.resize(320, 200);
         view.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view));
+        EXPECT_TRUE(test::waitUntilExposed(&view));
     }
 
     [[nodiscard]] std::vector<std::string> texts() const { return test::labelsIn(view); }
 
     [[nodiscard]] bool waitForText(const char* text) const
     {
-        return QTest::qWaitFor([&] { return std::ranges::count(texts(), text) == 1; });
+        return test::waitUntil([&] { return std::ranges::count(texts(), text) == 1; });
     }
 
     [[nodiscard]] QString tipAt(const QPoint& place)
@@ -127,7 +127,7 @@ TEST_F(PieChartViewTest, PaintsAndNamesTheSliceUnderThePointer)
 {
     show(halfImages);
     ASSERT_TRUE(waitForText("Images"));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return donut().size() == QSize(130, 130); }));
+    ASSERT_TRUE(test::waitUntil([this] { return donut().size() == QSize(130, 130); }));
     const QPoint right(118, 65);
     const QPoint lowerLeft(30, 100);
     const QImage picture = donut().grab().toImage();
@@ -136,11 +136,11 @@ TEST_F(PieChartViewTest, PaintsAndNamesTheSliceUnderThePointer)
 
     EXPECT_EQ(tipAt(right), QStringLiteral("Images: 4 KB"));
     QTest::mouseMove(&donut(), lowerLeft);
-    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text() == QStringLiteral("Videos: 2 KB"); }));
+    EXPECT_TRUE(test::waitUntil([] { return QToolTip::text() == QStringLiteral("Videos: 2 KB"); }));
     for (const QPoint outside : {QPoint(65, 65), QPoint(2, 2), QPoint(65, 30)}) {
         EXPECT_EQ(donut().sliceAt(outside), nullptr) << outside.x();
     }
-    EXPECT_TRUE(QTest::qWaitFor([this] { return tipAt({65, 65}).isEmpty(); }));
+    EXPECT_TRUE(test::waitUntil([this] { return tipAt({65, 65}).isEmpty(); }));
 }
 
 } // namespace

@@ -77,7 +77,7 @@ protected:
 
     [[nodiscard]] bool waitForContent(const std::vector<std::string>& expected) const
     {
-        return QTest::qWaitFor([&] { return content() == expected; });
+        return test::waitUntil([&] { return content() == expected; });
     }
 
     void search(const QString& text)
@@ -173,7 +173,7 @@ TEST_F(SearchFilterViewTest, ANewPanelShowsTextAndTypeAndWritesNothing)
 
     model().setSelectedCategory(std::nullopt);
     model().setSearchText(QStringLiteral("beach"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return field().text() == QStringLiteral("beach"); }));
+    EXPECT_TRUE(test::waitUntil([&] { return field().text() == QStringLiteral("beach"); }));
     EXPECT_EQ(picker(0).currentIndex(), 0);
 }
 
@@ -219,11 +219,11 @@ TEST_F(SearchFilterViewTest, AClickSelectsAndNewResultsSelectNothing)
     EXPECT_EQ(list().selectionModel()->selectedIndexes().size(), 1);
 
     model().setSelectedNode(nodeNamed(*model().currentRootNode(), "film.mov"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !list().selectionModel()->hasSelection(); }));
+    EXPECT_TRUE(test::waitUntil([&] { return !list().selectionModel()->hasSelection(); }));
     list().scrollToBottom();
     EXPECT_GT(list().verticalScrollBar()->value(), 0);
     QTest::keyClick(&field(), 't');
-    EXPECT_TRUE(QTest::qWaitFor([&] { return list().verticalScrollBar()->value() == 0; }));
+    EXPECT_TRUE(test::waitUntil([&] { return list().verticalScrollBar()->value() == 0; }));
     EXPECT_FALSE(list().currentIndex().isValid());
     model().setSearchText(QStringLiteral("notes"));
     EXPECT_TRUE(waitForContent({"notes.txt"}));
@@ -270,7 +270,7 @@ TEST(SearchResultsTest, AMillionRowsAppearAndTheLastIsInReach)
     list.show();
     rows.setResults(SearchIndex(root).search(QStringLiteral("ROOT"), std::nullopt, std::nullopt, std::nullopt));
     EXPECT_EQ(rows.rowCount(), count + 1);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list.verticalScrollBar()->maximum() > count; }));
+    ASSERT_TRUE(test::waitUntil([&] { return list.verticalScrollBar()->maximum() > count; }));
 
     QTest::keyClick(&list, Qt::Key_End);
     EXPECT_EQ(list.currentIndex().data().toString(), QStringLiteral("999999"));

@@ -48,7 +48,7 @@ protected:
         view->resize(size);
         view->show();
         view->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+        EXPECT_TRUE(test::waitUntilExposed(view.get()));
     }
 
     void save(const std::string& folder)
@@ -61,14 +61,14 @@ protected:
         const auto hasTree = [&](const HistoricalScan& scan) {
             return fixture.store->loadScanTree(scan.id).has_value();
         };
-        return QTest::qWaitFor([&] { return std::ranges::all_of(fixture.store->loadHistory(), hasTree); });
+        return test::waitUntil([&] { return std::ranges::all_of(fixture.store->loadHistory(), hasTree); });
     }
 
     void scanUntilGate()
     {
         fixture.fileSystem->onListing = gate;
         fixture.model->scan(FileUrl::fromPath("/home/me"));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !place(0).isEnabled(); }));
+        EXPECT_TRUE(test::waitUntil([&] { return !place(0).isEnabled(); }));
     }
 
     [[nodiscard]] PlaceRow& place(int number) const { return *view->findChildren<PlaceRow*>().at(number); }
@@ -115,10 +115,10 @@ TEST_F(SidebarViewTest, ListsPlacesWithTheirTexts)
 TEST_F(SidebarViewTest, ShowsTheCueOnlyUnderThePointerAndWhileNothingIsScanned)
 {
     QTest::mouseMove(&place(1));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return place(1).isCueShown(); }));
+    EXPECT_TRUE(test::waitUntil([&] { return place(1).isCueShown(); }));
     EXPECT_FALSE(place(0).isCueShown());
     QTest::mouseMove(&place(2));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return place(2).isCueShown() && !place(1).isCueShown(); }));
+    EXPECT_TRUE(test::waitUntil([&] { return place(2).isCueShown() && !place(1).isCueShown(); }));
 
     scanUntilGate();
     EXPECT_FALSE(place(2).isCueShown());
@@ -126,7 +126,7 @@ TEST_F(SidebarViewTest, ShowsTheCueOnlyUnderThePointerAndWhileNothingIsScanned)
     QCoreApplication::processEvents();
     EXPECT_FALSE(place(0).isCueShown());
     gate.open();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return place(0).isCueShown(); }));
+    EXPECT_TRUE(test::waitUntil([&] { return place(0).isCueShown(); }));
 }
 
 TEST_F(SidebarViewTest, AClickOrAKeyScansAPlaceUnlessAScanRuns)
@@ -136,13 +136,13 @@ TEST_F(SidebarViewTest, AClickOrAKeyScansAPlaceUnlessAScanRuns)
     ASSERT_TRUE(fixture.waitForScan());
     EXPECT_EQ(fixture.model->currentRootNode()->url(), FileUrl::fromPath("/home/me"));
 
-    ASSERT_TRUE(QTest::qWaitFor([&] { return place(2).isEnabled(); }));
+    ASSERT_TRUE(test::waitUntil([&] { return place(2).isEnabled(); }));
     place(2).setFocus(Qt::TabFocusReason);
     for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
         QTest::keyClick(&place(2), key);
         EXPECT_TRUE(fixture.model->scanner().isScanning());
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !place(2).isEnabled() && !place(2).hasFocus(); }));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return place(2).isEnabled(); }, 30'000));
+        ASSERT_TRUE(test::waitUntil([&] { return !place(2).isEnabled() && !place(2).hasFocus(); }));
+        ASSERT_TRUE(test::waitUntil([&] { return place(2).isEnabled(); }));
         EXPECT_TRUE(place(2).hasFocus()) << "again, after the scan";
         ASSERT_TRUE(fixture.waitForScan());
     }
@@ -171,7 +171,7 @@ TEST_F(SidebarViewTest, TheTrashRemovesAndTheRestOfTheRowOpens)
     EXPECT_THAT(fixture.model->scanHistory(), SizeIs(3));
 
     QTest::mouseClick(rows, Qt::LeftButton, {}, onTrash(0));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return recentNames().size() == 2; }));
+    EXPECT_TRUE(test::waitUntil([&] { return recentNames().size() == 2; }));
     // The second press of a double click hits the row that has moved up.
     QTest::mouseEvent(QTest::MouseDClick, rows, Qt::LeftButton, {}, onTrash(0));
     QTest::mouseRelease(rows, Qt::LeftButton, {}, onTrash(0));
@@ -199,7 +199,7 @@ TEST_F(SidebarViewTest, TheKeyboardReachesEveryRecentScan)
         const QRect row = recent().visualRect(recent().currentIndex());
         return view->viewport()->rect().contains(QRect(recent().mapTo(view->viewport(), row.topLeft()), row.size()));
     };
-    EXPECT_TRUE(QTest::qWaitFor(isInSight));
+    EXPECT_TRUE(test::waitUntil(isInSight));
     QTest::keyClick(&recent(), Qt::Key_End);
     EXPECT_EQ(recent().currentIndex().row(), count - 1);
     EXPECT_TRUE(isInSight());
@@ -214,7 +214,7 @@ TEST_F(SidebarViewTest, TheKeyboardReachesEveryRecentScan)
     QTest::keyClick(&recent(), Qt::Key_Delete);
     EXPECT_THAT(fixture.model->scanHistory(), SizeIs(count));
     test::choose(*test::openMenu(recent(), QContextMenuEvent::Keyboard), 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return recent().model()->rowCount() == count - 1; }));
+    EXPECT_TRUE(test::waitUntil([&] { return recent().model()->rowCount() == count - 1; }));
     EXPECT_EQ(recent().currentIndex().data().toString(), QStringLiteral("scan0"));
     EXPECT_EQ(shown(), "scan1");
 }
@@ -222,12 +222,12 @@ TEST_F(SidebarViewTest, TheKeyboardReachesEveryRecentScan)
 TEST_F(SidebarViewTest, BreaksTheShownTreeDown)
 {
     fixture.show("root/\n  b.mov 3000000000\n  a/\n    a.jpg 400\n    b.jpg 600\n  empty.zip 0");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return labels().size() > 4; }));
+    EXPECT_TRUE(test::waitUntil([&] { return labels().size() > 4; }));
     EXPECT_THAT(labels(), ElementsAre("Devices", "Favorites", "Recent Scans", "No recent scans", "Space Breakdown",
                                       "Images", "1 KB", "Videos", "3 GB"));
     EXPECT_EQ(sizeOfCategory(FileCategory::image, *fixture.model->currentRootNode()), 1000);
     fixture.show("root/\n  empty.zip 0");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return labels().size() == 5; }));
+    EXPECT_TRUE(test::waitUntil([&] { return labels().size() == 5; }));
     scanUntilGate();
     EXPECT_THAT(labels(), ElementsAre("Devices", "Favorites", "Recent Scans", "No recent scans"));
 }

@@ -5,8 +5,8 @@
 #include "Support/MemoryLimit.h"
 #include "Support/ModelFixture.h"
 #include "Support/TreeText.h"
+#include "Support/Wait.h"
 
-#include <QTest>
 #include <QTimer>
 
 #include <gmock/gmock.h>
@@ -27,7 +27,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr std::string_view nestedFolders = "root/\n  A/\n    B/\n      C/\n      f 1\n  D/";
-constexpr int longEnough = 30'000; // milliseconds
 
 /// "A B selected B <": the zoom path, the selection, and whether going back (<) and forward (>) is possible.
 std::string viewOf(const MainViewModel& model)
@@ -156,7 +155,7 @@ TEST_F(MainViewModelTest, KeepsAnEmptySessionAfterACancelledScan)
     EXPECT_EQ(model->scanner().errorMessage(), QStringLiteral("Scan cancelled by user."));
     bool hasWatcherLooked = false; // the watcher was started earlier, with a shorter interval
     QTimer::singleShot(700, [&] { hasWatcherLooked = true; });
-    ASSERT_TRUE(QTest::qWaitFor([&] { return hasWatcherLooked; }));
+    ASSERT_TRUE(test::waitUntil([&] { return hasWatcherLooked; }));
     EXPECT_EQ(viewOf(*model), "selected none");
     EXPECT_THAT(model->scanHistory(), IsEmpty());
 }
@@ -170,7 +169,7 @@ TEST_F(MainViewModelTest, SavesTwiceWhenTwoWatchersSeeOneResult)
     model->cancelScan();
     model->scan(url("/s"));
     QTimer::singleShot(700, [gate] { gate.open(); }); // both have looked once by then
-    ASSERT_TRUE(QTest::qWaitFor([this] { return model->scanHistory().size() == 2; }, longEnough));
+    ASSERT_TRUE(test::waitUntil([this] { return model->scanHistory().size() == 2; }));
     EXPECT_EQ(nameOf(model->currentRootNode()), "s");
 }
 
@@ -182,7 +181,7 @@ TEST_F(MainViewModelTest, SavesAReopenedTreeThatAnOlderWatcherComesUpon)
     gate.waitForArrival();
     show(nestedFolders);
     EXPECT_THAT(model->scanHistory(), IsEmpty());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return model->scanHistory().size() == 1; }, longEnough));
+    EXPECT_TRUE(test::waitUntil([this] { return model->scanHistory().size() == 1; }));
     EXPECT_EQ(viewOf(*model), "selected root");
     gate.open();
 }
@@ -216,7 +215,7 @@ TEST_F(MainViewModelTest, DropsAnEntryWhoseTreeIsGone)
     const HistoricalScan lost = store->saveScan(treeFromText("lost/"), 0, 1);
     const std::filesystem::path file =
         folder.path() / "share/com.morlaine.Morlaine/Scans" / (lost.id.toString() + ".json");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::remove(file); }, longEnough));
+    ASSERT_TRUE(test::waitUntil([&] { return std::filesystem::remove(file); }));
     show(nestedFolders);
     model->loadHistory();
     model->scan(url("/r"));
@@ -243,7 +242,7 @@ TEST_F(MainViewModelTest, LosesNothingWhereMemoryDoesNotSuffice)
     constexpr int count = 1'000'000;
     const FileNode root = test::folderOfFiles(count);
     const HistoricalScan scan = store->saveScan(root, count, 1);
-    ASSERT_TRUE(Background::waitForAll(std::chrono::minutes(1)).empty());
+    ASSERT_TRUE(Background::waitForAll(test::longEnough).empty());
     model->loadHistory();
     {
         const test::MemoryLimit limit;
@@ -274,8 +273,7 @@ TEST_F(MainViewModelTest, GoesWhateverIsStillUnderWay)
     model->scan(url("/s"));
     ASSERT_TRUE(waitForScan()); // the tree is being written
     model.reset();
-    EXPECT_TRUE(
-        QTest::qWaitFor([this] { return store->loadScanTree(store->loadHistory()[0].id).has_value(); }, longEnough));
+    EXPECT_TRUE(test::waitUntil([this] { return store->loadScanTree(store->loadHistory()[0].id).has_value(); }));
 }
 
 TEST_F(MainViewModelTest, ListsVolumesWithASize)

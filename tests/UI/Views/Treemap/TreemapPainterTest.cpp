@@ -4,12 +4,11 @@
 #include "Services/Search/SearchIndex.h"
 #include "Support/PlainPicture.h"
 #include "Support/TreeText.h"
+#include "Support/Widgets.h"
 #include "UI/Styles/Contrast.h"
 #include "UI/Styles/Conversions.h"
 #include "UI/Views/Treemap/FolderGrounds.h"
 #include "UI/Views/Treemap/TreemapCanvas.h"
-
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -179,7 +178,7 @@ TEST(TreemapCanvasTest, PaintsAgainForAnotherPixelRatio)
     TreemapEngine::layOut(test::treeFromText("root/\n  a 1"), {0, 0, 100, 100}, *layout);
     canvas.showLayout(layout, {});
     canvas.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&canvas));
+    ASSERT_TRUE(test::waitUntilExposed(&canvas));
     canvas.grab();
     const int before = canvas.basePaintCount();
     canvas.grab();

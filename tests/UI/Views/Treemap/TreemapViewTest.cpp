@@ -42,7 +42,7 @@ protected:
     {
         m_view.resize(600, 440);
         m_view.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_view));
+        EXPECT_TRUE(test::waitUntilExposed(&m_view));
     }
 
     void showTree(std::string_view text = tree)
@@ -312,7 +312,7 @@ TEST_F(TreemapViewTest, ShowsTheFocusAndLeavesShortcutsToTheWindow)
 {
     showTree();
     m_view.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_view));
+    ASSERT_TRUE(test::waitUntilActive(&m_view));
     m_canvas->clearFocus();
     const QColor plain = pixel({0, 0});
     m_canvas->setFocus(Qt::TabFocusReason);

@@ -60,7 +60,7 @@ protected:
                                        std::make_unique<FakeFolderChooser>(choices));
         window->show();
         window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        EXPECT_TRUE(test::waitUntilActive(window.get()));
     }
 
     [[nodiscard]] MainViewModel& state() { return window->viewModel(); }
@@ -69,7 +69,7 @@ protected:
     void showTree()
     {
         state().scan(FileUrl::fromPath("/r"));
-        ASSERT_TRUE(QTest::qWaitFor([this] { return window->findChild<AnalysisView*>() != nullptr; }, 30'000));
+        ASSERT_TRUE(test::waitUntil([this] { return window->findChild<AnalysisView*>() != nullptr; }));
     }
 
     [[nodiscard]] QAbstractButton* button(const char* name) const { return test::buttonIn(*window, name); }
@@ -87,14 +87,14 @@ protected:
 TEST_F(MainViewTest, NeverShrinksBelowItsContent)
 {
     window->resize(100, 100);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window->centralWidget()->size() == QSize(960, 640); }));
+    EXPECT_TRUE(test::waitUntil([this] { return window->centralWidget()->size() == QSize(960, 640); }));
     press(Qt::Key_S, Qt::ControlModifier);
     press(Qt::Key_I, Qt::ControlModifier | Qt::AltModifier);
     const auto columns = window->findChildren<SideColumn*>();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return std::ranges::all_of(columns, &SideColumn::isHidden); }));
+    EXPECT_TRUE(test::waitUntil([&] { return std::ranges::all_of(columns, &SideColumn::isHidden); }));
     EXPECT_EQ(button("Inspector")->toolTip(), QStringLiteral("Show Inspector (⌥⌘I)"));
     window->resize(100, 100);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window->centralWidget()->size() == QSize(960, 640); }));
+    EXPECT_TRUE(test::waitUntil([this] { return window->centralWidget()->size() == QSize(960, 640); }));
 }
 
 TEST_F(MainViewTest, KeepsTheWidthsOfTheColumns)
@@ -131,12 +131,12 @@ TEST_F(MainViewTest, KeepsTheWidthsOfTheColumns)
     widthsAt(960);
     EXPECT_EQ(widthsAt(1280), dragged);
     press(Qt::Key_S, Qt::ControlModifier);
-    EXPECT_TRUE(QTest::qWaitFor([columns] { return columns->widget(0)->isHidden(); }));
+    EXPECT_TRUE(test::waitUntil([columns] { return columns->widget(0)->isHidden(); }));
     EXPECT_EQ(button("Disks Sidebar")->toolTip(), QStringLiteral("Show Disks Sidebar (⌥⌘S or ⌘S)"));
     widthsAt(1000);
     widthsAt(1280);
     press(Qt::Key_S, Qt::ControlModifier | Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return columns->sizes() == dragged; }));
+    EXPECT_TRUE(test::waitUntil([&] { return columns->sizes() == dragged; }));
     EXPECT_EQ(button("Disks Sidebar")->toolTip(), QStringLiteral("Hide Disks Sidebar (⌥⌘S or ⌘S)"));
 }
 
@@ -145,14 +145,14 @@ TEST_F(MainViewTest, OffersToCancelWhileItScans)
     const test::Gate gate;
     fileSystem->onListing = gate;
     state().scan(FileUrl::fromPath("/r"));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return button("Cancel")->isVisible(); }));
+    ASSERT_TRUE(test::waitUntil([this] { return button("Cancel")->isVisible(); }));
     EXPECT_THAT(button("Cancel")->toolTip().toStdString(), IsEmpty());
     EXPECT_FALSE(button("Scan Folder...")->isVisible());
     press(Qt::Key_O, Qt::ControlModifier);
     EXPECT_EQ(choices, 0) << "the shortcut goes with its button";
     QTest::mouseClick(button("Cancel"), Qt::LeftButton);
     EXPECT_FALSE(state().scanner().isScanning());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return button("Scan Folder...")->isVisible(); }));
+    EXPECT_TRUE(test::waitUntil([this] { return button("Scan Folder...")->isVisible(); }));
     state().scan(FileUrl::fromPath("/r"));
     press(Qt::Key_Escape);
     EXPECT_FALSE(state().scanner().isScanning());
@@ -172,7 +172,7 @@ TEST_F(MainViewTest, TellsOfFailuresWithoutTheInspector)
     EXPECT_EQ(read.role(), QAccessible::Notification);
     EXPECT_EQ(read.text(QAccessible::Name), QStringLiteral("Failed to load historical scan tree cache."));
     EXPECT_TRUE(window->rect().contains(banner->geometry()));
-    EXPECT_TRUE(QTest::qWaitFor([banner] { return banner->isHidden(); }, 20'000));
+    EXPECT_TRUE(test::waitUntil([banner] { return banner->isHidden(); }));
 }
 
 TEST_F(MainViewTest, LeavesTheZoomedFolderWithEscape)
@@ -183,7 +183,7 @@ TEST_F(MainViewTest, LeavesTheZoomedFolderWithEscape)
     state().zoomIn(test::nodeNamed(*state().currentRootNode(), "sub"));
     auto* picker = window->findChild<QComboBox*>();
     picker->showPopup();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(picker->view()->window()));
+    ASSERT_TRUE(test::waitUntilExposed(picker->view()->window()));
     QTest::keyClick(picker->view(), Qt::Key_Escape);
     EXPECT_FALSE(picker->view()->isVisible());
     EXPECT_EQ(test::nameOf(state().activeRootNode()), "sub") << "the key was the list's";
@@ -228,7 +228,7 @@ TEST_F(MainViewTest, ShowsNoNameThatMisleads)
     const std::string name = "photo\u202Egpj\n.exe";
     fileSystem->addFile("/r/" + root + "/" + name, 4'000);
     state().scan(FileUrl::fromPath("/r/" + root));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window->findChild<AnalysisView*>() != nullptr; }, 30'000));
+    ASSERT_TRUE(test::waitUntil([this] { return window->findChild<AnalysisView*>() != nullptr; }));
     state().zoomIn(*state().currentRootNode());
     state().setSelectedNode(test::nodeNamed(*state().currentRootNode(), name));
     state().setSearchText(QStringLiteral("exe"));
@@ -266,8 +266,8 @@ TEST_F(MainViewTest, TakesTheFocusFromWhatGoes)
     showTree();
     window->findChild<TreemapCanvas*>()->setFocus();
     state().scan(FileUrl::fromPath("/r"));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window->findChild<OnboardingView*>()->isVisible(); }));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return state().currentRootNode().has_value(); }, 30'000));
+    ASSERT_TRUE(test::waitUntil([this] { return window->findChild<OnboardingView*>()->isVisible(); }));
+    ASSERT_TRUE(test::waitUntil([this] { return state().currentRootNode().has_value(); }));
     press(Qt::Key_Space);
     EXPECT_THAT(workspace->calls, ElementsAre("open /r"));
     EXPECT_TRUE(window->isSidebarVisible()) << "the space bar is not a button's";
