@@ -149,14 +149,17 @@ class Listener:
         # The first call starts the registry.
         bus.call_sync(*REGISTRY, "RegisterEvent", events, None, Gio.DBusCallFlags.NONE, buses.CALL_PATIENCE, None)
 
-    def next(self, role):
-        """The next item of the role that has appeared, or None. What appeared before it is forgotten."""
+    def next(self, role, name=None):
+        """The next item of the role and the name that has appeared, or None. What appeared before it is forgotten."""
         while GLib.MainContext.default().iteration(False):
             pass
         while self._appeared:
             node = self._appeared.pop(0)
-            if node.role == role:
-                return node
+            try:
+                if node.role == role and name in (None, node.name):
+                    return node
+            except Gone:
+                pass
         return None
 
     def _hear(self, _bus, owner, path, _interface, _signal, values):

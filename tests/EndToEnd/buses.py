@@ -1,9 +1,9 @@
 """Calls on a message bus."""
 
 from gi.repository import Gio, GLib
-from waiting import wait_for
+from waiting import PATIENCE, wait_for
 
-CALL_PATIENCE = 60_000  # milliseconds
+CALL_PATIENCE = int(PATIENCE * 1_000)  # milliseconds
 BUS = "org.freedesktop.DBus"
 
 

@@ -4,7 +4,6 @@ import os
 import pathlib
 import unittest
 
-from accessibility import Listener
 from desktop import Desktop
 from processes import preloading
 from program import TITLE
@@ -35,9 +34,8 @@ class EndToEndTest(unittest.TestCase):
         self.start().active_window()
 
     def start_at_home(self, files):
-        """The same where the home folder holds `files`; `listener` hears what the program announces."""
+        """The same where the home folder holds `files`."""
         self.make_desktop()
-        self.listener = Listener(self.desktop.accessibility_bus)
         self.folder = self.make_folder(files)
         self.start({"HOME": str(self.folder)}).active_window()
 

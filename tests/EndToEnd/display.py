@@ -8,7 +8,7 @@ from Xlib import X, XK, display as xdisplay
 from Xlib.error import XError
 from Xlib.ext import xtest
 from Xlib.protocol.event import ClientMessage
-from waiting import wait_for
+from waiting import PATIENCE, wait_for
 
 STRIP = 32  # rows of a picture that are fetched at once
 
@@ -21,7 +21,8 @@ class Display:
     def __init__(self, log, width=1400, height=920):
         reader, writer = os.pipe()
         self.server = processes.start(
-            ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset"],
+            ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset",
+             "-r"],  # a busy server would repeat a key that is pressed and released at once
             pass_fds=[writer],
             stdout=log,
             stderr=log,
@@ -43,13 +44,17 @@ class Display:
         """Waits until it gives a new window the focus: while it takes over the screen it loses windows that appear."""
         atom = self.connection.intern_atom("_NET_SUPPORTING_WM_CHECK")
         wait_for(lambda: self.root.get_full_property(atom, X.AnyPropertyType), "the window manager")
-        wait_for(self._focuses_a_new_window, "the window manager to give the focus")
+        patience = 0.2
+        while not self._focuses_a_new_window(patience):
+            if patience > PATIENCE:
+                raise AssertionError("the window manager gives no focus")
+            patience *= 2
 
-    def _focuses_a_new_window(self):
+    def _focuses_a_new_window(self, patience):
         window = self.root.create_window(0, 0, 32, 32, 0, X.CopyFromParent)
         try:
             window.map()
-            wait_for(lambda: self.connection.get_input_focus().focus == window, "the focus", patience=0.2)
+            wait_for(lambda: self.connection.get_input_focus().focus == window, "the focus", patience)
             return True
         except AssertionError:
             return False

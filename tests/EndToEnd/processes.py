@@ -31,7 +31,7 @@ def preloading(library):
     return {"LD_LIBRARY_PATH": str(library.parent), "LD_PRELOAD": library.name, "ASAN_OPTIONS": options}
 
 
-def stop(process, patience=10):
+def stop(process, patience=60):
     """Ends a process, first politely."""
     if process.poll() is None:
         process.terminate()

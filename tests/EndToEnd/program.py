@@ -122,9 +122,20 @@ class Program:
         self.desktop.display.press("Ctrl+O")
         self.scan_in_dialog(folder)
 
-    def click(self, role, name, count=1):
-        """Clicks on an item as soon as it exists."""
-        self.desktop.display.click(self.wait_for_item(role, name).extents, count)
+    def place(self, role, name):
+        """The extents of an item as soon as it exists and rests."""
+        seen = [None]
+
+        def resting():
+            node = self.find(role, name)
+            seen.append(node and node.extents)
+            return seen[-1] if seen[-1] == seen[-2] else None
+
+        return self.wait_for(resting, f'{role} "{name}" to rest')
+
+    def click(self, role, name):
+        """Clicks on an item."""
+        self.desktop.display.click(self.place(role, name))
 
     def dialog(self):
         """Waits for a dialog with the keyboard focus and any title."""

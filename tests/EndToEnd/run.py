@@ -41,7 +41,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--program", type=pathlib.Path, required=True, help="the program under test")
     parser.add_argument("--output", type=pathlib.Path, help="where pictures go; beside the program by default")
-    parser.add_argument("--limit", type=float, default=240, help="seconds for each test")
+    parser.add_argument("--limit", type=float, default=1500, help="seconds for each test")
     parser.add_argument("tests", nargs="+")
     arguments = parser.parse_args()
 

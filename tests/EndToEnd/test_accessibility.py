@@ -1,5 +1,6 @@
 """What people meet who do not see the window: names, reach, the focus, values and announcements."""
 
+from accessibility import Listener
 from case import EndToEndTest
 from program import SEARCH_FIELD
 
@@ -14,6 +15,10 @@ STOPS = {"check box", "combo box", "list", "push button", "text", "toggle button
 
 
 class AccessibilityTest(EndToEndTest):
+    def make_desktop(self, **options):
+        super().make_desktop(**options)
+        self.listener = Listener(self.desktop.accessibility_bus)
+
     def start_with_scan(self):
         self.start_at_home(FILES)
         self.check("welcome")
@@ -21,31 +26,38 @@ class AccessibilityTest(EndToEndTest):
         self.program.wait_for_item("list", "Treemap")
 
     def items(self):
-        """What is shown, in the order of the tree, with the roles; not what is inside the items of lists."""
-        found = []
+        """What is shown once it rests, in the order of the tree: the item, its role, its name and which of the states
+        it has; not what is inside the items of lists."""
+        seen = [[]]
 
         def collect(node):
             if node.is_("showing"):
                 role = node.role
-                found.append((node, role))
+                states = {state for state in ("focusable", "sensitive") if node.is_(state)}
+                seen[-1].append((node, role, node.name, states))
                 if role not in ("list item", "combo box"):
                     for child in node.children:
                         collect(child)
 
-        collect(self.program.active_window())
-        return found
+        def rests():
+            seen.append([])
+            collect(self.program.active_window())
+            before, now = [[item for item in items if item[1] != "label"] for items in seen[-2:]]  # a clock may run
+            return before == now
+
+        self.program.wait_for(rests, "everything to rest")
+        return seen[-1]
 
     def check(self, state):
         """That everything has a name, and that the Tab key goes to every control and loses the focus nowhere."""
         with self.subTest(state=state):
             items = self.items()
-            unnamed = [node.outline() for node, role in items if role in CONTROLS and not node.name]
+            unnamed = [node.outline() for node, role, name, _ in items if role in CONTROLS and not name]
             # Qt's own stacks of pages, of which one is shown, are panes without a meaning.
             self.assertEqual([outline for outline in unnamed if not outline.startswith("layered pane")], [])
-            stops = {node: node.name for node, role in items if role in STOPS and node.is_("focusable")}
-            buttons = {node for node, role in items if role == "push button" and node.is_("sensitive")}
-            self.assertEqual({node.name for node in buttons - set(stops)}, set(), "buttons that no key reaches")
-            wanted = {node for node in stops if node.is_("sensitive")}
+            deaf = {name for _, role, name, states in items if role == "push button" and states == {"sensitive"}}
+            self.assertEqual(deaf, set(), "buttons that no key reaches")
+            wanted = {node: name for node, role, name, states in items if role in STOPS and len(states) == 2}
             focused = [node for node in wanted if node.is_("focused")]
             reached = []
             while not reached or reached[-1] not in reached[:-1]:
@@ -53,19 +65,20 @@ class AccessibilityTest(EndToEndTest):
                 self.desktop.display.press("Tab")
                 focused = self.program.wait_for(
                     lambda: [node for node in wanted if node.is_("focused") and [node] != before],
-                    f"the focus to go on from {before and before[0].name}",
+                    f"the focus to go on from {before and wanted[before[0]]}",
                 )
                 reached += focused
-            missed = {node.name for node in wanted - set(reached)}
-            self.assertEqual(missed, set(), f"not reached, after {[node.name for node in reached]}")
+            missed = {wanted[node] for node in set(wanted) - set(reached)}
+            self.assertEqual(missed, set(), f"not reached, after {[wanted[node] for node in reached]}")
 
     def places(self, *names):
         """Where items with these names come in the order of the tree."""
-        order = [node.name for node, _ in self.items()]
+        order = [name for _, _, name, _ in self.items()]
         return [len(order) - order[::-1].index(name) for name in names]  # "Inspector" is a toggle, too
 
     def wait_for_notification(self, text):
-        self.program.wait_for_item("notification", text)
+        """Waits for one that has appeared since the last that was waited for, though it may be gone again."""
+        self.program.wait_for(lambda: self.listener.next("notification", text), f'the notification "{text}"')
 
     def wait_for_focus(self, *names):
         self.program.wait_for(lambda: (node := self.program.find(*names)) and node.is_("focused"), f"the focus on {names}")
@@ -92,7 +105,7 @@ class AccessibilityTest(EndToEndTest):
     def test_scan_that_runs_and_is_cancelled(self):
         self.start_endless_scan()
         self.picture("scanning")
-        self.assertIsNone(self.program.find("push button", "Scan Folder..."))
+        self.program.wait_until_gone("push button", "Scan Folder...")
         self.check("scanning")
         self.desktop.display.press("Escape")
         self.program.wait_for_item("push button", "Scan Folder...")
@@ -108,14 +121,17 @@ class AccessibilityTest(EndToEndTest):
 
     def test_values_and_actions(self):
         self.start_with_scan()
-        volumes = [node for node in self.program.window().all("push button") if node.value is not None]
-        self.assertTrue(volumes)
-        self.assertTrue(all(0 <= node.value <= 100 for node in volumes))
+        values = self.program.wait_for(
+            lambda: [node.value for node in self.program.window().all("push button") if node.value is not None], "volumes"
+        )
+        self.assertTrue(all(0 <= value <= 100 for value in values))
         for rows, first in [("Space Breakdown", ("Images", "80 KB")), ("Legend", ("Images", "57.1%"))]:
-            row = self.program.wait_for_item("list", rows).children[0]
-            self.assertEqual((row.name, row.description), first)
+            self.program.wait_for(
+                lambda: (row := self.program.wait_for_item("list", rows).children[0]) and (row.name, row.description) == first,
+                f"the {rows} to begin with {first}",
+            )
 
-        toggle = self.program.find(name="Disks Sidebar")
+        toggle = self.program.wait_for_item(name="Disks Sidebar")
         self.assertTrue(toggle.is_("checked"))
         self.desktop.display.press("Ctrl+S")
         self.program.wait_for(lambda: not toggle.is_("checked"), "the toggle to tell that the sidebar is gone")
@@ -127,7 +143,7 @@ class AccessibilityTest(EndToEndTest):
         )
         self.program.wait_for_selection(self.folder / "photos")
         self.program.wait_for_treemap(["sky.png", "trip", "sea.jpg"])
-        [trash] = self.program.wait_for_item("list", "Recent Scans").children[0].children
+        trash = self.program.wait_for_item("list", "Recent Scans").children[0].children[0]
         self.assertEqual((trash.role, trash.name), ("push button", "Remove scan cache"))
         trash.do_default_action()
         self.program.wait_for_item("label", "No recent scans")

@@ -20,7 +20,7 @@ class SearchTest(EndToEndTest):
         self.scan(self.folder)
         self.program.wait_for_item("label", "Search & Filter Scan")
         self.desktop.display.press("Ctrl+F")
-        field = self.program.find(*SEARCH_FIELD)
+        field = self.program.wait_for_item(*SEARCH_FIELD)
         self.program.wait_for(lambda: field.is_("focused"), "the search field to have the keyboard")
 
     def wait_for_results(self, *paths):

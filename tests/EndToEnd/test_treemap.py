@@ -13,12 +13,12 @@ IN_ALL = ["photos", *IN_PHOTOS, "papers", "report.pdf", "notes.txt"]
 class TreemapTest(EndToEndTest):
     def double_click(self, folder):
         """A folder can only be hit at its margin."""
-        x, y, _, height = self.program.wait_for_item("list item", folder).extents
+        x, y, _, height = self.program.place("list item", folder)
         self.desktop.display.click((x, y, 3, height), count=2)
 
     def wait_for_zoom(self, path, names):
         def steps():
-            return [step.name for step in self.program.find("filler", "Path").all("push button")]
+            return [step.name for step in self.program.wait_for_item("filler", "Path").all("push button")]
 
         self.program.wait_for(lambda: steps() == path, f"the path to be {path}")
         self.program.wait_for_treemap(names)
@@ -38,7 +38,7 @@ class TreemapTest(EndToEndTest):
         self.wait_for_zoom(["photos"], IN_PHOTOS)
         program.click("push button", "Go Back")
         self.wait_for_zoom([], IN_ALL)
-        self.assertFalse(program.find("push button", "Go Back").is_("sensitive"))
+        program.wait_for(lambda: not program.wait_for_item("push button", "Go Back").is_("sensitive"), "no way back")
         program.click("push button", "Go Forward")
         self.wait_for_zoom(["photos"], IN_PHOTOS)
         program.click("push button", "Go Forward")

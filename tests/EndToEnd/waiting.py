@@ -3,7 +3,7 @@
 import time
 
 # In seconds. Long enough for a slow, busy machine; only failures take this long.
-PATIENCE = 60.0
+PATIENCE = 180.0
 INTERVAL = 0.02
 
 
