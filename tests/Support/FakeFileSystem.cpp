@@ -17,6 +17,9 @@ class FakeFileSystem::FakeFolder final : public Folder {
 public:
     FakeFolder(const FakeFileSystem& fileSystem, std::string path) : m_fileSystem(fileSystem), m_path(std::move(path))
     {
+        if (fileSystem.onOpening) {
+            fileSystem.onOpening(m_path);
+        }
     }
 
     [[nodiscard]] bool list(FolderContents& contents, const std::stop_token& stop, const ListingPace& pace) override

@@ -29,7 +29,8 @@ public:
     Item& addFolder(const std::string& path);
     Item& addFile(const std::string& path, std::int64_t fileSize, std::optional<std::int64_t> allocated = {});
 
-    /// Called with the path of each folder before it is listed.
+    /// Called with the path of each folder before it is opened, and before it is listed.
+    std::function<void(const std::string& path)> onOpening;
     std::function<void(const std::string& path)> onListing;
 
     /// The targets of links by path; other paths resolve to themselves.
