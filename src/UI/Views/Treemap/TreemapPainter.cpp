@@ -27,38 +27,38 @@ namespace {
 
 namespace Decide = TreemapDecisions;
 
-using Style = TreemapTile::Style;
+using Brush = TreemapTile::Brush;
 
-/// The style of each kind of rectangle, made once for a picture.
-class Styles {
+/// The brush for each kind of rectangle, made once for a picture.
+class Brushes {
 public:
-    Styles()
+    explicit Brushes(const TreemapTile& tile)
     {
         for (const FileCategory category : FileCategory::allCases) {
             const TreemapTile::Pixel color = TreemapTile::pixelOf(toQColor(category.color()).rgb());
             for (const bool isDimmed : {false, true}) {
-                m_files[isDimmed][static_cast<std::size_t>(FileCategory::Case(category))] = {
-                    color, static_cast<float>(Decide::fileFillOpacity(isDimmed)),
-                    static_cast<float>(Decide::fileOutline.opacity), Decide::fileOutline.width};
+                m_files[isDimmed][static_cast<std::size_t>(FileCategory::Case(category))] =
+                    tile.brushOf({color, static_cast<float>(Decide::fileFillOpacity(isDimmed)),
+                                  static_cast<float>(Decide::fileOutline.opacity), Decide::fileOutline.width});
             }
         }
         for (std::size_t depth = 0; depth < m_folders.size(); ++depth) {
             const auto [opacity, width] = Decide::folderOutline(static_cast<std::int64_t>(depth));
-            m_folders[depth].color = TreemapTile::pixelOf(QColor(Qt::white).rgb());
-            m_folders[depth].lineOpacity = static_cast<float>(opacity);
-            m_folders[depth].lineWidth = width;
+            m_folders[depth] = tile.brushOf({.color = TreemapTile::pixelOf(QColor(Qt::white).rgb()),
+                                             .lineOpacity = static_cast<float>(opacity),
+                                             .lineWidth = width});
         }
     }
 
-    [[nodiscard]] const Style& file(std::size_t category, bool isDimmed) const { return m_files[isDimmed][category]; }
-    [[nodiscard]] const Style& folder(std::size_t depth) const
+    [[nodiscard]] const Brush& file(std::size_t category, bool isDimmed) const { return m_files[isDimmed][category]; }
+    [[nodiscard]] const Brush& folder(std::size_t depth) const
     {
         return m_folders[std::min(depth, m_folders.size() - 1)];
     }
 
 private:
-    std::array<std::array<Style, 16>, 2> m_files;
-    std::array<Style, 8> m_folders; // deeper folders use the last one
+    std::array<std::array<Brush, 16>, 2> m_files;
+    std::array<Brush, 8> m_folders; // deeper folders use the last one
 };
 
 bool isTouched(const TreemapLayout::Bounds& area, const Rect& rect)
@@ -79,6 +79,7 @@ public:
         : m_scene(scene)
         , m_isSearching(!scene.highlightIDs.empty())
         , m_tile(scene.devicePixelRatio)
+        , m_brushes(m_tile)
     {
     }
 
@@ -128,22 +129,23 @@ private:
         const Tree& tree = m_scene.layout->tree();
         if (item.isFolder == 0) {
             const bool isDimmed = m_isSearching && !m_scene.highlightIDs.contains(tree, item.node);
-            m_tile.paint(item.rect, m_styles.file(item.category, isDimmed));
+            m_tile.paint(item.rect, m_brushes.file(item.category, isDimmed));
             return;
         }
         const auto index = static_cast<std::size_t>(&item - m_scene.layout->items().data());
         const std::optional<QRgb> ground = m_scene.grounds ? m_scene.grounds->colorAt(index) : std::nullopt;
         if (ground && (!m_isSearching || m_scene.highlightIDs.containsAnyInside(tree, item.node))) {
-            m_tile.paint(Decide::folderFill(item.rect),
-                         {TreemapTile::pixelOf(*ground), static_cast<float>(Decide::folderFillOpacity)});
+            const Brush brush =
+                m_tile.brushOf({TreemapTile::pixelOf(*ground), static_cast<float>(Decide::folderFillOpacity)});
+            m_tile.paint(Decide::folderFill(item.rect), brush);
         }
-        m_tile.paint(item.rect, m_styles.folder(item.depth));
+        m_tile.paint(item.rect, m_brushes.folder(item.depth));
     }
 
     const Scene& m_scene;
     const bool m_isSearching;
-    const Styles m_styles;
     TreemapTile m_tile;
+    const Brushes m_brushes;
 };
 
 /// The tiles of a picture.

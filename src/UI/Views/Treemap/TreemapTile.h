@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QRect>
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -29,24 +30,30 @@ public:
         double lineWidth = 0; // points
     };
 
+    /// A style in the form that painting needs, for all tiles of the same scale.
+    class Brush;
+
     [[nodiscard]] static Pixel pixelOf(QRgb color);
 
     /// For a picture with `scale` pixels per point.
     explicit TreemapTile(double scale);
 
+    [[nodiscard]] Brush brushOf(const Style& style) const;
+
     /// Starts the part `pixels` of the picture.
     void restart(const QRect& pixels, QRgb ground);
 
     /// Clips to the tile.
-    void paint(const Rect& rect, const Style& style);
+    void paint(const Rect& rect, const Brush& brush);
 
     /// Writes rounded, opaque RGB32 pixels to `bits`.
     void copyTo(uchar* bits, qsizetype bytesPerLine) const;
 
 private:
     using Four = Pixel; // one number for each of four neighbouring pixels
+    using Pair = double __attribute__((vector_size(16)));
 
-    /// Left, top, right and bottom edge in pixels from the corner of the tile.
+    /// Left, top, right and bottom edge in pixels.
     using Edges = Pixel;
 
     /// A rectangle with its outline.
@@ -54,11 +61,12 @@ private:
         Edges fill;
         Edges outer;
         Edges inner; // its edges cross if the outline has no hole, and nothing lies inside
+
+        [[nodiscard]] Frame from(const Edges& origin) const { return {fill - origin, outer - origin, inner - origin}; }
     };
 
-    /// One axis of a frame. It touches the pixels `first`...`end` - 1 of the tile. The pixels `solidFirst`...`solidEnd`
-    /// - 1 lie completely inside all three rectangles. `solidFirst - first` and `solidEnd - solidFirst` are multiples
-    /// of four.
+    /// The pixels `first`...`end` - 1 of an axis, of which `solidFirst`...`solidEnd` - 1 lie completely inside all
+    /// three rectangles. `solidFirst - first` and `solidEnd - solidFirst` are multiples of four.
     struct Span {
         int first;
         int solidFirst;
@@ -74,20 +82,42 @@ private:
         Four inner;
     };
 
-    static constexpr int stride = side + 4; // four pixels may be painted where only one is left
+    static constexpr int stride = side + 4; // four columns and rows may be painted where only one is left
     static constexpr int channels = 3;
-    static constexpr std::ptrdiff_t planeSize = std::ptrdiff_t{side} * stride;
+    static constexpr std::ptrdiff_t planeSize = std::ptrdiff_t{side + 4} * stride;
 
-    [[nodiscard]] Span columnsOf(const Frame& frame, int first, int end) const;
     template <int axis>
-    [[nodiscard]] static Shares sharesFrom(const Frame& frame, int pixel);
-    void paintEdges(int first, int end, const Frame& frame, int y, int rowCount, const Shares& rows,
-                    const Style& style);
-    static void paintSolid(float* first, const float* end, const Style& style, float fill, float line);
+    [[nodiscard]] static Four between(const Edges& edges);
+    template <int axis>
+    [[nodiscard]] static Shares sharesOf(const Frame& frame);
+    [[nodiscard]] static Shares rowShares(const Frame& frame, const Brush& brush);
+    [[nodiscard]] Span columnsOf(const Frame& frame, int first, int end) const;
+    void paintLarge(const Frame& frame, int x, int y, int xEnd, int yEnd, const Brush& brush);
+    void paintEdges(int x, int xEnd, int y, int rowCount, const Frame& frame, const Shares& rows, const Brush& brush);
+    template <bool isFilled>
+    void paintSmall(const Frame& frame, int x, int y, int rowCount, const Brush& brush);
+    template <bool isFilled>
+    static void paintRow(float* pixels, int row, const Shares& columns, const Shares& rows, const Brush& brush);
+    static void paintSolid(float* first, const float* end, float fill, float line, const Brush& brush);
 
     const double m_scale;
     QRect m_pixels;
+    Pair m_origin{};  // left and top of the tile in pixels of the picture
+    Edges m_far{};    // where left and top edges are out of reach, and with opposite signs right and bottom ones
+    Edges m_lowest{}; // limits of the pixels that the edges are taken to lie in
+    Edges m_highest{};
     std::vector<float> m_values; // a plane for each channel, so that four pixels are painted at once
+};
+
+class TreemapTile::Brush {
+private:
+    friend class TreemapTile;
+
+    Edges m_beyond; // from the edges of the rectangle to those of the outline, to the outside
+    Four m_fillOpacity;
+    Four m_lineOpacity;
+    std::array<Four, channels> m_color;
+    bool m_isFilled;
 };
 
 } // namespace morlaine
