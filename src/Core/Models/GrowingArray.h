@@ -23,6 +23,7 @@ public:
     GrowingArray(GrowingArray&& other) noexcept
         : m_values(std::exchange(other.m_values, nullptr))
         , m_size(std::exchange(other.m_size, 0))
+        , m_capacity(std::exchange(other.m_capacity, 0))
         , m_bytes(std::exchange(other.m_bytes, 0))
     {
     }
@@ -30,6 +31,7 @@ public:
     {
         std::swap(m_values, other.m_values);
         std::swap(m_size, other.m_size);
+        std::swap(m_capacity, other.m_capacity);
         std::swap(m_bytes, other.m_bytes);
         return *this;
     }
@@ -48,10 +50,13 @@ public:
 
     void push_back(const Value& value)
     {
-        const Value copy = value;
-        makeRoom(1);
-        ::new (static_cast<void*>(m_values + m_size)) Value(copy);
-        ++m_size;
+        if (m_size == m_capacity) {
+            const Value copy = value; // it may lie in this array
+            makeRoom(1);
+            m_values[m_size++] = copy;
+        } else {
+            m_values[m_size++] = value;
+        }
     }
     void pop_back() noexcept { --m_size; }
 
@@ -79,9 +84,8 @@ public:
     [[nodiscard]] static GrowingArray inMemoryOf(GrowingArray<Other>&& other) noexcept
     {
         GrowingArray values;
-        values.m_bytes = std::exchange(other.m_bytes, 0);
-        values.m_values = reinterpret_cast<Value*>(std::exchange(other.m_values, nullptr));
-        other.m_size = 0;
+        values.setBlock(std::exchange(other.m_values, nullptr), std::exchange(other.m_bytes, 0));
+        other.m_size = other.m_capacity = 0;
         return values;
     }
 
@@ -91,8 +95,7 @@ public:
         const std::size_t used = m_size * sizeof(Value);
         if (used < m_bytes && used > 0) {
             if (void* shrunk = resizeBlock(static_cast<void*>(m_values), m_bytes, used)) {
-                m_values = static_cast<Value*>(shrunk);
-                m_bytes = used;
+                setBlock(shrunk, used);
             }
         }
     }
@@ -103,7 +106,7 @@ private:
 
     void makeRoom(std::size_t more)
     {
-        if (more > m_bytes / sizeof(Value) - m_size) {
+        if (more > m_capacity - m_size) {
             grow((m_size + more) * sizeof(Value));
         }
     }
@@ -115,12 +118,19 @@ private:
         if (grown == nullptr) {
             throw std::bad_alloc();
         }
-        m_values = static_cast<Value*>(grown);
+        setBlock(grown, bytes);
+    }
+
+    void setBlock(void* block, std::size_t bytes) noexcept
+    {
+        m_values = static_cast<Value*>(block);
+        m_capacity = bytes / sizeof(Value);
         m_bytes = bytes;
     }
 
     Value* m_values = nullptr;
     std::size_t m_size = 0;
+    std::size_t m_capacity = 0;
     std::size_t m_bytes = 0; // of the block
 };
 

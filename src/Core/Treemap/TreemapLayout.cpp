@@ -35,8 +35,7 @@ void TreemapLayout::clear()
 TreemapRect TreemapLayout::operator[](std::size_t index) const
 {
     const Item& item = m_items[index];
-    const FileCategory category = static_cast<FileCategory::Case>(item.category);
-    return {FileNode::at(tree(), item.node), item.rect, category.color(), item.depth};
+    return {FileNode::at(tree(), item.node), item.rect, FileCategory(item.category()).color(), item.depth()};
 }
 
 std::span<const TreemapLayout::Item> TreemapLayout::itemsOfBlock(std::size_t block) const noexcept
@@ -57,7 +56,7 @@ std::optional<std::size_t> TreemapLayout::hitTest(double x, double y) const noex
                 continue;
             }
             const auto index = static_cast<std::size_t>(&item - m_items.begin());
-            if (item.isFolder == 0) {
+            if (!item.isFolder()) {
                 return index;
             }
             if (!folder) {

@@ -25,9 +25,15 @@ public:
     struct Item {
         Rect rect;
         Tree::Position node;
-        std::uint32_t isFolder : 1 = 0;
-        std::uint32_t category : 4 = 0; // a FileCategory::Case
-        std::uint32_t depth : 27 = 0;   // 0 for the children of the folder that was laid out
+        std::uint32_t kind; // what the functions tell; no bit-fields, which would be written one by one
+
+        [[nodiscard]] bool isFolder() const noexcept { return (kind & 1U) != 0; }
+        [[nodiscard]] FileCategory::Case category() const noexcept
+        {
+            return static_cast<FileCategory::Case>(kind >> 1 & 0xFU);
+        }
+        /// 0 for the children of the folder that was laid out.
+        [[nodiscard]] std::uint32_t depth() const noexcept { return kind >> 5; }
     };
 
     /// The edges of the smallest rectangle around some items.
@@ -146,7 +152,7 @@ inline TreemapLayout::Iterator TreemapLayout::end() const noexcept
     return {*this, size()};
 }
 
-inline void TreemapLayout::add(Tree::Position node, const Rect& rect, std::size_t depth)
+[[gnu::always_inline]] inline void TreemapLayout::add(Tree::Position node, const Rect& rect, std::size_t depth)
 {
     if (m_items.size() % blockSize == 0) {
         m_blocks.push_back({});
@@ -156,14 +162,12 @@ inline void TreemapLayout::add(Tree::Position node, const Rect& rect, std::size_
     bounds.top = std::min(bounds.top, rect.y);
     bounds.right = std::max(bounds.right, rect.x + rect.width);
     bounds.bottom = std::max(bounds.bottom, rect.y + rect.height);
-    Item item{.rect = rect, .node = node};
-    item.isFolder = tree().isDirectory(node);
-    item.category = tree().categoryOf(node) & 0xFU;
-    item.depth = depth & 0x7FFFFFFU;
-    if (!empty() && m_items.back().isFolder != 0 && item.depth <= m_items.back().depth) {
+    if (!empty() && m_items.back().isFolder() && depth <= m_items.back().depth()) {
         m_closedFolders.push_back(static_cast<std::uint32_t>(size() - 1));
     }
-    m_items.push_back(item);
+    const FileCategory::Case category = tree().categoryOf(node);
+    const std::uint32_t kind = static_cast<std::uint32_t>(category) << 1U | (tree().isDirectory(node) ? 1U : 0U);
+    m_items.push_back({rect, node, kind | static_cast<std::uint32_t>(depth) << 5U});
 }
 
 } // namespace morlaine

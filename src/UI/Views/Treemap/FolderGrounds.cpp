@@ -57,7 +57,7 @@ FolderGrounds::FolderGrounds(const TreemapLayout& layout, const FolderGrounds* f
         }
     };
     std::ranges::for_each(layout.closedFolders(), addFolder);
-    if (items.back().isFolder != 0) {
+    if (items.back().isFolder()) {
         addFolder(items.size() - 1);
     }
 }

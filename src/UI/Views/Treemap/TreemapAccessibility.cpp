@@ -44,7 +44,7 @@ public:
     QStringList actionNames() const override
     {
         QStringList names{pressAction()};
-        if (isValid() && m_canvas.layout().items()[m_position].isFolder != 0) {
+        if (isValid() && m_canvas.layout().items()[m_position].isFolder()) {
             names.append(zoomAction());
         }
         return names;

@@ -26,7 +26,7 @@ Info info(const FileNode& node, const Color& color)
 /// Only the outermost folders can be hit.
 bool canBePointedAt(const TreemapLayout::Item& item)
 {
-    return isLargeEnoughToPointAt(item.rect) && (item.isFolder == 0 || item.depth == 0);
+    return isLargeEnoughToPointAt(item.rect) && (!item.isFolder() || item.depth() == 0);
 }
 
 /// A rectangle, mirrored or turned so that the move goes to the right.
@@ -69,7 +69,7 @@ std::optional<std::size_t> neighbour(const TreemapLayout& layout, std::size_t fr
 {
     const std::span<const TreemapLayout::Item> items = layout.items();
     const Turned start = turned(items[from].rect, move);
-    const bool entersFolder = items[from].isFolder != 0 && from + 1 < items.size() && items[from + 1].depth > 0;
+    const bool entersFolder = items[from].isFolder() && from + 1 < items.size() && items[from + 1].depth() > 0;
     // A file in a folder can never begin at the folder's own edge.
     const double front = entersFolder ? start.begin + 1 : start.end;
     std::optional<std::size_t> nearest;

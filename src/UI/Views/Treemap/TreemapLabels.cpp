@@ -151,7 +151,7 @@ void paint(QImage& image, const TreemapLayout& layout)
         }
         for (const TreemapLayout::Item& item : layout.itemsOfBlock(block)) {
             const std::optional<Decide::Labels> labels = Decide::labelsIn(item.rect);
-            if (labels && item.isFolder == 0) {
+            if (labels && !item.isFolder()) {
                 const FileNode node = FileNode::at(layout.tree(), item.node);
                 painter.paint(*labels, shownText(node.name()), QString::fromStdString(node.formattedSize()));
             }

@@ -94,10 +94,10 @@ public:
         } else {
             std::uint32_t deepest = 0;
             for (const TreemapLayout::Item& item : m_scene.layout->items()) {
-                deepest = std::max<std::uint32_t>(deepest, item.depth);
+                deepest = std::max(deepest, item.depth());
             }
             for (std::uint32_t depth = 0; depth <= deepest; ++depth) {
-                paintRects(pixels, [depth](const TreemapLayout::Item& item) { return item.depth == depth; });
+                paintRects(pixels, [depth](const TreemapLayout::Item& item) { return item.depth() == depth; });
             }
         }
         m_tile.copyTo(bits, bytesPerLine);
@@ -127,9 +127,9 @@ private:
     void paintItem(const TreemapLayout::Item& item)
     {
         const Tree& tree = m_scene.layout->tree();
-        if (item.isFolder == 0) {
+        if (!item.isFolder()) {
             const bool isDimmed = m_isSearching && !m_scene.highlightIDs.contains(tree, item.node);
-            m_tile.paint(item.rect, m_brushes.file(item.category, isDimmed));
+            m_tile.paint(item.rect, m_brushes.file(item.category(), isDimmed));
             return;
         }
         const auto index = static_cast<std::size_t>(&item - m_scene.layout->items().data());
@@ -139,7 +139,7 @@ private:
                 m_tile.brushOf({TreemapTile::pixelOf(*ground), static_cast<float>(Decide::folderFillOpacity)});
             m_tile.paint(Decide::folderFill(item.rect), brush);
         }
-        m_tile.paint(item.rect, m_brushes.folder(item.depth));
+        m_tile.paint(item.rect, m_brushes.folder(item.depth()));
     }
 
     const Scene& m_scene;
