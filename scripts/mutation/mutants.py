@@ -12,7 +12,9 @@ ARITHMETIC = {"+": "add", "-": "sub", "*": "mul", "/": "div"}
 OTHER = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==", "+": "-", "-": "+", "*": "+", "/": "*"}
 # What only saves time or memory, so that no test can tell, and what sets a variable, so that the compiler tells.
 HARMLESS = re.compile(
-    r"\b(reserve|shrink_to_fit|shrinkToFit|assert|static_assert|notify_one|Q_UNUSED)\b|^\(void\)|memcpy\(&four")
+    r"\b(reserve|shrink_to_fit|shrinkToFit|assert|static_assert|notify_one|Q_UNUSED)\b|^\(void\)|memcpy\(&")
+
+LITERAL = re.compile(r"'.'|\d+")  # calculations with these may have to be done by the compiler
 
 
 @dataclasses.dataclass
@@ -87,7 +89,8 @@ class Finder:
         begin, end = self.range(cursor)
         kinds = {side.type.get_canonical().kind for side in [left, right]}
         is_known = not kinds & {TypeKind.DEPENDENT, TypeKind.UNEXPOSED, TypeKind.VECTOR}
-        is_number = is_known and not kinds & {TypeKind.POINTER, TypeKind.RECORD}
+        is_constant = all(LITERAL.fullmatch(self.shortened(side)) for side in [left, right])
+        is_number = is_known and not is_constant and not kinds & {TypeKind.POINTER, TypeKind.RECORD}
         if sign in COMPARISONS and is_known or sign in ARITHMETIC and is_number:
             name = (COMPARISONS | ARITHMETIC)[sign]
             self.add(cursor, f"{sign} becomes {OTHER[sign]} in {self.shortened(cursor)}", (begin, 0, f"mutant::{name}(@, "),

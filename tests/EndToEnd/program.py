@@ -122,16 +122,18 @@ class Program:
         self.desktop.display.press("Ctrl+O")
         self.scan_in_dialog(folder)
 
+    def wait_for_rest(self, look, what):
+        """Returns what `look` finds as soon as it finds the same twice in a row."""
+        found = [None]
+
+        def rests():
+            found.append(look())
+            return found[-1] if found[-1] == found[-2] else None
+
+        return self.wait_for(rests, f"{what} to rest")
+
     def place(self, role, name):
-        """The extents of an item as soon as it exists and rests."""
-        seen = [None]
-
-        def resting():
-            node = self.find(role, name)
-            seen.append(node and node.extents)
-            return seen[-1] if seen[-1] == seen[-2] else None
-
-        return self.wait_for(resting, f'{role} "{name}" to rest')
+        return self.wait_for_rest(lambda: (node := self.find(role, name)) and node.extents, f'{role} "{name}"')
 
     def click(self, role, name):
         """Clicks on an item."""

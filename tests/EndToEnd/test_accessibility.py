@@ -26,33 +26,24 @@ class AccessibilityTest(EndToEndTest):
         self.program.wait_for_item("list", "Treemap")
 
     def items(self):
-        """What is shown once it rests, in the order of the tree: the item, its role, its name and which of the states
-        it has; not what is inside the items of lists."""
-        seen = [[]]
+        """The controls that are shown, with role, name and states; not what is inside the items of lists."""
 
         def collect(node):
-            if node.is_("showing"):
-                role = node.role
-                states = {state for state in ("focusable", "sensitive") if node.is_(state)}
-                seen[-1].append((node, role, node.name, states))
-                if role not in ("list item", "combo box"):
-                    for child in node.children:
-                        collect(child)
+            if not node.is_("showing"):
+                return []
+            role = node.role
+            states = {state for state in ("focusable", "sensitive") if node.is_(state)}
+            inside = [] if role in ("list item", "combo box") else node.children
+            own = [(node, role, node.name, states)] if role in CONTROLS else []
+            return sum(map(collect, inside), own)
 
-        def rests():
-            seen.append([])
-            collect(self.program.active_window())
-            before, now = [[item for item in items if item[1] != "label"] for items in seen[-2:]]  # a clock may run
-            return before == now
-
-        self.program.wait_for(rests, "everything to rest")
-        return seen[-1]
+        return self.program.wait_for_rest(lambda: collect(self.program.active_window()), "everything")
 
     def check(self, state):
         """That everything has a name, and that the Tab key goes to every control and loses the focus nowhere."""
         with self.subTest(state=state):
             items = self.items()
-            unnamed = [node.outline() for node, role, name, _ in items if role in CONTROLS and not name]
+            unnamed = [node.outline() for node, _, name, _ in items if not name]
             # Qt's own stacks of pages, of which one is shown, are panes without a meaning.
             self.assertEqual([outline for outline in unnamed if not outline.startswith("layered pane")], [])
             deaf = {name for _, role, name, states in items if role == "push button" and states == {"sensitive"}}
@@ -73,7 +64,7 @@ class AccessibilityTest(EndToEndTest):
 
     def places(self, *names):
         """Where items with these names come in the order of the tree."""
-        order = [name for _, _, name, _ in self.items()]
+        order = [node.name for node in self.program.active_window().all()]
         return [len(order) - order[::-1].index(name) for name in names]  # "Inspector" is a toggle, too
 
     def wait_for_notification(self, text):

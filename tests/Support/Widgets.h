@@ -38,14 +38,10 @@ inline QAbstractButton* buttonIn(const QWidget& root, const char* name)
     return nullptr;
 }
 
-/// Waits until the widget's window is on the screen, or has the keyboard.
+/// Waits until the widget's window is on the screen.
 [[nodiscard]] inline bool waitUntilExposed(QWidget* widget)
 {
     return QTest::qWaitForWindowExposed(widget, longEnoughInMilliseconds);
-}
-[[nodiscard]] inline bool waitUntilActive(QWidget* widget)
-{
-    return QTest::qWaitForWindowActive(widget, longEnoughInMilliseconds);
 }
 
 /// The menu that opens on that request; throws if none does.

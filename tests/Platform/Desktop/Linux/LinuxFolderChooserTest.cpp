@@ -175,7 +175,7 @@ TEST_F(LinuxFolderChooserTest, TakesWhatTheLineOfItsOwnDialogSays)
         EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
         EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Select Folder to Scan"));
         dialog->activateWindow();
-        ASSERT_TRUE(test::waitUntilActive(dialog));
+        ASSERT_TRUE(test::waitUntil([dialog] { return dialog->isActiveWindow(); }));
         QTest::keyClicks(dialog->focusWidget(), each.typed); // replaces the selected text
         const auto* list = dialog->findChildren<QListWidget*>().back();
         if (each.keys.size() > 1) {

@@ -312,7 +312,7 @@ TEST_F(TreemapViewTest, ShowsTheFocusAndLeavesShortcutsToTheWindow)
 {
     showTree();
     m_view.activateWindow();
-    ASSERT_TRUE(test::waitUntilActive(&m_view));
+    ASSERT_TRUE(test::waitUntil([this] { return m_view.isActiveWindow(); }));
     m_canvas->clearFocus();
     const QColor plain = pixel({0, 0});
     m_canvas->setFocus(Qt::TabFocusReason);

@@ -60,7 +60,7 @@ protected:
                                        std::make_unique<FakeFolderChooser>(choices));
         window->show();
         window->activateWindow();
-        EXPECT_TRUE(test::waitUntilActive(window.get()));
+        EXPECT_TRUE(test::waitUntil([this] { return window->isActiveWindow(); }));
     }
 
     [[nodiscard]] MainViewModel& state() { return window->viewModel(); }
