@@ -83,7 +83,7 @@ TEST(ReadAhead, ListsEachFolderOnceAndNoneThatTheWalkLeavesOut)
 {
     const auto fileSystem = std::make_shared<FakeFileSystem>();
     for (const std::string folder : {"/a", "/Volumes/usb", "/System/Volumes/Data", "/dev", "/.vol", "/b/dev", "/b/c"}) {
-        for (const char* inner : {"/x", "/only/P.app/in", "/y", "/P.app/in", "/link/in", "/mount/in"}) {
+        for (const char* inner : {"/x", "/only/P.app/in", "/y", "/P.app/in", "/P.app/.in", "/link/in", "/mount/in"}) {
             fileSystem->addFile(folder + inner + "/file", 1);
         }
         fileSystem->addFolder(folder + "/P.app").values->isPackage = true;
