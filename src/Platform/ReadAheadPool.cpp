@@ -4,6 +4,7 @@
 #include "Platform/Waits.h"
 
 #include <algorithm>
+#include <functional>
 #include <new>
 
 namespace morlaine {
@@ -11,9 +12,9 @@ namespace morlaine {
 namespace {
 
 constexpr std::size_t bytesOfBranch = 512; // with its folder, without names
-constexpr std::size_t mostSpareContents = 64;
+constexpr std::size_t mostSpareContents = 512;
 constexpr std::size_t listingsPerSample = 4; // asking how often a thread has waited costs a hundredth of a listing
-constexpr std::chrono::milliseconds longListing{1};
+constexpr std::chrono::milliseconds longListing{100};
 constexpr std::chrono::milliseconds patienceForDescriptors{100};
 
 } // namespace
@@ -52,7 +53,7 @@ bool ReadAheadPool::list(Place& place, FolderContents& contents, const std::stop
     }
     if (branch.state == Branch::State::ready) {
         std::swap(contents, branch.contents);
-        take(branch);
+        branch.isTaken = true;
         if (m_spareContents.size() < mostSpareContents) {
             m_spareContents.push_back(std::move(branch.contents));
         }
@@ -67,16 +68,7 @@ bool ReadAheadPool::list(Place& place, FolderContents& contents, const std::stop
     return listForWalk(branch, contents, stop, pace);
 }
 
-void ReadAheadPool::take(Branch& branch)
-{
-    branch.isTaken = true;
-    branch.toEnter = branch.subfolders.count();
-    for (const Branch* begun = branch.firstBegun; begun != nullptr; begun = begun->nextBegun) {
-        ++branch.toEnter;
-    }
-}
-
-/// While a helper reads the branch, the walk lists other folders, unless the helper seems to wait for a disk.
+/// While a helper reads the branch, the walk lists other folders, unless the helper seems to hang.
 void ReadAheadPool::waitFor(Branch& branch, Lock& lock, const std::stop_token& stop)
 {
     while (branch.state == Branch::State::reading && !stop.stop_requested()) {
@@ -114,9 +106,10 @@ bool ReadAheadPool::listForWalk(Branch& branch, FolderContents& contents, const 
         return true;
     }
     const Lock lock(m_mutex);
+    branch.isTaken = true;
+    branch.toEnter = subfolders.count();
     branch.subfolders = std::move(subfolders);
-    take(branch);
-    m_notBegun += branch.subfolders.count();
+    m_notBegun += branch.toEnter;
     m_order.splice(m_order.begin(), branch.outOfOrder); // the nearest place to the walk
     callHelper();
     return true;
@@ -277,6 +270,7 @@ ReadAheadPool::Branch& ReadAheadPool::add(Branch& parent, std::string_view name)
     branch.isApart = false;
     branch.nextBegun = nullptr;
     branch.isTaken = false;
+    branch.toEnter = 0;
     branch.self = m_spareBranches.begin();
     m_branches.splice(m_branches.begin(), m_spareBranches, branch.self);
     return branch;
@@ -309,12 +303,13 @@ void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token&
     std::size_t counted = 0;
     bool isListed = false;
     try {
-        isListed = folderOf(branch).list(contents, stop, [&](const FolderContents& soFar) {
+        const auto pace = [&](const FolderContents& soFar) {
             const std::int64_t before = waitsOfThisThread();
             const bool goesOn = countAsHeld(branch, counted, soFar.bytes(), mayPause);
             waits += waitsOfThisThread() - before;
             return goesOn;
-        });
+        };
+        isListed = folderOf(branch).list(contents, stop, std::ref(pace));
         if (isListed) {
             findSubfolders(branch, contents, subfolders);
         }
@@ -338,7 +333,8 @@ void ReadAheadPool::readAhead(Branch& branch, Lock& lock, const std::stop_token&
         m_limits.hold(branch.bytes);
         branch.contents = std::move(contents);
         branch.subfolders = std::move(subfolders);
-        m_notBegun += branch.subfolders.count();
+        branch.toEnter = branch.subfolders.count();
+        m_notBegun += branch.toEnter;
     }
     branch.state = isListed ? Branch::State::ready : Branch::State::untried;
     if (branch.subfolders.count() == 0) {

@@ -83,9 +83,9 @@ public:
         std::list<Branch*>::iterator place = outOfOrder.begin();
         std::list<Branch>::iterator self;
 
-        // Used by the walk only.
+        // Used by the walk only, once the folder is listed.
         bool isTaken = false;    // the walk has the listing
-        std::size_t toEnter = 0; // once taken: subfolders that the walk has not reached
+        std::size_t toEnter = 0; // subfolders that the walk has not reached
     };
 
     /// A folder of the walk: a subfolder of `parent`, or the top.
@@ -122,7 +122,6 @@ private:
 
     [[nodiscard]] Branch& find(Branch& parent, std::string_view name);
     void leaveUnfinished(Branch& branch);
-    static void take(Branch& branch);
     [[nodiscard]] bool listForWalk(Branch& branch, FolderContents& contents, const std::stop_token& stop,
                                    const ListingPace& pace);
     void waitFor(Branch& branch, Lock& lock, const std::stop_token& stop);

@@ -3,7 +3,9 @@
 #include "Platform/Linux/LinuxFolder.h"
 #include "Platform/Linux/Measure.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <thread>
 
 namespace morlaine {
 
@@ -35,7 +37,9 @@ std::optional<std::uint64_t> LinuxFileSystem::volumeIdentifier(const FileUrl& ur
 
 std::size_t LinuxFileSystem::usefulReaders() const noexcept
 {
-    return 2; // measured on two processors
+    constexpr std::size_t most = 2; // more were not measured
+    const std::size_t processors = std::max(std::thread::hardware_concurrency(), 2U);
+    return std::min(processors - 1, most); // the walk reads too, on another one
 }
 
 std::unique_ptr<Folder> LinuxFileSystem::folder(const FileUrl& url) const
