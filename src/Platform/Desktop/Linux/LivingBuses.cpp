@@ -17,11 +17,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A window must not wait long for a bus that hangs, unless Qt's variable says that somebody depends on assistive
-/// programs: to them, a window without these is worth nothing.
+/// A window must not wait long for a bus that hangs. If Qt's variable says that somebody depends on assistive programs,
+/// a busy machine gets more time: to them, a window without these is worth nothing.
 std::chrono::milliseconds patience(std::chrono::milliseconds usual)
 {
-    return qEnvironmentVariableIntValue("QT_LINUX_ACCESSIBILITY_ALWAYS_ON") == 1 ? 60s : usual;
+    return qEnvironmentVariableIntValue("QT_LINUX_ACCESSIBILITY_ALWAYS_ON") == 1 ? 1s : usual;
 }
 
 template <typename Reply>
