@@ -29,20 +29,6 @@ std::filesystem::path cacheFile()
     return std::filesystem::temp_directory_path() / "morlaine-bench-cache.json";
 }
 
-bool writeCache(const FileNode& root)
-{
-    AtomicFile file(FileUrl::fromPath(cacheFile().native()));
-    return file.isOpen() && encodeFileNode(root, file) && file.commit();
-}
-
-std::optional<FileNode> readCache()
-{
-    QFile file(cacheFile());
-    file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    auto result = decodeFileNode(file);
-    return std::holds_alternative<FileNode>(result) ? std::optional(std::get<FileNode>(result)) : std::nullopt;
-}
-
 /// The lower bound for a reader: a parse that keeps nothing.
 double secondsToParse()
 {
@@ -70,7 +56,7 @@ void writeJson(benchmark::State& state)
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(std::filesystem::file_size(cacheFile())));
     state.counters["write_extra_mib"] = static_cast<double>(extra) / (1024.0 * 1024.0);
     state.counters["nodes"] = static_cast<double>(nodesIn(root));
-    std::filesystem::remove(cacheFile());
+    removeCache();
 }
 
 void readJson(benchmark::State& state)
@@ -95,10 +81,29 @@ void readJson(benchmark::State& state)
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(std::filesystem::file_size(cacheFile())));
     state.counters["read_seconds_per_million"] = median(seconds) * million / static_cast<double>(nodesIn(root));
     state.counters["read_to_parse_ratio"] = median(seconds) / median(parseSeconds);
-    std::filesystem::remove(cacheFile());
+    removeCache();
 }
 
 } // namespace
+
+bool writeCache(const FileNode& root)
+{
+    AtomicFile file(FileUrl::fromPath(cacheFile().native()));
+    return file.isOpen() && encodeFileNode(root, file) && file.commit();
+}
+
+std::optional<FileNode> readCache()
+{
+    QFile file(cacheFile());
+    file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    auto result = decodeFileNode(file);
+    return std::holds_alternative<FileNode>(result) ? std::optional(std::get<FileNode>(result)) : std::nullopt;
+}
+
+void removeCache()
+{
+    std::filesystem::remove(cacheFile());
+}
 
 void registerJsonBenchmarks()
 {

@@ -1,4 +1,5 @@
 #include "GeneratedTree.h"
+#include "GrowthBenchmark.h"
 #include "JsonBenchmark.h"
 #include "ScanBenchmark.h"
 #include "SearchBenchmark.h"
@@ -54,6 +55,7 @@ try {
     morlaine::bench::registerScanBenchmarks(tree);
     morlaine::bench::registerJsonBenchmarks();
     morlaine::bench::registerTreemapBenchmarks(tree);
+    morlaine::bench::registerGrowthBenchmarks();
 
     // Only for benchmarks that need it: an application's memory and work would distort the other measurements.
     std::optional<QApplication> application;
