@@ -121,8 +121,9 @@ TEST(ReadAhead, HoldsBoundedContentsAheadAndReadsNearestFirst)
     FolderContents contents;
     ASSERT_TRUE(top->list(contents, {}));
     const auto count = [&] { return fileSystem->listings().size(); };
-    std::size_t ahead = count();
-    for (int still = 0; ahead <= 10 || still < 20; ++still) { // a busy machine may let the helpers wait for long
+    ASSERT_TRUE(test::waitUntil([&] { return count() > 10; }));
+    std::size_t ahead = 0;
+    for (int still = 0; still < 20; ++still) {
         std::this_thread::sleep_for(5ms);
         still = ahead == std::exchange(ahead, count()) ? still : 0;
     }

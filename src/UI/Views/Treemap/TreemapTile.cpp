@@ -89,7 +89,6 @@ void TreemapTile::restart(const QRect& pixels, QRgb ground)
     m_pixels = pixels;
     m_origin = Pair{static_cast<double>(pixels.left()), static_cast<double>(pixels.top())};
     m_far = Edges{width, height, 0, 0};
-    m_lowest = Edges{0, 0, -any, -any};
     m_highest = Edges{any, any, width - 1, height - 1};
     for (int channel = 0; channel < channels; ++channel) {
         std::fill_n(m_values.begin() + channel * planeSize, planeSize, pixelOf(ground)[channel]);
@@ -169,7 +168,9 @@ void TreemapTile::paint(const Rect& rect, const Brush& brush)
         return;
     }
     // Limits before converting: far-away edges are outside the range of int.
-    const Numbers pixels = __builtin_convertvector(smaller(larger(frame.outer, m_lowest), m_highest), Numbers);
+    constexpr float any = std::numeric_limits<float>::infinity();
+    constexpr Edges lowest{0, 0, -any, -any};
+    const Numbers pixels = __builtin_convertvector(smaller(larger(frame.outer, lowest), m_highest), Numbers);
     const Numbers steps = __builtin_shufflevector(pixels, pixels, 2, 3, 2, 3) - pixels; // from the first to the last
     constexpr std::int64_t belowFour = 0x3'00000003;
     if ((reinterpret_cast<Halves>(steps)[0] & ~belowFour) != 0) {

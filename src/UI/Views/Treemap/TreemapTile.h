@@ -102,10 +102,9 @@ private:
 
     const double m_scale;
     QRect m_pixels;
-    Pair m_origin{};  // left and top of the tile in pixels of the picture
-    Edges m_far{};    // where left and top edges are out of reach, and with opposite signs right and bottom ones
-    Edges m_lowest{}; // limits of the pixels that the edges are taken to lie in
-    Edges m_highest{};
+    Pair m_origin{};   // left and top of the tile in pixels of the picture
+    Edges m_far{};     // where left and top edges are out of reach, and with opposite signs right and bottom ones
+    Edges m_highest{}; // the last pixels that right and bottom edges are taken to lie in
     std::vector<float> m_values; // a plane for each channel, so that four pixels are painted at once
 };
 
