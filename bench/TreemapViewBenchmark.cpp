@@ -6,9 +6,11 @@
 #include "ScanBenchmark.h"
 #include "UI/Views/Treemap/FolderGrounds.h"
 #include "UI/Views/Treemap/TreemapCanvas.h"
-#include "UI/Views/Treemap/TreemapPainter.h"
+#include "UI/Views/Treemap/TreemapLabels.h"
+#include "UI/Views/Treemap/TreemapTiles.h"
 
 #include <QCoreApplication>
+#include <QImage>
 #include <QPalette>
 
 #include <benchmark/benchmark.h>
@@ -17,6 +19,7 @@
 #include <cmath>
 #include <memory>
 #include <random>
+#include <thread>
 #include <vector>
 
 namespace morlaine::bench {
@@ -76,10 +79,15 @@ std::shared_ptr<const TreemapLayout> fiftyThousandFiles()
     return layout;
 }
 
-QPixmap paint(const std::shared_ptr<const TreemapLayout>& rects, const QSize& size)
+QImage paint(const std::shared_ptr<const TreemapLayout>& rects, const QSize& size)
 {
-    return TreemapPainter::paintBase(
-        {rects, {}, TreemapPainter::ground(QPalette()), size, 1, std::make_shared<const FolderGrounds>(*rects)});
+    QImage image =
+        TreemapTiles::start(
+            {rects, {}, TreemapTiles::ground(QPalette()), size, 1, std::make_shared<const FolderGrounds>(*rects)})
+            ->paint()
+            .value();
+    TreemapLabels::paint(image, *rects);
+    return image;
 }
 
 void basePaint(benchmark::State& state)
@@ -87,7 +95,7 @@ void basePaint(benchmark::State& state)
     const auto rects = fiftyThousandFiles();
     std::vector<double> seconds;
     for (auto _ : state) {
-        QPixmap picture;
+        QImage picture;
         seconds.push_back(secondsOf([&] { picture = paint(rects, window); }));
         state.SetIterationTime(seconds.back());
         benchmark::DoNotOptimize(picture);
@@ -138,6 +146,9 @@ void resizeStep(benchmark::State& state, const std::string& tree)
     int step = 0;
     for (auto _ : state) {
         const QSize size = window - QSize(0, ++step % 2);
+        while (layout->isBeingRead()) { // by a helper at its last tile
+            std::this_thread::yield();
+        }
         seconds.push_back(secondsOf([&] {
             layOut(root, size, *layout);
             rectangles = layout->size();

@@ -30,27 +30,47 @@ public:
     template <typename Work, typename Use>
     void finish(Work work, Use use)
     {
-        std::vector<bool> isDone(m_pieces.size());
+        (void)goOn(work, use, [] { return false; });
+    }
+
+    /// The same, until `mustPause()`, which is asked after each piece. Returns whether all pieces are done; if not,
+    /// call it again on the same thread.
+    template <typename Work, typename Use, typename MustPause>
+    [[nodiscard]] bool goOn(Work work, Use use, MustPause mustPause)
+    {
         while (const std::optional<std::size_t> number = takeNext()) {
             work(*number);
-            isDone[*number] = true;
+            m_pieces[*number].isDone = true;
+            if (mustPause()) {
+                return false;
+            }
         }
-        for (std::size_t number = 0; number < m_pieces.size(); ++number) {
-            if (isDone[number]) {
+        while (m_used < m_pieces.size()) {
+            const std::size_t number = m_used++;
+            const Piece& piece = m_pieces[number];
+            if (piece.isDone) {
                 continue;
             }
-            if (const Piece& piece = m_pieces[number]; piece.isFinished.load(std::memory_order_acquire)) {
+            if (piece.isFinished.load(std::memory_order_acquire)) {
                 use(number, piece.result);
             } else {
                 work(number);
             }
+            if (mustPause()) {
+                return false;
+            }
         }
+        return true;
     }
+
+    /// Helpers end after the piece that each is at.
+    void abandon() { m_next.store(m_pieces.size(), std::memory_order_relaxed); }
 
 private:
     struct Piece {
         Result result{};
-        std::atomic<bool> isFinished{false};
+        std::atomic<bool> isFinished{false}; // by a helper
+        bool isDone = false;                 // by the thread that wants it
     };
 
     [[nodiscard]] std::optional<std::size_t> takeNext()
@@ -61,6 +81,7 @@ private:
 
     std::vector<Piece> m_pieces;
     std::atomic<std::size_t> m_next{0};
+    std::size_t m_used = 0; // the results before it are used
 };
 
 } // namespace morlaine

@@ -101,7 +101,7 @@ std::optional<QColor> groundOf(const FileNode& folder, const NodeIDSet& hits)
 
 } // namespace
 
-QImage plainPicture(const TreemapPainter::Scene& scene)
+QImage plainPicture(const TreemapScene& scene)
 {
     const double scale = scene.devicePixelRatio;
     const QSizeF size = QSizeF(scene.size) * scale;

@@ -85,6 +85,13 @@ public:
     /// The tree of all nodes. Requires that there are rectangles.
     [[nodiscard]] const Tree& tree() const noexcept { return m_folder->tree(); }
 
+    /// Whether both show the same folder of a tree.
+    [[nodiscard]] bool isOfSameFolder(const TreemapLayout& other) const noexcept
+    {
+        return !empty() && !other.empty() && &tree() == &other.tree() &&
+               m_folder->position() == other.m_folder->position();
+    }
+
     /// The index of the first file at a point, else of the first (outermost) folder there. Left and top edges belong to
     /// a rectangle, right and bottom edges do not.
     [[nodiscard]] std::optional<std::size_t> hitTest(double x, double y) const noexcept;

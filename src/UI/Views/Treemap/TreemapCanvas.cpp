@@ -4,7 +4,7 @@
 #include "UI/Styles/TextStyles.h"
 #include "UI/Styles/Theme.h"
 #include "UI/Views/Treemap/FolderGrounds.h"
-#include "UI/Views/Treemap/TreemapPainter.h"
+#include "UI/Views/Treemap/TreemapMarks.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -14,12 +14,17 @@
 #include <QPainter>
 #include <QStyleHints>
 
-#include <new>
 #include <utility>
 
 namespace morlaine {
 
-TreemapCanvas::TreemapCanvas(QWidget* parent) : QWidget(parent)
+TreemapCanvas::TreemapCanvas(QWidget* parent)
+    : QWidget(parent)
+    , m_picture([this] { return scene(); },
+                [this] {
+                    update();
+                    Q_EMIT painted();
+                })
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
@@ -33,13 +38,17 @@ void TreemapCanvas::showLayout(std::shared_ptr<const TreemapLayout> layout, cons
 {
     m_layout = std::move(layout);
     ++m_layoutNumber;
+    m_awaitsLayout = false;
     if (m_grounds && (m_layout->empty() || !m_grounds->isOf(m_layout->tree()))) {
         m_grounds.reset();
     }
     m_text = text;
     setAccessibleDescription(m_layout->empty() ? text : QString());
     m_selectedPosition.reset();
-    forgetBase();
+    if (m_layout->empty()) {
+        m_picture.clear();
+    }
+    repaintRects();
     Q_EMIT layoutShown();
 }
 
@@ -47,7 +56,7 @@ void TreemapCanvas::setHighlightIDs(const NodeIDSet& ids)
 {
     if (!m_highlightIDs.isSameAs(ids)) {
         m_highlightIDs = ids;
-        forgetBase();
+        repaintRects();
     }
 }
 
@@ -78,37 +87,23 @@ std::optional<Rect> TreemapCanvas::selectionMark() const
 void TreemapCanvas::updateMark(const std::optional<Rect>& rect)
 {
     if (rect) {
-        update(TreemapPainter::reachOfMark(*rect));
+        update(TreemapMarks::reachOf(*rect));
     }
 }
 
-void TreemapCanvas::forgetBase()
+void TreemapCanvas::repaintRects()
 {
-    m_base = {};
+    m_picture.outdate(*m_layout);
     update();
 }
 
-const QPixmap& TreemapCanvas::base()
+TreemapScene TreemapCanvas::scene()
 {
-    if (m_base.isNull() || m_base.devicePixelRatio() != devicePixelRatioF()) {
-        m_base = paintedBase();
-        ++m_basePaintCount;
+    if (m_groundsNumber != m_layoutNumber) {
+        m_grounds = std::make_shared<const FolderGrounds>(*m_layout, m_grounds.get());
+        m_groundsNumber = m_layoutNumber;
     }
-    return m_base;
-}
-
-/// Null where memory does not suffice.
-QPixmap TreemapCanvas::paintedBase()
-{
-    try {
-        if (std::exchange(m_groundsNumber, m_layoutNumber) != m_layoutNumber) {
-            m_grounds = std::make_shared<const FolderGrounds>(*m_layout, m_grounds.get());
-        }
-    } catch (const std::bad_alloc&) {
-        return {};
-    }
-    return TreemapPainter::paintBase(
-        {m_layout, m_highlightIDs, TreemapPainter::ground(palette()), size(), devicePixelRatioF(), m_grounds});
+    return {m_layout, m_highlightIDs, TreemapTiles::ground(palette()), size(), devicePixelRatioF(), m_grounds};
 }
 
 bool TreemapCanvas::event(QEvent* event)
@@ -119,7 +114,7 @@ bool TreemapCanvas::event(QEvent* event)
     case QEvent::FontChange:
     case QEvent::PaletteChange:
     case QEvent::StyleChange:
-        forgetBase();
+        repaintRects();
         break;
     case QEvent::ToolTip: {
         const auto* help = static_cast<QHelpEvent*>(event);
@@ -134,7 +129,7 @@ bool TreemapCanvas::event(QEvent* event)
 
 void TreemapCanvas::resizeEvent(QResizeEvent* /*event*/)
 {
-    forgetBase();
+    repaintRects();
     Q_EMIT resized(size());
 }
 
@@ -143,11 +138,11 @@ void TreemapCanvas::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     if (m_layout->empty()) {
         paintText(painter, m_text);
-    } else if (base().isNull()) {
-        paintText(painter, QStringLiteral("There is not enough memory for this."));
     } else {
-        painter.drawPixmap(QPointF(), base());
-        paintMarks(painter);
+        if (!m_awaitsLayout) {
+            m_picture.update(devicePixelRatioF());
+        }
+        paintPicture(painter);
     }
     if (hasFocus() && !m_isFocusedByMouse) {
         paintFocus(painter);
@@ -162,13 +157,27 @@ void TreemapCanvas::paintText(QPainter& painter, const QString& text) const
     painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | Qt::TextWordWrap | Qt::TextForceLeftToRight, text);
 }
 
+void TreemapCanvas::paintPicture(QPainter& painter) const
+{
+    if (m_picture.hasFailed()) {
+        paintText(painter, QStringLiteral("There is not enough memory for this."));
+    } else if (m_picture.isUpToDate()) {
+        painter.drawPixmap(QPointF(), m_picture.pixmap());
+        paintMarks(painter);
+    } else if (m_picture.pixmap().isNull()) {
+        painter.fillRect(rect(), TreemapTiles::ground(palette()));
+    } else {
+        painter.drawPixmap(rect(), m_picture.pixmap());
+    }
+}
+
 void TreemapCanvas::paintMarks(QPainter& painter) const
 {
     if (const std::optional<Rect> mark = selectionMark()) {
-        TreemapPainter::paintSelection(painter, *mark, palette().color(QPalette::Active, QPalette::Highlight));
+        TreemapMarks::paintSelection(painter, *mark, palette().color(QPalette::Active, QPalette::Highlight));
     }
     if (m_hoverMark) {
-        TreemapPainter::paintHover(painter, *m_hoverMark);
+        TreemapMarks::paintHover(painter, *m_hoverMark);
     }
 }
 

@@ -3,8 +3,8 @@
 #include "Core/Treemap/TreemapLayout.h"
 #include "Services/Search/SearchResults.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"
+#include "UI/Views/Treemap/TreemapPicture.h"
 
-#include <QPixmap>
 #include <QString>
 #include <QWidget>
 
@@ -17,7 +17,8 @@ namespace morlaine {
 class FolderGrounds;
 
 /// Shows a layout with a selected rectangle and one under the pointer, and reports user input; it decides nothing. The
-/// rectangles are painted once into a cached pixmap. Moving a mark repaints only its old and its new place.
+/// rectangles are painted once into a cached picture. Moving a mark repaints only its old and its new place. While a
+/// large picture is being painted, the former one is shown, without marks.
 ///
 /// Assistive technology sees a list of the rectangles, see TreemapAccessibility.
 class TreemapCanvas : public QWidget {
@@ -29,6 +30,9 @@ public:
 
     /// `text` is shown while the layout is empty.
     void showLayout(std::shared_ptr<const TreemapLayout> layout, const QString& text);
+    /// Another layout will be shown soon: nothing is painted for the current one.
+    void awaitLayout() { m_awaitsLayout = true; }
+
     [[nodiscard]] const TreemapLayout& layout() const { return *m_layout; }
 
     /// The text that is shown if there are no rectangles.
@@ -47,13 +51,20 @@ public:
     /// The rectangle under the pointer. It need not belong to this layout.
     void setHoverMark(const std::optional<Rect>& rect);
 
-    /// The number of times that the base picture was painted.
-    [[nodiscard]] int basePaintCount() const { return m_basePaintCount; }
+    /// Whether a large picture is being painted, so that another layout should wait for `painted`.
+    [[nodiscard]] bool isPainting() const { return m_picture.isBeingPainted(); }
+
+    /// The number of times that the picture of all rectangles was painted.
+    [[nodiscard]] int basePaintCount() const { return m_picture.paintCount(); }
 
     [[nodiscard]] QSize sizeHint() const override { return {640, 400}; }
 
 Q_SIGNALS:
     void resized(const QSizeF& size);
+
+    /// The large picture is finished, or memory ran out.
+    void painted();
+
     void hovered(const QPointF& point);
     void hoverEnded();
     void clicked(const QPointF& point);
@@ -98,17 +109,18 @@ protected:
 private:
     [[nodiscard]] std::optional<Rect> selectionMark() const;
     [[nodiscard]] QPoint menuPoint() const;
-    [[nodiscard]] const QPixmap& base();
-    [[nodiscard]] QPixmap paintedBase();
-    void forgetBase();
+    [[nodiscard]] TreemapScene scene();
+    void repaintRects();
     void updateMark(const std::optional<Rect>& rect);
     void updateFocusFrame();
     void paintText(QPainter& painter, const QString& text) const;
+    void paintPicture(QPainter& painter) const;
     void paintMarks(QPainter& painter) const;
     void paintFocus(QPainter& painter) const;
 
     std::shared_ptr<const TreemapLayout> m_layout = std::make_shared<const TreemapLayout>();
     int m_layoutNumber = 0;
+    bool m_awaitsLayout = false;
     QString m_text;
     NodeIDSet m_highlightIDs;
     std::optional<std::size_t> m_selectedPosition;
@@ -118,8 +130,7 @@ private:
 
     std::shared_ptr<const FolderGrounds> m_grounds; // of layout `m_groundsNumber`, possibly a previous one
     int m_groundsNumber = 0;
-    QPixmap m_base; // null if it has to be painted
-    int m_basePaintCount = 0;
+    TreemapPicture m_picture;
 };
 
 } // namespace morlaine

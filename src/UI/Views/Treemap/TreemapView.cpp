@@ -15,6 +15,7 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 
+#include <cstdint>
 #include <new>
 #include <utility>
 
@@ -28,6 +29,13 @@ constexpr double sizeWithoutLayout = 20;
 std::optional<Uuid> idOf(const std::optional<FileNode>& node)
 {
     return node ? std::optional(node->id()) : std::nullopt;
+}
+
+/// Whether a layout may take longer than a person notices.
+bool isLarge(const std::optional<FileNode>& root)
+{
+    constexpr std::int64_t many = 20'000;
+    return root && root->fileCount() > many;
 }
 
 /// The accessible form must be registered before the canvas is made.
@@ -75,7 +83,18 @@ void TreemapView::build()
 
 void TreemapView::connectCanvas()
 {
-    connect(m_canvas, &TreemapCanvas::resized, this, &TreemapView::recalculateLayout);
+    m_sizeTimer.setSingleShot(true);
+    connect(&m_sizeTimer, &QTimer::timeout, this, &TreemapView::followSize);
+    connect(m_canvas, &TreemapCanvas::resized, this, [this] {
+        m_isSizePending = true;
+        if (isLarge(m_viewModel.activeRootNode())) {
+            m_canvas->awaitLayout();
+            m_sizeTimer.start();
+        } else {
+            followSize();
+        }
+    });
+    connect(m_canvas, &TreemapCanvas::painted, &m_sizeTimer, qOverload<>(&QTimer::start));
     connect(m_canvas, &TreemapCanvas::hovered, this, [this](const QPointF& point) {
         m_hoverPoint = point;
         updateHoveredRect();
@@ -118,14 +137,23 @@ void TreemapView::readModel()
     }
 }
 
+/// A layout that changes while it is painted would need memory anew, and nobody would see it.
+void TreemapView::followSize()
+{
+    if (m_isSizePending && !m_canvas->isPainting()) {
+        recalculateLayout(m_canvas->size());
+    }
+}
+
 void TreemapView::recalculateLayout(const QSizeF& size)
 {
+    m_isSizePending = false;
     const std::optional<FileNode> root = m_viewModel.activeRootNode();
     const bool isSameRoot = std::exchange(m_rootID, idOf(root)) == idOf(root);
     if (!root) {
         m_computedRects = std::make_shared<TreemapLayout>();
     } else if (size.width() > sizeWithoutLayout && size.height() > sizeWithoutLayout) {
-        if (m_computedRects->isBeingRead()) { // by a paint helper that was too slow
+        if (m_computedRects->isBeingRead()) { // by a picture that is being painted
             m_computedRects = std::make_shared<TreemapLayout>();
         }
         layOut(*root, size);

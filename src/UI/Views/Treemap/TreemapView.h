@@ -8,6 +8,7 @@
 
 #include <QPointF>
 #include <QSizeF>
+#include <QTimer>
 #include <QWidget>
 
 #include <cstddef>
@@ -35,7 +36,9 @@ public:
     [[nodiscard]] const std::optional<TreemapRect>& hoveredRect() const { return m_hoveredRect; }
 
     /// Lays out the shown folder for a canvas of that size. Clears the layout if there is no folder; keeps it for a
-    /// size of 20 or less. Called when the canvas is resized or another folder is shown.
+    /// size of 20 or less. Called when the canvas is resized or another folder is shown. In a large
+    /// folder, only the newest size counts, once the event loop has had its turn and a picture that is being painted is
+    /// finished.
     void recalculateLayout(const QSizeF& size);
 
     /// The file at a point of the canvas, else the outermost folder there.
@@ -50,6 +53,7 @@ private:
     void connectHeader();
 
     void readModel();
+    void followSize();
     void showSelection();
     void showHover();
     void showInfo();
@@ -72,6 +76,8 @@ private:
     std::shared_ptr<TreemapLayout> m_computedRects = std::make_shared<TreemapLayout>();
     std::optional<TreemapRect> m_hoveredRect;
     QPointF m_hoverPoint;
+    bool m_isSizePending = false; // the canvas has another size than the layout
+    QTimer m_sizeTimer;
 
     // The state of the model at the last refresh.
     std::optional<Uuid> m_rootID;

@@ -172,6 +172,23 @@ TEST_F(TreemapViewTest, LaysOutAgainForAnotherSizeAndAnotherFolderOnly)
     EXPECT_TRUE(m_view.computedRects().empty());
 }
 
+TEST_F(TreemapViewTest, EndsWithTheNewestSizeOfALargePicture)
+{
+    std::string text = "root/\n";
+    for (int number = 0; number < 60'000; ++number) {
+        text += "  " + std::to_string(number) + " 9\n";
+    }
+    showTree(text);
+    for (int step = 0; step < 20; ++step) {
+        m_view.resize(600 + 20 * step, 440 + 10 * step);
+        settle();
+    }
+    ASSERT_TRUE(test::waitUntil([this] { return !m_canvas->isPainting(); }));
+    const TreemapRect last = m_view.computedRects()[m_view.computedRects().size() - 1];
+    EXPECT_NEAR(last.rect.x + last.rect.width, m_canvas->width(), 1e-6);
+    EXPECT_NEAR(last.rect.y + last.rect.height, m_canvas->height(), 1e-6);
+}
+
 TEST_F(TreemapViewTest, SelectsWithAClickAndZoomsWithTwo)
 {
     showTree();

@@ -1,4 +1,4 @@
-#include "UI/Views/Treemap/TreemapPainter.h"
+#include "UI/Views/Treemap/TreemapTiles.h"
 
 #include "Core/Treemap/TreemapEngine.h"
 #include "Services/Search/SearchIndex.h"
@@ -9,10 +9,12 @@
 #include "UI/Styles/Conversions.h"
 #include "UI/Views/Treemap/FolderGrounds.h"
 #include "UI/Views/Treemap/TreemapCanvas.h"
+#include "UI/Views/Treemap/TreemapLabels.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -30,6 +32,24 @@ testing::AssertionResult isNear(const QColor& actual, const QColor& expected, in
                                    std::abs(actual.blue() - expected.blue())});
     return (distance <= tolerance ? testing::AssertionSuccess() : testing::AssertionFailure())
            << actual.name().toStdString() << " for " << expected.name().toStdString();
+}
+
+/// A tile a turn.
+QImage paintedInTurns(const TreemapScene& scene)
+{
+    const auto tiles = TreemapTiles::start(scene);
+    std::optional<QImage> image;
+    while (!image) {
+        image = tiles->paint([] { return true; });
+    }
+    return *image;
+}
+
+QImage labelledPicture(const TreemapScene& scene)
+{
+    QImage image = TreemapTiles::start(scene)->paint().value();
+    TreemapLabels::paint(image, *scene.layout);
+    return image;
 }
 
 /// Whether a pixel inside the outline differs from the fill.
@@ -106,7 +126,7 @@ protected:
 
 } // namespace
 
-TEST(TreemapPainterTest, IsThePlainPicture)
+TEST(TreemapTilesTest, IsThePlainPicture)
 {
     std::mt19937 generator(20'010'101);
     std::vector<FileNode> roots{test::scan(FileUrl::fromPath("/usr/include")), test::treeFromText("root/\n" + dust())};
@@ -121,9 +141,10 @@ TEST(TreemapPainterTest, IsThePlainPicture)
             TreemapEngine::layOut(root, {0, 0, size.width() * 1.0, size.height() + 0.4}, *layout);
             ASSERT_FALSE(layout->empty());
             for (const NodeIDSet& highlighted : {NodeIDSet(), hits}) {
-                const TreemapPainter::Scene scene{layout, highlighted, ground,
-                                                  size,   ratio,       std::make_shared<const FolderGrounds>(*layout)};
-                const QImage image = TreemapPainter::paintRects(scene);
+                const TreemapScene scene{layout, highlighted, ground,
+                                         size,   ratio,       std::make_shared<const FolderGrounds>(*layout)};
+                const QImage image = TreemapTiles::start(scene)->paint().value();
+                ASSERT_EQ(paintedInTurns(scene), image);
                 const QImage plain = test::plainPicture(scene);
                 ASSERT_EQ(image.size(), plain.size());
                 const auto [largest, mean] = distance(image, plain);
@@ -134,7 +155,7 @@ TEST(TreemapPainterTest, IsThePlainPicture)
     }
 }
 
-TEST(TreemapPainterTest, LabelsLargeFilesWithinTheirEdges)
+TEST(TreemapLabelsTest, LabelsLargeFilesWithinTheirEdges)
 {
     const QColor color = toQColor(FileCategory(FileCategory::other).color());
     const FileNode root = test::treeFromText("root/\n  " + std::string(200, 'W') + " 1\n");
@@ -142,7 +163,7 @@ TEST(TreemapPainterTest, LabelsLargeFilesWithinTheirEdges)
         const QRect rect(10, 10, width, height);
         const auto layout = std::make_shared<TreemapLayout>();
         TreemapEngine::layOut(root, {10, 10, width * 1.0, height * 1.0}, *layout);
-        const QImage image = TreemapPainter::paintBase({layout, {}, ground, {200, 100}, 1}).toImage();
+        const QImage image = labelledPicture({layout, {}, ground, {200, 100}, 1});
         EXPECT_EQ(hasLabel(image, rect, color), isLabelled) << width;
         EXPECT_FALSE(hasLabel(image, {rect.right() - 4, 10, 7, height}, color)) << "at the edge";
         EXPECT_FALSE(hasLabel(image, {rect.right() + 2, 10, 20, height}, ground)) << "beyond it";
@@ -150,14 +171,14 @@ TEST(TreemapPainterTest, LabelsLargeFilesWithinTheirEdges)
 }
 
 /// The letters, however thin, against what lies beside them.
-TEST(TreemapPainterTest, LabelsAreReadOnEveryColour)
+TEST(TreemapLabelsTest, LabelsAreReadOnEveryColour)
 {
     for (const std::string extension : {"png", "mkv", "mp3", "exe", "zip", "cpp", "pdf", "db", "x"}) {
         const FileNode root = test::treeFromText("root/\n  HHHHHHHHHH." + extension + " 1\n");
         const auto layout = std::make_shared<TreemapLayout>();
         TreemapEngine::layOut(root, {0, 0, 90, 40}, *layout);
         for (const double ratio : {1.0, 2.0}) {
-            const QImage image = TreemapPainter::paintBase({layout, {}, ground, {90, 40}, ratio}).toImage();
+            const QImage image = labelledPicture({layout, {}, ground, {90, 40}, ratio});
             for (const auto& [top, bottom] : {std::pair(6, 16), {19, 27}}) { // the name, the size
                 double best = 0;
                 for (int y = qRound(top * ratio); y < bottom * ratio; ++y) {

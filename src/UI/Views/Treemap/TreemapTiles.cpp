@@ -1,17 +1,11 @@
-#include "UI/Views/Treemap/TreemapPainter.h"
+#include "UI/Views/Treemap/TreemapTiles.h"
 
 #include "Platform/Background.h"
 #include "UI/Styles/Contrast.h"
 #include "UI/Styles/Conversions.h"
-#include "UI/Styles/Theme.h"
 #include "UI/Views/Treemap/FolderGrounds.h"
 #include "UI/Views/Treemap/TreemapDecisions.h"
-#include "UI/Views/Treemap/TreemapLabels.h"
 #include "UI/Views/Treemap/TreemapTile.h"
-#include "Utilities/SharedWork.h"
-
-#include <QImage>
-#include <QPainter>
 
 #include <algorithm>
 #include <array>
@@ -19,9 +13,9 @@
 #include <cstdint>
 #include <cstring>
 #include <new>
-#include <vector>
+#include <utility>
 
-namespace morlaine::TreemapPainter {
+namespace morlaine {
 
 namespace {
 
@@ -72,10 +66,28 @@ bool isTouched(const TreemapLayout::Bounds& area, const TreemapLayout::Bounds& b
     return block.left < area.right && block.top < area.bottom && block.right > area.left && block.bottom > area.top;
 }
 
+QSize pixelsOf(const TreemapScene& scene)
+{
+    const QSizeF size = QSizeF(scene.size) * scene.devicePixelRatio;
+    return {static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height()))};
+}
+
+qsizetype bytesPerLine(const QRect& tile)
+{
+    return tile.width() * static_cast<qsizetype>(sizeof(QRgb));
+}
+
+uchar* bitsOf(QImage& image, const QRect& tile)
+{
+    return image.bits() + tile.top() * image.bytesPerLine() + tile.left() * static_cast<qsizetype>(sizeof(QRgb));
+}
+
+} // namespace
+
 /// Paints the rectangles in a part of the picture, each over the previous ones.
-class TilePainter {
+class TreemapTiles::Painter {
 public:
-    explicit TilePainter(const Scene& scene)
+    explicit Painter(const TreemapScene& scene)
         : m_scene(scene)
         , m_isSearching(!scene.highlightIDs.empty())
         , m_tile(scene.devicePixelRatio)
@@ -142,150 +154,89 @@ private:
         m_tile.paint(item.rect, m_brushes.folder(item.depth()));
     }
 
-    const Scene& m_scene;
+    const TreemapScene& m_scene;
     const bool m_isSearching;
     TreemapTile m_tile;
     const Brushes m_brushes;
 };
 
-/// The tiles of a picture.
-class Tiles {
-public:
-    explicit Tiles(const Scene& scene)
-        : m_scene(scene)
-        , m_reading(scene.layout)
-        , m_work(static_cast<std::size_t>(columns() * rows()))
-    {
-    }
-
-    /// Never waits for helpers.
-    [[nodiscard]] QImage paint()
-    {
-        const QSize size = pixelsOf(m_scene);
-        QImage image(size, QImage::Format_RGB32);
-        if (image.isNull()) {
-            throw std::bad_alloc();
-        }
-        TilePainter painter(m_scene);
-        m_work.finish(
-            [&](std::size_t tile) { painter.paint(rectOf(tile), bitsOf(image, rectOf(tile)), image.bytesPerLine()); },
-            [&](std::size_t tile, const std::vector<QRgb>& pixels) { copy(tile, pixels, image); });
-        return image;
-    }
-
-    /// On a helper thread.
-    void help()
-    {
-        TilePainter painter(m_scene);
-        m_work.help([&](std::size_t tile, std::vector<QRgb>& pixels) {
-            const QRect rect = rectOf(tile);
-            pixels.resize(static_cast<std::size_t>(rect.width() * rect.height()));
-            painter.paint(rect, reinterpret_cast<uchar*>(pixels.data()), bytesPerLine(rect));
-        });
-    }
-
-private:
-    static QSize pixelsOf(const Scene& scene)
-    {
-        const QSizeF size = QSizeF(scene.size) * scene.devicePixelRatio;
-        return {static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height()))};
-    }
-
-    static qsizetype bytesPerLine(const QRect& tile) { return tile.width() * static_cast<qsizetype>(sizeof(QRgb)); }
-
-    static uchar* bitsOf(QImage& image, const QRect& tile)
-    {
-        return image.bits() + tile.top() * image.bytesPerLine() + tile.left() * static_cast<qsizetype>(sizeof(QRgb));
-    }
-
-    [[nodiscard]] int columns() const
-    {
-        return (pixelsOf(m_scene).width() + TreemapTile::side - 1) / TreemapTile::side;
-    }
-    [[nodiscard]] int rows() const { return (pixelsOf(m_scene).height() + TreemapTile::side - 1) / TreemapTile::side; }
-
-    [[nodiscard]] QRect rectOf(std::size_t tile) const
-    {
-        const int column = static_cast<int>(tile) % columns();
-        const int row = static_cast<int>(tile) / columns();
-        constexpr int side = TreemapTile::side;
-        return QRect(column * side, row * side, side, side) & QRect({}, pixelsOf(m_scene));
-    }
-
-    void copy(std::size_t tile, const std::vector<QRgb>& pixels, QImage& image) const
-    {
-        const QRect rect = rectOf(tile);
-        const QRgb* from = pixels.data();
-        uchar* to = bitsOf(image, rect);
-        for (int y = 0; y < rect.height(); ++y) {
-            std::memcpy(to, from, static_cast<std::size_t>(bytesPerLine(rect)));
-            from += rect.width();
-            to += image.bytesPerLine();
-        }
-    }
-
-    const Scene m_scene;
-    const TreemapLayout::Reading m_reading;
-    SharedWork<std::vector<QRgb>> m_work;
-};
-
-void paintMark(QPainter& painter, const Rect& rect, const QColor& color, double fillOpacity,
-               const Decide::Outline& outline)
-{
-    QPen pen(Theme::withOpacity(color, outline.opacity), outline.width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
-    pen.setMiterLimit(10);
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(toQRectF(rect), Theme::withOpacity(color, fillOpacity));
-    painter.setPen(pen);
-    painter.drawRect(toQRectF(rect));
-    painter.restore();
-}
-
-} // namespace
-
-QImage paintRects(const Scene& scene)
-{
-    const auto tiles = std::make_shared<Tiles>(scene);
-    // Starting a thread costs as much as painting a thousand rectangles.
-    constexpr std::size_t worthAThread = 20'000;
-    Background::startHelpers("paint", scene.layout->size() / worthAThread, [tiles] { tiles->help(); });
-    QImage image = tiles->paint();
-    image.setDevicePixelRatio(scene.devicePixelRatio);
-    return image;
-}
-
-QPixmap paintBase(const Scene& scene)
-{
-    try {
-        QImage image = paintRects(scene);
-        TreemapLabels::paint(image, *scene.layout);
-        return QPixmap::fromImage(std::move(image));
-    } catch (const std::bad_alloc&) {
-        return {};
-    }
-}
-
-void paintSelection(QPainter& painter, const Rect& rect, const QColor& accent)
-{
-    paintMark(painter, rect, accent, Decide::selectionFillOpacity, Decide::selectionOutline);
-}
-
-void paintHover(QPainter& painter, const Rect& rect)
-{
-    paintMark(painter, rect, Qt::white, Decide::hoverFillOpacity, Decide::hoverOutline);
-}
-
-QRect reachOfMark(const Rect& rect)
-{
-    const int beyond = static_cast<int>(std::ceil(Decide::selectionOutline.width / 2)) + 1;
-    return toQRectF(rect).toAlignedRect().adjusted(-beyond, -beyond, beyond, beyond);
-}
-
-QColor ground(const QPalette& palette)
+QColor TreemapTiles::ground(const QPalette& palette)
 {
     constexpr QColor dark(24, 26, 30);
     return mixed(palette.color(QPalette::Window), dark, 0.09);
 }
 
-} // namespace morlaine::TreemapPainter
+std::shared_ptr<TreemapTiles> TreemapTiles::start(const TreemapScene& scene)
+{
+    auto tiles = std::make_shared<TreemapTiles>(scene);
+    Background::startHelpers("paint", scene.layout->size() / worthAThread, [tiles] { tiles->help(); });
+    return tiles;
+}
+
+TreemapTiles::TreemapTiles(const TreemapScene& scene)
+    : m_scene(scene)
+    , m_reading(scene.layout)
+    , m_painter(std::make_unique<Painter>(m_scene))
+    , m_image(pixelsOf(scene), QImage::Format_RGB32)
+    , m_work(static_cast<std::size_t>(columns() * rows()))
+{
+    if (m_image.isNull()) {
+        throw std::bad_alloc();
+    }
+    m_image.setDevicePixelRatio(scene.devicePixelRatio);
+}
+
+TreemapTiles::~TreemapTiles() = default;
+
+std::optional<QImage> TreemapTiles::paint(const std::function<bool()>& mustPause)
+{
+    const bool isFinished = m_work.goOn(
+        [&](std::size_t tile) {
+            m_painter->paint(rectOf(tile), bitsOf(m_image, rectOf(tile)), m_image.bytesPerLine());
+        },
+        [&](std::size_t tile, const std::vector<QRgb>& pixels) { copy(tile, pixels); }, mustPause);
+    return isFinished ? std::optional(std::move(m_image)) : std::nullopt;
+}
+
+/// On a helper thread.
+void TreemapTiles::help()
+{
+    Painter painter(m_scene);
+    m_work.help([&](std::size_t tile, std::vector<QRgb>& pixels) {
+        const QRect rect = rectOf(tile);
+        pixels.resize(static_cast<std::size_t>(rect.width() * rect.height()));
+        painter.paint(rect, reinterpret_cast<uchar*>(pixels.data()), bytesPerLine(rect));
+    });
+}
+
+int TreemapTiles::columns() const
+{
+    return (pixelsOf(m_scene).width() + TreemapTile::side - 1) / TreemapTile::side;
+}
+
+int TreemapTiles::rows() const
+{
+    return (pixelsOf(m_scene).height() + TreemapTile::side - 1) / TreemapTile::side;
+}
+
+QRect TreemapTiles::rectOf(std::size_t tile) const
+{
+    const int column = static_cast<int>(tile) % columns();
+    const int row = static_cast<int>(tile) / columns();
+    constexpr int side = TreemapTile::side;
+    return QRect(column * side, row * side, side, side) & QRect({}, pixelsOf(m_scene));
+}
+
+void TreemapTiles::copy(std::size_t tile, const std::vector<QRgb>& pixels)
+{
+    const QRect rect = rectOf(tile);
+    const QRgb* from = pixels.data();
+    uchar* to = bitsOf(m_image, rect);
+    for (int y = 0; y < rect.height(); ++y) {
+        std::memcpy(to, from, static_cast<std::size_t>(bytesPerLine(rect)));
+        from += rect.width();
+        to += m_image.bytesPerLine();
+    }
+}
+
+} // namespace morlaine
