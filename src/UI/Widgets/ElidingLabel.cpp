@@ -86,9 +86,27 @@ void ElidingLabel::setWeight(QFont::Weight weight)
     applyFont();
 }
 
+ElidingLabel::Measured& ElidingLabel::measured() const
+{
+    if (!m_measured || m_measured->text != text() || m_measured->font != font()) {
+        m_measured = {text(), font(), fontMetrics().horizontalAdvance(text()), std::nullopt, {}};
+    }
+    return *m_measured;
+}
+
+const QStringList& ElidingLabel::linesIn(int width) const
+{
+    Measured& known = measured();
+    if (known.width != width) {
+        known.lines = elidedLines(known.text, known.font, width, m_maxLines);
+        known.width = width;
+    }
+    return known.lines;
+}
+
 QSize ElidingLabel::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(text()) + 1, heightOf(1)};
+    return {measured().textWidth + 1, heightOf(1)};
 }
 
 QSize ElidingLabel::minimumSizeHint() const
@@ -99,13 +117,12 @@ QSize ElidingLabel::minimumSizeHint() const
 
 int ElidingLabel::heightForWidth(int width) const
 {
-    return m_maxLines == 1 ? -1 : heightOf(elidedLines(text(), font(), width, m_maxLines).size());
+    return m_maxLines == 1 ? -1 : heightOf(linesIn(width).size());
 }
 
 bool ElidingLabel::isElided() const
 {
-    const QStringList lines = elidedLines(text(), font(), width(), m_maxLines);
-    return lines.join(QString()) != text();
+    return linesIn(width()).join(QString()) != text();
 }
 
 bool ElidingLabel::event(QEvent* event)
@@ -114,8 +131,18 @@ bool ElidingLabel::event(QEvent* event)
         showWholeText(static_cast<QHelpEvent*>(event)->globalPos());
         return true;
     }
-    if (event->type() == QEvent::ApplicationFontChange) {
+    switch (event->type()) {
+    case QEvent::ApplicationFontChange:
+        m_measured.reset();
         applyFont();
+        break;
+    case QEvent::FontChange:
+    case QEvent::ScreenChangeInternal:
+    case QEvent::StyleChange:
+        m_measured.reset();
+        break;
+    default:
+        break;
     }
     return QLabel::event(event);
 }
@@ -127,7 +154,7 @@ void ElidingLabel::showWholeText(const QPoint& position)
 
 void ElidingLabel::paintEvent(QPaintEvent* /*event*/)
 {
-    const QStringList lines = elidedLines(text(), font(), width(), m_maxLines);
+    const QStringList lines = linesIn(width());
     const QSize block(width(), heightOf(lines.size()));
     QRect area(QPoint(0, 0), block);
     if (alignment().testFlag(Qt::AlignVCenter)) {

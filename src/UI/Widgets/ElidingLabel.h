@@ -3,6 +3,7 @@
 #include "UI/Styles/TextStyles.h"
 #include "UI/Styles/Theme.h"
 
+#include <QFont>
 #include <QLabel>
 #include <QStringList>
 
@@ -39,6 +40,17 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// The last text that was measured. Shaping it takes long, and layouts ask many times.
+    struct Measured {
+        QString text;
+        QFont font;
+        int textWidth = 0;
+        std::optional<int> width; // of `lines`
+        QStringList lines;
+    };
+
+    [[nodiscard]] Measured& measured() const;
+    [[nodiscard]] const QStringList& linesIn(int width) const;
     void applyFont();
     void showWholeText(const QPoint& position);
     [[nodiscard]] int heightOf(qsizetype lineCount) const;
@@ -49,6 +61,7 @@ private:
     const Theme::SystemColor m_color;
     const int m_maxLines;
     std::optional<QFont::Weight> m_weight;
+    mutable std::optional<Measured> m_measured;
 };
 
 } // namespace morlaine

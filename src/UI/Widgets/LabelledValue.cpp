@@ -45,8 +45,18 @@ int LabelledValue::leastLabelWidth() const
 
 int LabelledValue::leastValueWidth() const
 {
-    const QString longestUsual = QStringLiteral("888.88 GB");
-    return m_kind == Kind::changing ? lineWidth(longestUsual, m_value->font()) : m_value->sizeHint().width();
+    return m_kind == Kind::changing ? usualValueWidth() : m_value->sizeHint().width();
+}
+
+/// Measured once for a font, since layouts ask many times.
+int LabelledValue::usualValueWidth() const
+{
+    if (m_usualValueWidth == 0 || m_usualFont != m_value->font()) {
+        const QString longestUsual = QStringLiteral("888.88 GB");
+        m_usualFont = m_value->font();
+        m_usualValueWidth = lineWidth(longestUsual, m_usualFont);
+    }
+    return m_usualValueWidth;
 }
 
 LabelledValue::Places LabelledValue::placesIn(int width) const

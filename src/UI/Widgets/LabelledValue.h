@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QWidget>
 
 namespace morlaine {
@@ -40,10 +41,13 @@ private:
     [[nodiscard]] Places placesIn(int width) const;
     [[nodiscard]] int leastLabelWidth() const;
     [[nodiscard]] int leastValueWidth() const;
+    [[nodiscard]] int usualValueWidth() const;
 
     const Kind m_kind;
     ElidingLabel* const m_label;
     ElidingLabel* const m_value;
+    mutable QFont m_usualFont;
+    mutable int m_usualValueWidth = 0; // in that font; 0 until it is measured
 };
 
 } // namespace morlaine
