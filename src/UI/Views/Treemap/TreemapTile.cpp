@@ -254,15 +254,22 @@ void TreemapTile::paintSolid(float* first, const float* end, float fill, float l
 
 void TreemapTile::copyTo(uchar* bits, qsizetype bytesPerLine) const
 {
+    constexpr qsizetype bytesPerPixel = sizeof(QRgb);
     for (int y = 0; y < m_pixels.height(); ++y) {
         const float* const row = m_values.data() + static_cast<std::ptrdiff_t>(y) * stride;
         uchar* const line = bits + y * bytesPerLine;
-        for (int x = 0; x < m_pixels.width(); x += 4) {
+        const auto copy = [row, line](int x, int count) {
             constexpr std::int32_t opaque = -1 << 24;
             const Numbers colors = rounded(load(row + x)) | rounded(load(row + planeSize + x)) << 8 |
                                    rounded(load(row + 2 * planeSize + x)) << 16 | opaque;
-            const auto count = static_cast<std::size_t>(std::min(m_pixels.width() - x, 4));
-            std::memcpy(line + static_cast<std::size_t>(x) * sizeof(QRgb), &colors, count * sizeof(QRgb));
+            std::memcpy(line + x * bytesPerPixel, &colors, static_cast<std::size_t>(count * bytesPerPixel));
+        };
+        int x = 0;
+        for (; x + 4 <= m_pixels.width(); x += 4) {
+            copy(x, 4);
+        }
+        if (x < m_pixels.width()) {
+            copy(x, m_pixels.width() - x);
         }
     }
 }
