@@ -45,9 +45,6 @@ void TreemapCanvas::showLayout(std::shared_ptr<const TreemapLayout> layout, cons
     m_text = text;
     setAccessibleDescription(m_layout->empty() ? text : QString());
     m_selectedPosition.reset();
-    if (m_layout->empty()) {
-        m_picture.clear();
-    }
     repaintRects();
     Q_EMIT layoutShown();
 }

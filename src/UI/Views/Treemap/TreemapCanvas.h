@@ -30,10 +30,11 @@ public:
 
     /// `text` is shown while the layout is empty.
     void showLayout(std::shared_ptr<const TreemapLayout> layout, const QString& text);
-    /// Another layout will be shown soon: nothing is painted for the current one.
-    void awaitLayout() { m_awaitsLayout = true; }
-
     [[nodiscard]] const TreemapLayout& layout() const { return *m_layout; }
+
+    /// Another layout will be shown soon: no picture is begun for the current one.
+    void awaitLayout() { m_awaitsLayout = true; }
+    [[nodiscard]] bool awaitsLayout() const { return m_awaitsLayout; }
 
     /// The text that is shown if there are no rectangles.
     [[nodiscard]] const QString& text() const { return m_text; }

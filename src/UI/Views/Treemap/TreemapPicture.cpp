@@ -41,13 +41,9 @@ void TreemapPicture::outdate(const TreemapLayout& now)
     if (m_painting != nullptr && !m_painting->scene().layout->isOfSameFolder(now)) {
         stop();
     }
-}
-
-void TreemapPicture::clear()
-{
-    stop();
-    m_pixmap = {};
-    m_isUpToDate = false;
+    if (now.empty()) {
+        m_pixmap = {};
+    }
 }
 
 void TreemapPicture::update(double devicePixelRatio)

@@ -24,11 +24,9 @@ public:
     TreemapPicture& operator=(const TreemapPicture&) = delete;
 
     /// The scene has changed and has the layout `now`. A picture that is being painted is finished first, so that a
-    /// slow machine shows something while a window is being resized, unless it shows another folder.
+    /// slow machine shows something while a window is being resized, unless it shows another folder. An empty layout
+    /// leaves no picture.
     void outdate(const TreemapLayout& now);
-
-    /// There is nothing to paint any more.
-    void clear();
 
     /// Begins to paint what is outdated, or not painted for this number of pixels per point. A small picture is
     /// finished afterwards.

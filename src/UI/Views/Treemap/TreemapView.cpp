@@ -31,11 +31,10 @@ std::optional<Uuid> idOf(const std::optional<FileNode>& node)
     return node ? std::optional(node->id()) : std::nullopt;
 }
 
-/// Whether a layout may take longer than a person notices.
+/// Whether the layout may be one of a picture that is painted in turns.
 bool isLarge(const std::optional<FileNode>& root)
 {
-    constexpr std::int64_t many = 20'000;
-    return root && root->fileCount() > many;
+    return root && root->fileCount() >= static_cast<std::int64_t>(TreemapTiles::worthAThread);
 }
 
 /// The accessible form must be registered before the canvas is made.
@@ -86,9 +85,8 @@ void TreemapView::connectCanvas()
     m_sizeTimer.setSingleShot(true);
     connect(&m_sizeTimer, &QTimer::timeout, this, &TreemapView::followSize);
     connect(m_canvas, &TreemapCanvas::resized, this, [this] {
-        m_isSizePending = true;
+        m_canvas->awaitLayout();
         if (isLarge(m_viewModel.activeRootNode())) {
-            m_canvas->awaitLayout();
             m_sizeTimer.start();
         } else {
             followSize();
@@ -140,14 +138,13 @@ void TreemapView::readModel()
 /// A layout that changes while it is painted would need memory anew, and nobody would see it.
 void TreemapView::followSize()
 {
-    if (m_isSizePending && !m_canvas->isPainting()) {
+    if (m_canvas->awaitsLayout() && !m_canvas->isPainting()) {
         recalculateLayout(m_canvas->size());
     }
 }
 
 void TreemapView::recalculateLayout(const QSizeF& size)
 {
-    m_isSizePending = false;
     const std::optional<FileNode> root = m_viewModel.activeRootNode();
     const bool isSameRoot = std::exchange(m_rootID, idOf(root)) == idOf(root);
     if (!root) {

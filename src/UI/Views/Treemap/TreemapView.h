@@ -36,9 +36,8 @@ public:
     [[nodiscard]] const std::optional<TreemapRect>& hoveredRect() const { return m_hoveredRect; }
 
     /// Lays out the shown folder for a canvas of that size. Clears the layout if there is no folder; keeps it for a
-    /// size of 20 or less. Called when the canvas is resized or another folder is shown. In a large
-    /// folder, only the newest size counts, once the event loop has had its turn and a picture that is being painted is
-    /// finished.
+    /// size of 20 or less. Called when another folder is shown or the canvas is resized; in a large folder, for the
+    /// newest size only, after a turn of the event loop and once no picture is being painted.
     void recalculateLayout(const QSizeF& size);
 
     /// The file at a point of the canvas, else the outermost folder there.
@@ -76,7 +75,6 @@ private:
     std::shared_ptr<TreemapLayout> m_computedRects = std::make_shared<TreemapLayout>();
     std::optional<TreemapRect> m_hoveredRect;
     QPointF m_hoverPoint;
-    bool m_isSizePending = false; // the canvas has another size than the layout
     QTimer m_sizeTimer;
 
     // The state of the model at the last refresh.

@@ -93,7 +93,7 @@ TEST_F(TreemapPictureTest, FinishesWhatIsOutdatedUnlessItIsAnotherFolder)
 
     setScene(m_large, Qt::red);
     update();
-    m_picture.clear();
+    setScene(std::make_shared<TreemapLayout>());
     EXPECT_TRUE(m_picture.pixmap().isNull());
     QTest::qWait(0);
     EXPECT_FALSE(m_picture.isBeingPainted());
